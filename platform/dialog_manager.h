@@ -1,0 +1,2 @@
+// The window and dialog calls that the module uses.
+#pragma once
