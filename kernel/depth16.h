@@ -1,0 +1,73 @@
+// The 16-bit depth: channels run from 0 to 32768.
+#pragma once
+
+#include <span>
+
+#include "kernel/float_tip.h"
+#include "kernel/integer_pixels.h"
+#include "kernel/ramp.h"
+#include "sdk/effect_api.h"
+
+/// A value of the 8-bit scale in the 16-bit range, truncated: 255 becomes 32768.
+[[nodiscard]] inline std::int32_t Scale16(std::int32_t v) noexcept {
+    return SaturateToInt(std::int64_t{v} * 32768 / 255);
+}
+
+/// Blends src into dst by weight / 65535.
+inline void BlendPixel16(PF_Pixel16& dst, const PF_Pixel16& src, std::int32_t weight) noexcept {
+    BlendInteger(dst, src, weight);
+}
+
+class Depth16 {
+  public:
+    using Pixel = PF_Pixel16;
+    using Weights = IntegerWeights;
+
+    explicit Depth16(const EffectValues& values) : edgeThreshold_(Scale16(values.colorThreshold)) {}
+
+    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
+        return FormEdge(p, q, edgeThreshold_);
+    }
+
+    static void blend(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
+        BlendPixel16(dst, src, weight);
+    }
+
+    /// Replaces the centre by its average with its neighbours, weighted by alpha.
+    static void averageTip(Pixel& centre, std::span<const Pixel> neighbours,
+                           std::int32_t tipWeight) noexcept {
+        TipSums sums;
+        for (const Pixel& neighbour : neighbours)
+            sums.add(neighbour, static_cast<float>(tipWeight) / 65535.0F);
+        if (!(sums.weight > 0.0F)) return;
+        sums.add(centre, 1.0F);
+        centre.alpha = toChannel((sums.weight * 0.5F + sums.alpha) / sums.weight);
+        if (sums.alpha == 0.0F) return;
+        const float rounding = sums.alpha * 0.5F;
+        centre.red = toChannel((sums.red + rounding) / sums.alpha);
+        centre.green = toChannel((sums.green + rounding) / sums.alpha);
+        centre.blue = toChannel((sums.blue + rounding) / sums.alpha);
+    }
+
+    /// The colour key in 16-bit channels.
+    class Key {
+      public:
+        explicit Key(const EffectValues& values)
+            : key_{Scale16(LowByte(values.keyRed)), Scale16(LowByte(values.keyGreen)),
+                   Scale16(LowByte(values.keyBlue)), Scale16(values.keyThreshold)} {}
+
+        [[nodiscard]] bool matches(const Pixel& p) const noexcept {
+            return key_.distance(p) <= key_.tolerance;
+        }
+
+      private:
+        IntegerKey key_;
+    };
+
+  private:
+    [[nodiscard]] static A_u_short toChannel(float v) noexcept {
+        return static_cast<A_u_short>(TruncateToInt(v));
+    }
+
+    std::int32_t edgeThreshold_;
+};

@@ -1,0 +1,108 @@
+// The float depth: 1.0 is full intensity, nothing is clamped, all arithmetic is single precision as written.
+#pragma once
+
+#include <cstring>
+#include <span>
+
+#include "kernel/effect_values.h"
+#include "kernel/float_tip.h"
+#include "kernel/ramp.h"
+#include "sdk/effect_api.h"
+
+/// |p - q| as the comparisons of this depth take it.
+[[nodiscard]] inline float FloatDifference(float p, float q) noexcept {
+    const float d = p - q;
+    return 0.0F > d ? -d : d;
+}
+
+/// Blends src into dst by the weight w from 0 to 1.
+inline void BlendPixelFloat(PF_PixelFloat& dst, const PF_PixelFloat& src, float w) noexcept {
+    const auto mixColors = [&](float share) {
+        const float rest = 1.0F - share;
+        dst.red = share * src.red + rest * dst.red;
+        dst.green = share * src.green + rest * dst.green;
+        dst.blue = share * src.blue + rest * dst.blue;
+    };
+    if (dst.alpha == src.alpha) {
+        mixColors(w);
+        return;
+    }
+    const float fromDst = (1.0F - w) * dst.alpha;
+    if (src.alpha == 0.0F) {
+        dst.alpha = fromDst + src.alpha * w;
+        return;
+    }
+    // A destination that gives nothing takes the source's colour whole, also where the weight is 0 as well.
+    mixColors(fromDst == 0.0F ? 1.0F : 1.0F / (fromDst / (src.alpha * w) + 1.0F));
+    dst.alpha = w * src.alpha + fromDst;
+}
+
+class DepthFloat {
+  public:
+    using Pixel = PF_PixelFloat;
+    using Weights = FloatWeights;
+
+    explicit DepthFloat(const EffectValues& values) : edgeThreshold_(FromByteScale(values.colorThreshold)) {}
+
+    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
+        const bool clearP = p.alpha == 0.0F;
+        const bool clearQ = q.alpha == 0.0F;
+        if (clearP != clearQ) {
+            const Pixel& other = clearP ? q : p;
+            return edgeThreshold_ - (((other.green + other.red) + other.blue) + other.alpha) < 0.0F;
+        }
+        if (clearP || std::memcmp(&p, &q, sizeof(Pixel)) == 0) return false;
+        const float rest =
+            (((edgeThreshold_ - FloatDifference(p.red, q.red)) - FloatDifference(p.green, q.green)) -
+             FloatDifference(p.blue, q.blue)) -
+            FloatDifference(p.alpha, q.alpha);
+        return rest < 0.0F;
+    }
+
+    static void blend(Pixel& dst, const Pixel& src, float weight) noexcept {
+        BlendPixelFloat(dst, src, weight);
+    }
+
+    /// Replaces the centre by its average with its neighbours, weighted by alpha.
+    static void averageTip(Pixel& centre, std::span<const Pixel> neighbours, float tipWeight) noexcept {
+        TipSums sums;
+        for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
+        if (!(sums.weight > 0.0F)) return;
+        sums.add(centre, 1.0F);
+        centre.alpha = sums.alpha / sums.weight;
+        if (sums.alpha == 0.0F) return;
+        centre.red = sums.red / sums.alpha;
+        centre.green = sums.green / sums.alpha;
+        centre.blue = sums.blue / sums.alpha;
+    }
+
+    /// The colour key in float channels.
+    class Key {
+      public:
+        explicit Key(const EffectValues& values)
+            : red_(FromByteScale(LowByte(values.keyRed))),
+              green_(FromByteScale(LowByte(values.keyGreen))),
+              blue_(FromByteScale(LowByte(values.keyBlue))),
+              tolerance_(FromByteScale(values.keyThreshold)) {}
+
+        [[nodiscard]] bool matches(const Pixel& p) const noexcept {
+            const float rest =
+                ((tolerance_ - FloatDifference(p.red, red_)) - FloatDifference(p.green, green_)) -
+                FloatDifference(p.blue, blue_);
+            return !(rest < 0.0F);
+        }
+
+      private:
+        float red_;
+        float green_;
+        float blue_;
+        float tolerance_;
+    };
+
+  private:
+    [[nodiscard]] static float FromByteScale(std::int32_t v) noexcept {
+        return static_cast<float>(v) / 255.0F;
+    }
+
+    float edgeThreshold_;
+};

@@ -1,0 +1,35 @@
+#include "kernel/dispatch_kernel.h"
+
+#include <array>
+
+#include "host/suite_handler.h"
+#include "kernel/kernels.h"
+
+namespace {
+
+using Kernel = PF_Err (*)(const RenderJob& job);
+
+struct DepthKernels {
+    PF_PixelFormat pixelFormat;
+    Kernel noKey;
+    Kernel key;
+    Kernel keyInvert;
+};
+
+constexpr std::array<DepthKernels, 3> kernelTable{{
+    {PF_PixelFormat_ARGB32, Kernel8, Kernel8Key, Kernel8KeyInvert},
+    {PF_PixelFormat_ARGB64, Kernel16, Kernel16Key, Kernel16KeyInvert},
+    {PF_PixelFormat_ARGB128, KernelFloat, KernelFloatKey, KernelFloatKeyInvert},
+}};
+
+}  // namespace
+
+PF_Err DispatchKernel(const RenderJob& job) {
+    const SuiteHandler suites(job.inData->pica_basicP);
+    for (const DepthKernels& depth : kernelTable) {
+        if (depth.pixelFormat != job.pixelFormat) continue;
+        if (job.colorKeyEnable == 0) return depth.noKey(job);
+        return job.keyInvert == 0 ? depth.key(job) : depth.keyInvert(job);
+    }
+    return PF_Err_UNRECOGNIZED_PARAM_TYPE;
+}

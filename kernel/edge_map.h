@@ -1,0 +1,70 @@
+// The edge map: one byte of edge flags a pixel, inside a border of clear bytes.
+#pragma once
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+
+/// The byte of pixel (x, y) describes the 2 x 2 cell whose top-left pixel is (x, y):
+///
+///     (x, y)   | R |  (x+1, y)      R: these two differ      G: (x, y) and (x+1, y+1) differ
+///     ----D----                     D: these two differ      A: (x+1, y) and (x, y+1) differ
+///     (x, y+1)        (x+1, y+1)
+enum EdgeFlag : std::uint8_t {
+    EdgeRight = 1,
+    EdgeDown = 2,
+    EdgeDiagonal = 4,
+    EdgeAntiDiagonal = 8,
+};
+
+/// A view of the map's memory: (height + 2) rows of stride(width) bytes. The border answers reads just
+/// outside the image with "clear": a whole row above and below, four bytes before each row and at least one
+/// after it (reads further right land in the next row's left margin). Rows further above are not there and
+/// must not be asked for.
+class EdgeMap {
+  public:
+    static constexpr int leftMargin = 4;  // keeps the first byte of every row 4-byte aligned
+
+    /// Bytes from one row to the next for an image of this width.
+    [[nodiscard]] static std::ptrdiff_t stride(int width) {
+        return (std::ptrdiff_t{width} + 5 + 3) & ~std::ptrdiff_t{3};
+    }
+
+    /// Bytes of the whole map.
+    [[nodiscard]] static std::size_t byteCount(int width, int height) {
+        return static_cast<std::size_t>(stride(width)) * (static_cast<std::size_t>(height) + 2);
+    }
+
+    EdgeMap(std::uint8_t* memory, int width, int height)
+        : origin_(memory + stride(width) + leftMargin),
+          stride_(stride(width)),
+          width_(width),
+          height_(height) {}
+
+    [[nodiscard]] int width() const { return width_; }
+    [[nodiscard]] int height() const { return height_; }
+    [[nodiscard]] std::ptrdiff_t stride() const { return stride_; }
+
+    /// The first byte of a row, from -1 (the border above) to height (the border below).
+    [[nodiscard]] std::uint8_t* row(int y) const {
+        assert(y >= -1 && y <= height_);
+        return origin_ + y * stride_;
+    }
+
+    /// The flags at a position of the image or its border.
+    [[nodiscard]] std::uint8_t flags(int x, int y) const {
+        assert(x >= -leftMargin && (x - leftMargin < stride_ - 2 * leftMargin || y < height_));
+        return row(y)[x];
+    }
+
+    [[nodiscard]] bool R(int x, int y) const { return (flags(x, y) & EdgeRight) != 0; }
+    [[nodiscard]] bool D(int x, int y) const { return (flags(x, y) & EdgeDown) != 0; }
+    [[nodiscard]] bool G(int x, int y) const { return (flags(x, y) & EdgeDiagonal) != 0; }
+    [[nodiscard]] bool A(int x, int y) const { return (flags(x, y) & EdgeAntiDiagonal) != 0; }
+
+  private:
+    std::uint8_t* origin_;
+    std::ptrdiff_t stride_;
+    int width_;
+    int height_;
+};

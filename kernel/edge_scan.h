@@ -1,0 +1,74 @@
+// Edge detection: compares every pixel with its neighbours and fills the edge map.
+#pragma once
+
+#include "kernel/edge_map.h"
+#include "kernel/image_view.h"
+
+/// The four flags of the cell at (x, y), tested against the depth's edge threshold.
+template <typename Depth>
+class CellTests {
+    using Pixel = typename Depth::Pixel;
+
+  public:
+    CellTests(const Depth& depth, const Pixel* row, const Pixel* below)
+        : depth_(depth), row_(row), below_(below) {}
+
+    /// EdgeRight and EdgeDown.
+    [[nodiscard]] unsigned straight(int x) const {
+        return flag(EdgeRight, row_[x], row_[x + 1]) | flag(EdgeDown, row_[x], below_[x]);
+    }
+
+    /// EdgeDiagonal and EdgeAntiDiagonal.
+    [[nodiscard]] unsigned diagonal(int x) const {
+        return flag(EdgeDiagonal, row_[x], below_[x + 1]) | flag(EdgeAntiDiagonal, row_[x + 1], below_[x]);
+    }
+
+  private:
+    [[nodiscard]] unsigned flag(unsigned bit, const Pixel& p, const Pixel& q) const {
+        return depth_.isEdge(p, q) ? bit : 0U;
+    }
+
+    const Depth& depth_;
+    const Pixel* row_;
+    const Pixel* below_;
+};
+
+/// Scans one row that has a row below it. Columns go in groups of four, in which a column's diagonals are
+/// tested only once a straight edge has been found no further right than the column after it; the last column
+/// of a group and the columns past the last whole group always have theirs tested.
+template <typename Depth>
+void ScanRow(const CellTests<Depth>& cell, std::uint8_t* flags, int width) {
+    const int grouped = (width - 1) & ~3;
+    for (int x = 0; x < grouped; x += 4) {
+        unsigned found = cell.straight(x);
+        unsigned ahead[4] = {found, 0, 0, 0};
+        for (int k = 0; k < 3; ++k) {
+            ahead[k + 1] = cell.straight(x + k + 1);
+            found |= ahead[k + 1];
+            if (found != 0) ahead[k] |= cell.diagonal(x + k);
+        }
+        ahead[3] |= cell.diagonal(x + 3);
+        for (int k = 0; k < 4; ++k) flags[x + k] = static_cast<std::uint8_t>(ahead[k]);
+    }
+    for (int x = grouped; x < width - 1; ++x) {
+        flags[x] = static_cast<std::uint8_t>(cell.straight(x) | cell.diagonal(x));
+    }
+}
+
+/// Fills a cleared map with the edges of the image. The last row gets only EdgeRight flags, the last column
+/// only EdgeDown flags.
+template <typename Depth>
+void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image, const EdgeMap& map) {
+    const int lastRow = image.height() - 1;
+    const int lastColumn = image.width() - 1;
+    for (int y = 0; y < lastRow; ++y) {
+        const auto* row = image.row(y);
+        const auto* below = image.row(y + 1);
+        ScanRow(CellTests<Depth>(depth, row, below), map.row(y), image.width());
+        if (depth.isEdge(row[lastColumn], below[lastColumn])) map.row(y)[lastColumn] = EdgeDown;
+    }
+    const auto* row = image.row(lastRow);
+    for (int x = 0; x < lastColumn; ++x) {
+        if (depth.isEdge(row[x], row[x + 1])) map.row(lastRow)[x] = EdgeRight;
+    }
+}

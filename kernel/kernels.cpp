@@ -1,0 +1,61 @@
+#include "kernel/kernels.h"
+
+#include <cstring>
+
+#include "kernel/depth16.h"
+#include "kernel/depth8.h"
+#include "kernel/depth_float.h"
+#include "kernel/edge_scan.h"
+#include "kernel/map_world.h"
+#include "kernel/smoothing_pass.h"
+
+namespace {
+
+// The first copy: the host's own, or with a key the marking one.
+template <typename Depth, KeyMode mode>
+PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Depth, mode>& key) {
+    using Pixel = typename Depth::Pixel;
+    if constexpr (mode == KeyMode::NoKey) {
+        return suites.get<PF_WorldTransformSuite1>().copy(job.inData->effect_ref, job.inputWorld,
+                                                          job.outputWorld, nullptr, nullptr);
+    } else {
+        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld), ImageView<Pixel>(*job.outputWorld));
+        return PF_Err_NONE;
+    }
+}
+
+template <typename Depth, KeyMode mode>
+PF_Err RunKernel(const RenderJob& job) {
+    using Pixel = typename Depth::Pixel;
+    SuiteHandler suites(job.inData->pica_basicP);
+    const ImageView<const Pixel> input(*job.inputWorld);
+    const ImageView<Pixel> output(*job.outputWorld);
+    if (input.width() != output.width() || input.height() != output.height())
+        return PF_Err_BAD_CALLBACK_PARAM;
+
+    const Depth depth(job);
+    const ColorKey<Depth, mode> key(job);
+    const BlendWeights<typename Depth::Weights> weights(job.softness, job.bias);
+    const PF_Err copied = CopyInput(job, suites, key);
+    if (copied != PF_Err_NONE || job.softness == 0 || input.isEmpty()) return copied;
+
+    MapWorld world(suites, job.inData->effect_ref);
+    if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE) return err;
+    std::memset(world.memory(), 0, EdgeMap::byteCount(input.width(), input.height()));
+    const EdgeMap map(world.memory(), input.width(), input.height());
+    ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map);
+    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights).run();
+    return PF_Err_NONE;
+}
+
+}  // namespace
+
+PF_Err Kernel8(const RenderJob& job) { return RunKernel<Depth8, KeyMode::NoKey>(job); }
+PF_Err Kernel8Key(const RenderJob& job) { return RunKernel<Depth8, KeyMode::Key>(job); }
+PF_Err Kernel8KeyInvert(const RenderJob& job) { return RunKernel<Depth8, KeyMode::KeyInvert>(job); }
+PF_Err Kernel16(const RenderJob& job) { return RunKernel<Depth16, KeyMode::NoKey>(job); }
+PF_Err Kernel16Key(const RenderJob& job) { return RunKernel<Depth16, KeyMode::Key>(job); }
+PF_Err Kernel16KeyInvert(const RenderJob& job) { return RunKernel<Depth16, KeyMode::KeyInvert>(job); }
+PF_Err KernelFloat(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::NoKey>(job); }
+PF_Err KernelFloatKey(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::Key>(job); }
+PF_Err KernelFloatKeyInvert(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::KeyInvert>(job); }

@@ -1,0 +1,134 @@
+// Blend ramps: the weights with which a source pixel is blended along a run.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "kernel/arithmetic.h"
+
+/// One ramp, in 32-bit integers of 65535 for full weight or in floats of 1 for full weight.
+template <typename Weight>
+struct RampState {
+    bool done;          ///< set by the step that exhausts the ramp
+    Weight fullWeight;  ///< the weight at which the ramp starts, and the scale of the bias curve
+    Weight remaining;   ///< what is left of it; starts at fullWeight
+    Weight step;        ///< what it loses a pixel
+    std::int32_t bias;  ///< shape: 0 is straight, positive falls off faster, negative slower
+};
+
+/// The bias curve over t from 0 to 1; b from -100 to 100. Maps 0 to 0 and 1 to 1.
+[[nodiscard]] inline float BiasCurve(float t, std::int32_t bias) noexcept {
+    const auto b = static_cast<float>(bias);
+    if (bias > 0) return (t * t * t * b + (100.0F - b) * t) / 100.0F;
+    const float u = 1.0F - t;
+    return 1.0F - (u * u * u * -b + (100.0F + b) * u) / 100.0F;
+}
+
+/// The weight of the next pixel: the area under the falling line over that pixel, the last one's a triangle.
+[[nodiscard]] inline std::int32_t RampWeight(RampState<std::int32_t>& ramp) noexcept {
+    const std::int64_t before = ramp.remaining;
+    ramp.remaining -= ramp.step;
+    ramp.done = ramp.remaining <= 0;
+    const auto weight = static_cast<std::int32_t>(ramp.done ? before * before / (2 * std::int64_t{ramp.step})
+                                                            : before - (ramp.step >> 1));
+    if (ramp.bias == 0) return weight;
+    const auto full = static_cast<float>(ramp.fullWeight);
+    return TruncateToInt(full * BiasCurve(static_cast<float>(weight) / full, ramp.bias));
+}
+
+[[nodiscard]] inline float RampWeight(RampState<float>& ramp) noexcept {
+    const float before = ramp.remaining;
+    ramp.remaining = before - ramp.step;
+    ramp.done = !(ramp.remaining > 0.0F);
+    const float weight =
+        ramp.done ? before * before / (2.0F * ramp.step) : before + (0.0F - ramp.step * 0.5F);
+    if (ramp.bias == 0) return weight;
+    return ramp.fullWeight * BiasCurve(weight / ramp.fullWeight, ramp.bias);
+}
+
+/// The weights of the 8-bit and 16-bit kernels.
+struct IntegerWeights {
+    using Weight = std::int32_t;
+    static constexpr Weight one = 65535;
+    static constexpr Weight threeQuarters = 49151;
+    static constexpr Weight half = 32767;
+    static constexpr Weight third = 21844;
+    static constexpr Weight sixth = 10922;
+
+    /// What a ramp of half weight loses a pixel; the divisor is its length in pixels times its percentage.
+    [[nodiscard]] static Weight step(std::int64_t divisor) { return static_cast<Weight>(3276700 / divisor); }
+
+    [[nodiscard]] static Weight tipWeight(std::int32_t softness) {
+        return SaturateToInt(std::int64_t{softness} * 32767 / 200);
+    }
+    [[nodiscard]] static Weight cornerWeight(std::int32_t softness) {
+        if (softness >= 70) return 6553;
+        return TruncateToInt((1.0F - static_cast<float>(70 - std::int64_t{softness}) / 70.0F) * 6553.0F);
+    }
+};
+
+/// The weights of the float kernels.
+struct FloatWeights {
+    using Weight = float;
+    static constexpr Weight one = 1.0F;
+    static constexpr Weight threeQuarters = 0.75F;
+    static constexpr Weight half = 0.5F;
+    static constexpr Weight third = 1.0F / 3.0F;
+    static constexpr Weight sixth = 1.0F / 6.0F;
+
+    [[nodiscard]] static Weight step(std::int64_t divisor) { return 50.0F / static_cast<float>(divisor); }
+
+    [[nodiscard]] static Weight tipWeight(std::int32_t softness) {
+        return static_cast<float>(softness) * 0.5F / 200.0F;
+    }
+    [[nodiscard]] static Weight cornerWeight(std::int32_t softness) {
+        constexpr float full = 0.5F / 5.0F;
+        if (softness >= 70) return full;
+        return (1.0F - static_cast<float>(70 - std::int64_t{softness}) / 70.0F) * full;
+    }
+};
+
+/// The weights and ramps of one kernel call.
+template <typename Weights>
+class BlendWeights {
+    using Weight = typename Weights::Weight;
+    using Ramp = RampState<Weight>;
+
+  public:
+    BlendWeights(std::int32_t softness, std::int32_t bias)
+        : tipWeight(Weights::tipWeight(softness)),
+          cornerWeight(Weights::cornerWeight(softness)),
+          softness_(softness),
+          bias_(bias),
+          thinBias_(bias / 3) {}
+
+    /// Each neighbour's share in the average of a line tip; the centre's is Weights::one.
+    const Weight tipWeight;
+    /// For a vertical piece that got no ramp on one side.
+    const Weight cornerWeight;
+
+    [[nodiscard]] std::int32_t softness() const { return softness_; }
+
+    /// For a run of n pixels whose length factor is `percent`.
+    [[nodiscard]] Ramp runRamp(int n, std::int64_t percent) const {
+        return start(Weights::half, Weights::step(std::max<std::int64_t>(percent, 1) * (n + 1)), bias_);
+    }
+
+    /// For a thin line of n pixels.
+    [[nodiscard]] Ramp thinLineRamp(int n) const {
+        return start(Weights::one, 2 * Weights::step(atLeastOnePercent() * (n + 1)), thinBias_);
+    }
+
+    /// For a staircase of n cells: the main ramp, and the one that restores the pixels beside it.
+    [[nodiscard]] Ramp staircaseRamp(int n) const { return start(Weights::third, staircaseStep(n), bias_); }
+    [[nodiscard]] Ramp restoringRamp(int n) const { return start(Weights::half, staircaseStep(n), bias_); }
+
+  private:
+    static Ramp start(Weight full, Weight step, std::int32_t bias) { return {false, full, full, step, bias}; }
+    [[nodiscard]] std::int64_t atLeastOnePercent() const { return std::max(softness_, 1); }
+    [[nodiscard]] Weight staircaseStep(int n) const { return Weights::step(atLeastOnePercent() * n); }
+
+    std::int32_t softness_;
+    std::int32_t bias_;
+    std::int32_t thinBias_;
+};

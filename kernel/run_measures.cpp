@@ -1,0 +1,129 @@
+#include "kernel/run_measures.h"
+
+#include <algorithm>
+
+namespace {
+
+// Where the run's boundary goes on behind the piece, along the axis.
+template <Side side>
+constexpr int behind = StepOf(side) < 0 ? 1 : 0;
+
+// A longer run stands only if its boundary goes on behind the piece.
+constexpr int longestShortRun = 2;
+
+// Lines longer than this count only half of what is beyond it.
+constexpr int fullThinLine = 5;
+
+struct OuterRun {
+    int length;
+    bool closed;  // it ends at a boundary that crosses the piece's own row, so nothing longer can be found
+};
+
+// The run between c = -1 and c = 0. For the left side of a vertical piece P:
+//
+//      c = -1   ______________
+//      c =  0   |             P      closed by the boundary at its left end; open where row -1 has a crossing
+//                                    boundary, or the run just ends
+template <Side side>
+OuterRun MeasureOuterRun(const SideView<side>& view) {
+    constexpr int step = StepOf(side);
+    if (view.outward(0, -1) || view.crossing(step, 0)) return {0, false};
+    int length = 0;
+    bool closed = false;
+    for (int a = step; !closed && !view.crossing(a, -1) && view.beside(a, -1); a += step) {
+        ++length;
+        closed = view.crossing(a + step, 0);
+    }
+    if (length > longestShortRun && !view.beside(behind<side>, 0)) return {0, false};
+    return {length, closed};
+}
+
+// The run between c = 0 and c = 1.
+template <Side side>
+int MeasureInnerRun(const SideView<side>& view) {
+    constexpr int step = StepOf(side);
+    int length = 0;
+    bool ended = view.crossing(step, 0);
+    for (int a = step; !ended && !view.crossing(a, 1) && view.beside(a, 0); a += step) {
+        ++length;
+        ended = view.crossing(a + step, 0);
+    }
+    return length > longestShortRun && !view.beside(behind<side>, -1) ? 0 : length;
+}
+
+}  // namespace
+
+template <Side side>
+int RunLength(const EdgeMap& map, int x, int y) noexcept {
+    const SideView<side> view(map, x, y);
+    const OuterRun outer = MeasureOuterRun(view);
+    if (outer.closed || view.inward(0, 0)) return outer.length;
+    return std::max(outer.length, MeasureInnerRun(view));
+}
+
+template <Side side>
+int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
+    constexpr int step = StepOf(side);
+    const SideView<side> view(map, x, y);
+    if (view.outward(0, -1) || view.beside(behind<side>, -1) || view.crossing(-step, 0) ||
+        view.inward(0, 0) || view.beside(behind<side>, 0)) {
+        return 0;
+    }
+    const auto onLine = [&view](int a) {
+        return !view.crossing(a, 0) && !view.crossing(a, -1) && view.beside(a, -1) && !view.crossing(a, 1) &&
+               view.beside(a, 0);
+    };
+    int length = 0;
+    while (onLine(step * (length + 1))) ++length;
+    return length > fullThinLine ? (length - fullThinLine) / 2 + fullThinLine : length;
+}
+
+bool IsolatedBlock(const EdgeMap& map, int bx, int by) noexcept {
+    return map.R(bx - 1, by) && map.R(bx - 1, by + 1) && map.R(bx + 1, by) && map.R(bx + 1, by + 1) &&
+           map.D(bx, by - 1) && map.D(bx, by + 1) && map.D(bx + 1, by - 1) && map.D(bx + 1, by + 1) &&
+           !map.R(bx, by) && !map.R(bx, by + 1) && !map.D(bx, by) && !map.D(bx + 1, by);
+}
+
+template <Side side>
+bool BlockNear(const EdgeMap& map, int x, int y) noexcept {
+    constexpr int step = StepOf(side);
+    constexpr int nearest = step < 0 ? 0 : 1;
+    const SideView<side> view(map, x, y);
+    if (view.positionAcross() < 0)
+        return false;  // everything is clear out there, and the map ends above row -1
+    const bool here = view.beside(nearest, 0);
+    if (here == view.beside(nearest, -1)) return false;
+    const int across = here ? -1 : 0;
+    return IsolatedBlock(map, view.mapX(step, across), view.mapY(step, across));
+}
+
+template <Side side>
+std::int64_t LengthFactor(const EdgeMap& map, int n, int x, int y, std::int32_t softness) noexcept {
+    assert(n > 0);
+    const SideView<side> view(map, x, y);
+    const int reach = StepOf(side) * (n + 1);
+    const int farEnd = view.position() + reach;
+    const bool inside = farEnd >= 0 && farEnd < view.extent();
+    const int m = inside ? RunLength<Opposite(side)>(map, view.mapX(reach, 0), view.mapY(reach, 0)) : 0;
+    const std::int64_t percent = softness;
+    if (m == 0) return percent;
+    if (n == 1 && m == 1) {
+        if (BlockNear<side>(map, x, y)) return percent * 10 / 100;
+        if (BlockNear<side>(map, view.mapX(0, 1), view.mapY(0, 1)) ||
+            BlockNear<side>(map, view.mapX(0, -1), view.mapY(0, -1))) {
+            return percent * 36 / 100;
+        }
+    }
+    return (2 * std::int64_t{n} - m) * percent * 100 / (std::int64_t{n} * 140);
+}
+
+#define NEVREL_INSTANTIATE(side)                                          \
+    template int RunLength<side>(const EdgeMap&, int, int) noexcept;      \
+    template int ThinLineLength<side>(const EdgeMap&, int, int) noexcept; \
+    template bool BlockNear<side>(const EdgeMap&, int, int) noexcept;     \
+    template std::int64_t LengthFactor<side>(const EdgeMap&, int, int, int, std::int32_t) noexcept
+
+NEVREL_INSTANTIATE(Side::left);
+NEVREL_INSTANTIATE(Side::right);
+NEVREL_INSTANTIATE(Side::up);
+NEVREL_INSTANTIATE(Side::down);
