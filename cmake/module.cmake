@@ -1,0 +1,20 @@
+# The module itself: everything of nevrel_effect in one file that exports EntryPointFunc and nothing else.
+add_library(nevrel_module MODULE $<TARGET_OBJECTS:nevrel_effect>)
+target_link_libraries(nevrel_module PRIVATE nevrel_options)
+set_target_properties(nevrel_module PROPERTIES LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel)
+
+if(WIN32)
+  set_target_properties(nevrel_module PROPERTIES SUFFIX .aex)
+endif()
+
+if(MSVC)
+  target_link_options(nevrel_module PRIVATE /DYNAMICBASE /NXCOMPAT /HIGHENTROPYVA)
+elseif(WIN32)
+  target_link_options(nevrel_module PRIVATE
+    -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
+else()
+  # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
+  set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
+  target_link_options(nevrel_module PRIVATE -Wl,--version-script=${exports})
+  set_target_properties(nevrel_module PROPERTIES LINK_DEPENDS ${exports})
+endif()

@@ -1,0 +1,84 @@
+#include "params/defaults_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cstdio>
+
+#include "platform/platform.h"
+
+namespace {
+
+struct ValueKey {
+    const char* name;
+    std::int32_t EffectValues::*field;
+};
+
+constexpr char kValuesSection[] = "defaults";
+constexpr ValueKey kValueKeys[] = {
+    {"ColorThreshold", &EffectValues::colorThreshold},
+    {"Softness", &EffectValues::softness},
+    {"Bias", &EffectValues::bias},
+    {"ColorkeyEnable", &EffectValues::colorKeyEnable},
+    {"KeycolorR", &EffectValues::keyRed},
+    {"KeycolorG", &EffectValues::keyGreen},
+    {"KeycolorB", &EffectValues::keyBlue},
+    {"ColorkeyThreshold", &EffectValues::keyThreshold},
+    {"ColorkeyInvert", &EffectValues::keyInvert},
+};
+
+constexpr char kLayoutSection[] = "ui";
+constexpr char kGroupKey[] = "ColorkeyGroup";
+
+void ReadValue(const std::string& path, const char* section, const char* key, std::int32_t& value) {
+    value = static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, value, path.c_str()));
+}
+
+void WriteValue(const std::string& path, const char* section, const char* key, std::int32_t value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%d", value);
+    static_cast<void>(WritePrivateProfileStringA(section, key, text, path.c_str()));
+}
+
+}  // namespace
+
+bool hostIgnoresDefaults(const PF_InData* inData) {
+    const PF_SpecVersion& version = inData->version;
+    return inData->appl_id == PF_AppID_AfterEffects &&
+           (version.major < 12 || (version.major == 12 && version.minor < 12));
+}
+
+std::string DefaultsFilePath(const PF_InData* inData) {
+    assert(inData != nullptr && inData->utils != nullptr);
+    std::array<char, PF_MAX_PATH_LEN> buffer{};
+    if (inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_RES_FILE_PATH, buffer.data()) != 0) {
+        return {};
+    }
+    std::string path(buffer.begin(), std::find(buffer.begin(), buffer.end(), '\0'));
+    if (path.empty()) return {};
+    const std::size_t dot = path.rfind('.');
+    path = (dot == std::string::npos ? path + '.' : path.substr(0, dot + 1)) + "ini";
+    path.resize(std::min(path.size(), buffer.size() - 1));
+    return path;
+}
+
+// Without a path the profile functions would turn to the system's own INI file, so they are not asked.
+
+void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData) {
+    const std::string path = DefaultsFilePath(inData);
+    if (path.empty()) return;
+    if (!hostIgnoresDefaults(inData)) {
+        for (const ValueKey& key : kValueKeys) ReadValue(path, kValuesSection, key.name, defaults.*key.field);
+    }
+    ReadValue(path, kLayoutSection, kGroupKey, defaults.colorKeyGroup);
+}
+
+void WriteParamDefaults(const ParamDefaults& defaults, const PF_InData* inData) {
+    const std::string path = DefaultsFilePath(inData);
+    if (path.empty()) return;
+    if (!hostIgnoresDefaults(inData)) {
+        for (const ValueKey& key : kValueKeys)
+            WriteValue(path, kValuesSection, key.name, defaults.*key.field);
+    }
+    WriteValue(path, kLayoutSection, kGroupKey, defaults.colorKeyGroup);
+}
