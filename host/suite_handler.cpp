@@ -1,7 +1,7 @@
 #include "host/suite_handler.h"
 
 SuiteHandler::SuiteHandler(SPBasicSuite* basicSuite) : basicSuite_(basicSuite) {
-    if (basicSuite_ == nullptr) throw PF_Err_BAD_CALLBACK_PARAM;
+    if (basicSuite_ == nullptr) throw PF_Err{PF_Err_BAD_CALLBACK_PARAM};
 }
 
 SuiteHandler::~SuiteHandler() {
@@ -15,7 +15,7 @@ const void* SuiteHandler::acquire(std::size_t slot, const char* name, A_long ver
     if (entry.suite == nullptr) {
         const void* suite = nullptr;
         if (basicSuite_->AcquireSuite(name, version, &suite) != 0 || suite == nullptr) {
-            throw PF_Err_BAD_CALLBACK_PARAM;
+            throw PF_Err{PF_Err_BAD_CALLBACK_PARAM};
         }
         entry = {suite, name, version};
     }

@@ -74,7 +74,7 @@ class ParamList {
         def_.param_type = type;
         def_.flags = flags;
         const PF_Err code = inData_->inter.add_param(inData_->effect_ref, kAppend, &def_);
-        if (code != PF_Err_NONE) throw code;
+        if (code != PF_Err_NONE) throw PF_Err{code};
         ++size_;
     }
 

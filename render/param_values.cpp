@@ -1,7 +1,5 @@
 #include "render/param_values.h"
 
-#include <cassert>
-
 #include "render/param_index_map.h"
 
 namespace {
@@ -36,8 +34,7 @@ void StoreValue(EffectValues& values, ParamRole role, const PF_ParamDefUnion& va
             values.keyGreen = value.cd.value.green;
             values.keyBlue = value.cd.value.blue;
             break;
-        default:
-            assert(!"a control");
+        default:  // the layer and the group carry no value
             break;
     }
 }

@@ -45,10 +45,10 @@ bool ReadPreRenderParams(const PF_HandleSuite1& suite, void* preRenderData, Effe
 }
 
 PF_Err CheckoutWorlds(const PF_SmartRenderCallbacks& host, RenderJob& job) {
-    const PF_ProgPtr effect = job.inData->effect_ref;
-    if (const PF_Err code = host.checkout_layer_pixels(effect, kInputCheckoutId, &job.inputWorld))
+    const PF_InData& in = *job.inData;
+    if (const PF_Err code = host.checkout_layer_pixels(in.effect_ref, kInputCheckoutId, &job.inputWorld))
         return code;
-    if (const PF_Err code = host.checkout_output(effect, &job.outputWorld)) return code;
+    if (const PF_Err code = host.checkout_output(in.effect_ref, &job.outputWorld)) return code;
     // A host that succeeds without an image has nothing to be rendered into or from.
     return job.inputWorld == nullptr || job.outputWorld == nullptr ? PF_Err_BAD_CALLBACK_PARAM : PF_Err_NONE;
 }
