@@ -1,0 +1,43 @@
+// A folder for the files of one test.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+class TempFolder {
+  public:
+    TempFolder() : path_(std::filesystem::temp_directory_path() / ("nevrel-test-" + uniqueName())) {
+        std::filesystem::create_directories(path_);
+    }
+    ~TempFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+    [[nodiscard]] std::string file(const char* name) const { return (path_ / name).string(); }
+
+  private:
+    static std::string uniqueName() {
+        static std::atomic<int> count{0};
+        return std::to_string(std::chrono::system_clock::now().time_since_epoch().count()) + "-" +
+               std::to_string(++count);
+    }
+
+    std::filesystem::path path_;
+};
+
+inline void WriteText(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+inline std::string ReadText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
