@@ -1,0 +1,125 @@
+#include "samples/frames.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "samples/dice.h"
+#include "samples/palette.h"
+#include "samples/scene.h"
+
+namespace {
+
+Image8 Cel(int width, int height) {
+    Image8 image(width, height, kPaper);
+    DrawFigure(image);
+    return image;
+}
+
+/// A blade of grass with its veins, growing upwards from the origin and bending over by `bend`.
+void DrawBlade(const Painter& painter, double length, double bend, PF_Pixel colour) {
+    painter.shape({{-7, 0, corner},
+                   {bend * 0.2 - 9, -0.5 * length},
+                   {bend, -length, corner},
+                   {bend * 0.2 + 9, -0.5 * length},
+                   {7, 0, corner}},
+                  colour, kFineLine);
+    painter.ink({{0, 0}, {bend * 0.2, -0.5 * length}, {bend, -length}}, kFineLine);
+}
+
+/// The figure in a meadow. The blades of grass keep their size in pixels however large the frame is.
+Image8 Busy(int width, int height) {
+    const PF_Pixel paints[] = {kGreen, kGreenShadow, kYellowShadow, kIron, kClothShadow};
+    Image8 image(width, height, kGreen);
+    const Painter meadow(image, {}, 1);
+    Dice dice(1);
+    constexpr int columnsApart = 26;
+    constexpr int rowsApart = 34;
+    for (int y = 0; y < height + 160; y += rowsApart) {
+        for (int x = -columnsApart; x < width + columnsApart; x += columnsApart) {
+            const Point root{x + dice.roll(2 * columnsApart) + 0.3, y + dice.roll(rowsApart) + 0.3};
+            const int length = 90 + dice.roll(70);
+            const int bend = dice.roll(121) - 60;
+            DrawBlade(meadow.placed(root, 1), length, bend, paints[dice.roll(5)]);
+        }
+    }
+    DrawFigure(image);
+    return image;
+}
+
+Image8 Noise(int width, int height) {
+    Image8 image(width, height);
+    Dice dice(2);
+    for (PF_Pixel& pixel : image.pixels) pixel = Paint(static_cast<unsigned>(dice.roll(1 << 24)));
+    return image;
+}
+
+/// Sheer stripes laid across each other: each keeps its edges all the way, whatever it crosses.
+Image8 Lines(int width, int height) {
+    constexpr int pitch = 16;
+    Image8 image(width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const unsigned across = y % pitch < 2 ? 0x20U : 0xE0U;
+            const unsigned down = x % pitch < 2 ? 0x20U : 0xE0U;
+            image.at(x, y) = Paint(across << 16 | down << 8 | 0x80U);
+        }
+    }
+    return image;
+}
+
+template <typename To, typename Channel>
+Image<To> Converted(const Image8& frame, Channel channel) {
+    Image<To> result(frame.width, frame.height);
+    std::transform(frame.pixels.begin(), frame.pixels.end(), result.pixels.begin(), [channel](PF_Pixel p) {
+        return To{channel(p.alpha), channel(p.red), channel(p.green), channel(p.blue)};
+    });
+    return result;
+}
+
+int Distance(PF_Pixel a, PF_Pixel b) {
+    return std::abs(a.alpha - b.alpha) + std::abs(a.red - b.red) + std::abs(a.green - b.green) +
+           std::abs(a.blue - b.blue);
+}
+
+}  // namespace
+
+Image8 MakeFrame(FrameKind kind, int width, int height) {
+    switch (kind) {
+        case FrameKind::blank:
+            break;
+        case FrameKind::cel:
+            return Cel(width, height);
+        case FrameKind::busy:
+            return Busy(width, height);
+        case FrameKind::noise:
+            return Noise(width, height);
+        case FrameKind::lines:
+            return Lines(width, height);
+    }
+    return {width, height, kCloth};
+}
+
+Image16 ToDepth16(const Image8& frame) {
+    return Converted<PF_Pixel16>(frame,
+                                 [](A_u_char c) { return static_cast<A_u_short>((c * 32768 + 127) / 255); });
+}
+
+ImageFloat ToDepthFloat(const Image8& frame) {
+    return Converted<PF_PixelFloat>(frame, [](A_u_char c) { return static_cast<float>(c) / 255.0F; });
+}
+
+double EdgeShare(const Image8& frame, int threshold) {
+    long long edges = 0;
+    for (int y = 0; y < frame.height; ++y) {
+        for (int x = 0; x < frame.width; ++x) {
+            const PF_Pixel here = frame.at(x, y);
+            const PF_Pixel right = frame.at(std::min(x + 1, frame.width - 1), y);
+            const PF_Pixel below = frame.at(x, std::min(y + 1, frame.height - 1));
+            const PF_Pixel across =
+                frame.at(std::min(x + 1, frame.width - 1), std::min(y + 1, frame.height - 1));
+            edges += Distance(here, right) > threshold || Distance(here, below) > threshold ||
+                     Distance(here, across) > threshold || Distance(right, below) > threshold;
+        }
+    }
+    return static_cast<double>(edges) / static_cast<double>(frame.pixels.size());
+}

@@ -1,0 +1,296 @@
+// The girl's figure and what she holds.
+#include <utility>
+
+#include "samples/dice.h"
+#include "samples/palette.h"
+#include "samples/scene.h"
+
+namespace {
+
+const Nodes kTorso = {{598, 536, corner}, {540, 562}, {500, 600}, {510, 700}, {530, 790, corner},
+                      {750, 790, corner}, {770, 700}, {780, 600}, {740, 562}, {682, 536, corner}};
+const Nodes kSkirt = {{518, 880, corner},  {640, 896},          {762, 880, corner}, {800, 990},
+                      {832, 1100, corner}, {446, 1100, corner}, {480, 990}};
+const Nodes kLeftSleeve = {{532, 564, corner}, {462, 604}, {396, 656},         {346, 668, corner},
+                           {334, 712},         {340, 800}, {372, 900, corner}, {440, 908},
+                           {506, 880, corner}, {522, 790}, {540, 690}};
+const Nodes kRightSleeve = {{748, 564, corner}, {830, 606},         {905, 612}, {962, 578, corner},
+                            {1000, 622},        {1004, 640},        {990, 780}, {952, 898, corner},
+                            {866, 908},         {790, 870, corner}, {772, 790}, {752, 690}};
+
+void DrawFlower(const Painter& painter, PF_Pixel petal, PF_Pixel petalShadow) {
+    for (const auto& [cloth, colour] : {std::pair{kCloth, petal}, std::pair{kClothShadow, petalShadow}}) {
+        for (int i = 0; i < 5; ++i) {
+            const Point d = Direction(0.2 * i - 0.05);
+            painter.tone(Ellipse({19 * d.x, 19 * d.y}, 15, 15), cloth, colour);
+        }
+        painter.tone(Ellipse({0, 0}, 16, 16), cloth, colour);
+    }
+    for (int i = 0; i < 5; ++i) {
+        const Point d = Direction(0.2 * i - 0.05);
+        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}), petal,
+                     kWhite);
+        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}), petalShadow,
+                     kWhiteShadow);
+    }
+    for (const PF_Pixel under : {petal, petalShadow, kWhite, kWhiteShadow})
+        painter.tone(Ellipse({0, 0}, 6, 6), under, kYellow);
+}
+
+void DrawPattern(const Painter& painter) {
+    const Point pinks[] = {{560, 650}, {720, 720}, {412, 720},  {470, 830}, {880, 690},
+                           {930, 840}, {560, 970}, {700, 1010}, {780, 640}};
+    const Point yellows[] = {{390, 840},  {480, 660}, {840, 810}, {640, 1060},
+                             {520, 1070}, {780, 960}, {955, 720}, {540, 750}};
+    double turns = 0;
+    for (const Point p : pinks) DrawFlower(painter.placed(p, 1.0, turns += 0.07), kPink, kPinkShadow);
+    for (const Point p : yellows) DrawFlower(painter.placed(p, 0.72, turns += 0.07), kYellow, kYellowShadow);
+    Dice dice(4);
+    for (int i = 0; i < 60; ++i) {
+        const Point p{350.0 + dice.roll(660), 590.0 + dice.roll(490)};
+        painter.tone(Ellipse(p, 4, 4), kCloth, kWhite);
+        painter.tone(Ellipse(p, 4, 4), kClothShadow, kWhiteShadow);
+    }
+}
+
+void DrawClothShadows(const Painter& painter) {
+    painter.tone({{700, 540, corner}, {730, 640}, {716, 800, corner}, {800, 800, corner}, {800, 540, corner}},
+                 kCloth, kClothShadow);
+    painter.tone({{500, 876, corner},
+                  {640, 912},
+                  {780, 876, corner},
+                  {790, 920, corner},
+                  {640, 940},
+                  {490, 912, corner}},
+                 kCloth, kClothShadow);
+    painter.tone({{690, 930, corner},
+                  {676, 1010},
+                  {690, 1100, corner},
+                  {850, 1100, corner},
+                  {780, 930, corner},
+                  {740, 1010}},
+                 kCloth, kClothShadow);
+    painter.tone({{500, 930, corner}, {520, 1010}, {500, 1100, corner}, {470, 1100, corner}, {490, 1010}},
+                 kCloth, kClothShadow);
+}
+
+void DrawTorso(const Painter& painter) {
+    painter.shape(kSkirt, kCloth, kOutline);
+    painter.shape(kTorso, kCloth, kOutline);
+    DrawClothShadows(painter);
+    painter.ink({{700, 896}, {684, 980}, {652, 1090}}, kLine);
+    painter.ink({{560, 900}, {552, 960}, {530, 1040}}, kLine);
+    painter.ink({{610, 902}, {612, 940}, {600, 990}}, kFineLine);
+    painter.ink({{742, 892}, {760, 960}, {770, 1030}}, kFineLine);
+}
+
+void DrawNeckAndCollar(const Painter& painter) {
+    painter.shape({{614, 470, corner},
+                   {614, 510},
+                   {594, 540, corner},
+                   {640, 640, corner},
+                   {686, 540, corner},
+                   {666, 510},
+                   {666, 470, corner}},
+                  kSkin, {2, 2, 2, kSkinLine});
+    painter.tone(
+        {{604, 470, corner}, {618, 506}, {650, 528}, {664, 560}, {676, 560, corner}, {680, 470, corner}},
+        kSkin, kSkinShadow);
+    painter.ink({{622, 556}, {634, 566}, {640, 580}}, {1, 1.6, 1, kSkinLine});
+    painter.ink({{662, 552}, {652, 562}, {650, 572}}, {1, 1.6, 1, kSkinLine});
+    painter.shape({{590, 532, corner},
+                   {602, 526, corner},
+                   {628, 590},
+                   {664, 650, corner},
+                   {640, 690, corner},
+                   {606, 610}},
+                  kWhite, kOutline);
+    painter.shape({{692, 532, corner},
+                   {676, 526, corner},
+                   {650, 596},
+                   {566, 768, corner},
+                   {600, 784, corner},
+                   {676, 640}},
+                  kWhite, kOutline);
+    painter.tone({{700, 540, corner}, {660, 640}, {584, 790, corner}, {620, 790, corner}, {700, 620, corner}},
+                 kWhite, kWhiteShadow);
+    painter.ink({{684, 530}, {662, 610}, {622, 690}, {580, 774}}, {1, 1.2, 1, kGreyShadow});
+}
+
+void DrawSash(const Painter& painter) {
+    painter.shape({{522, 768, corner},
+                   {640, 784},
+                   {758, 768, corner},
+                   {762, 830},
+                   {766, 888, corner},
+                   {640, 906},
+                   {514, 888, corner},
+                   {518, 830}},
+                  kSash, kOutline);
+    painter.tone({{700, 760, corner}, {718, 840}, {700, 920, corner}, {790, 920, corner}, {790, 760, corner}},
+                 kSash, kSashShadow);
+    painter.tone({{500, 790, corner}, {640, 806}, {780, 790, corner}, {780, 764, corner}, {500, 764, corner}},
+                 kSash, kSashShadow);
+    painter.ink({{520, 800}, {580, 808}, {640, 812}}, kFineLine);
+    painter.ink({{600, 870}, {680, 872}, {764, 862}}, kFineLine);
+    painter.ink({{516, 864}, {560, 870}, {590, 884}}, kFineLine);
+    painter.shape({{518, 832, corner},
+                   {640, 848},
+                   {762, 832, corner},
+                   {763, 846, corner},
+                   {640, 862},
+                   {517, 846, corner}},
+                  kYellow, kOutline);
+    for (int i = 0; i < 20; ++i) {
+        const double x = 526 + 12 * i;
+        const double y = 848 - 0.0011 * (x - 640) * (x - 640);
+        painter.tone(Straight({{x, y - 6}, {x + 3, y - 6}, {x + 11, y + 20}, {x + 8, y + 20}}), kYellow,
+                     kYellowShadow);
+    }
+    painter.shape(Ellipse({640, 854}, 17, 15), kGreen, kOutline);
+    painter.tone(Ellipse({648, 862}, 16, 12), kGreen, kGreenShadow);
+    painter.fill(Ellipse({634, 848}, 4, 3), kWhite);
+}
+
+void DrawArm(const Painter& painter, const Nodes& forearm) {
+    painter.shape(forearm, kSkin, {2.2, 2.2, 2.2, kSkinLine});
+}
+
+void DrawHand(const Painter& painter) {
+    const Pen line{1.6, 2.2, 1.6, kSkinLine};
+    painter.shape(
+        {{-26, 22}, {-34, -2}, {-26, -26}, {-2, -36}, {22, -28}, {32, -6}, {28, 20}, {8, 34}, {-12, 34}},
+        kSkin, line);
+    painter.tone({{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, kSkin,
+                 kSkinShadow);
+    for (int i = 0; i < 4; ++i) {
+        const double y = -22 + 14.0 * i;
+        painter.shape({{-36, y},
+                       {-32, y - 7},
+                       {-14, y - 8},
+                       {4, y - 4},
+                       {8, y + 2},
+                       {2, y + 7},
+                       {-16, y + 7},
+                       {-32, y + 6}},
+                      kSkin, line);
+    }
+    painter.shape(
+        {{28, -18}, {16, -34}, {-6, -44}, {-20, -42}, {-20, -33}, {-4, -30}, {10, -16}, {20, -4, corner}},
+        kSkin, line);
+    painter.ink({{-18, -40}, {-12, -41}, {-10, -36}, {-16, -35}}, {1, 1.2, 1, kSkinLine});
+}
+
+}  // namespace
+
+void DrawFoldingFan(const Painter& painter) {
+    constexpr int pleats = 20;
+    const auto at = [](double radius, double step) {
+        const Point d = Direction(-0.40 + 0.40 * step / pleats);
+        return Point{radius * d.x, radius * d.y};
+    };
+    for (int i = 0; i <= pleats; ++i) {
+        const Point from = at(-26, i);
+        const Point to = at(100, i);
+        painter.ink({{from.x, from.y}, {to.x, to.y}}, {4.5, 4.5, 4.5, kInk});
+        painter.ink({{from.x, from.y}, {to.x, to.y}}, {2, 2, 2, kWoodLight});
+    }
+    for (int i = 0; i < pleats; ++i) {
+        painter.fill(Straight({at(96, i), at(250, i), at(250, i + 1), at(96, i + 1)}),
+                     i % 2 == 0 ? kWhite : kWhiteShadow);
+    }
+    painter.tone(Ellipse(at(176, 8), 58, 58), kWhite, kYellow);
+    painter.tone(Ellipse(at(176, 8), 58, 58), kWhiteShadow, kYellowShadow);
+    Nodes rim;
+    for (int i = 0; i <= pleats; ++i) {
+        const Point outer = at(i % 2 == 0 ? 251 : 247, i);
+        const Point inner = at(96, i);
+        painter.ink({{inner.x, inner.y}, {outer.x, outer.y}}, kFineLine);
+        rim.push_back({outer.x, outer.y, corner});
+    }
+    painter.ink(rim, kOutline);
+    for (const double radius : {96.0, 112.0, 236.0}) {
+        Nodes arc;
+        for (int i = 0; i <= pleats; ++i) arc.push_back({at(radius, i).x, at(radius, i).y});
+        painter.ink(arc, radius == 96 ? kOutline : Pen{1.4, 1.4, 1.4, kYellowShadow});
+    }
+    for (const int i : {0, pleats}) {
+        const Nodes guard = {{at(-28, i).x, at(-28, i).y}, {at(252, i).x, at(252, i).y}};
+        painter.ink(guard, {9, 12, 12, kInk});
+        painter.ink(guard, {5, 8, 8, kWood});
+    }
+}
+
+void DrawPinwheel(const Painter& painter) {
+    painter.shape(Straight({{-4, 0}, {4, 0}, {5, 330}, {-3, 330}}), kWoodLight, kOutline);
+    painter.tone(Straight({{1, 0}, {4, 0}, {5, 330}, {1, 330}}), kWoodLight, kWood);
+    const PF_Pixel paints[] = {kSash, kYellow, kGreen, kPink};
+    const PF_Pixel shadows[] = {kSashShadow, kYellowShadow, kGreenShadow, kPinkShadow};
+    for (int i = 0; i < 8; ++i) {
+        const Painter blade = painter.placed({0, 0}, 1, i / 8.0 + 0.03);
+        blade.shape(
+            {{0, 0, corner}, {50, -8}, {104, 2}, {118, 30, corner}, {86, 62}, {60, 60, corner}, {40, 30}},
+            shadows[i % 4], kOutline);
+        blade.shape({{0, 0, corner}, {60, 2}, {118, 30, corner}, {90, 26}, {56, 34}, {34, 24}}, paints[i % 4],
+                    kOutline);
+        blade.ink({{18, 6}, {48, 14}, {84, 20}}, kFineLine);
+    }
+    painter.shape(Ellipse({0, 0}, 13, 13), kWhite, kOutline);
+    painter.shape(Ellipse({0, 0}, 5, 5), kRed, kFineLine);
+}
+
+void DrawGirl(const Painter& painter) {
+    DrawBackHair(painter);
+    DrawTorso(painter);
+    DrawNeckAndCollar(painter);
+    DrawSash(painter);
+
+    DrawPinwheel(painter.placed({262, 440}, 1, -0.03));
+    DrawArm(painter, {{420, 690, corner},
+                      {370, 680},
+                      {322, 636},
+                      {300, 610, corner},
+                      {332, 590, corner},
+                      {366, 620},
+                      {420, 646, corner}});
+    painter.tone(
+        {{420, 700, corner}, {368, 690}, {310, 630, corner}, {322, 620}, {370, 660}, {420, 672, corner}},
+        kSkin, kSkinShadow);
+    DrawFoldingFan(painter.placed({1030, 520}, 1));
+    DrawArm(painter, {{920, 650, corner},
+                      {965, 630},
+                      {1000, 590},
+                      {1010, 560, corner},
+                      {1044, 566, corner},
+                      {1036, 610},
+                      {1000, 660},
+                      {930, 720, corner}});
+    painter.tone({{930, 690, corner},
+                  {990, 650},
+                  {1030, 560, corner},
+                  {1060, 560, corner},
+                  {1040, 640},
+                  {930, 730, corner}},
+                 kSkin, kSkinShadow);
+    painter.shape(kLeftSleeve, kCloth, kOutline);
+    painter.shape(kRightSleeve, kCloth, kOutline);
+    painter.tone({{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}}, kCloth,
+                 kClothShadow);
+    painter.tone({{540, 600, corner}, {490, 720}, {480, 920, corner}, {550, 900, corner}, {560, 620, corner}},
+                 kCloth, kClothShadow);
+    painter.tone(
+        {{980, 600, corner}, {948, 740}, {900, 920, corner}, {1010, 920, corner}, {1020, 620, corner}},
+        kCloth, kClothShadow);
+    painter.tone({{760, 600, corner}, {800, 720}, {800, 900, corner}, {780, 900, corner}, {740, 620, corner}},
+                 kCloth, kClothShadow);
+    DrawPattern(painter);
+    painter.ink({{480, 640}, {500, 720}, {486, 800}}, kLine);
+    painter.ink({{420, 680}, {440, 760}, {430, 840}}, kLine);
+    painter.ink({{520, 600}, {496, 622}, {470, 630}}, kLine);
+    painter.ink({{850, 640}, {836, 720}, {850, 820}}, kLine);
+    painter.ink({{930, 640}, {910, 740}, {908, 830}}, kLine);
+    painter.ink({{770, 590}, {800, 622}, {830, 634}}, kLine);
+    DrawHand(painter.placed({312, 596}, 1, -0.04).mirrored(0));
+    DrawHand(painter.placed({1030, 548}, 1.0, 0.02));
+    DrawHead(painter);
+}

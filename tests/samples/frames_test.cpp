@@ -1,0 +1,73 @@
+// The frames that benchmarks and other tests start from: the same on every platform, and as full of edges as
+// they say.
+#include "samples/frames.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+struct Expected {
+    FrameKind kind;
+    std::uint32_t checksum;  ///< at 1920 x 1080
+    const char* name;
+    double leastEdges, mostEdges;
+};
+
+constexpr Expected kFrames[] = {{FrameKind::blank, 0x9CDE85C5, "blank", 0, 0},
+                                {FrameKind::cel, 0x7A362F71, "cel", 0.02, 0.04},
+                                {FrameKind::busy, 0xD3DC5A87, "busy", 0.3, 0.4},
+                                {FrameKind::noise, 0xACFFBFC5, "noise", 0.9, 1},
+                                {FrameKind::lines, 0x9D2DDDC5, "lines", 0.1, 0.3}};
+
+/// FNV-1a over the channels.
+std::uint32_t Checksum(const Image8& frame) {
+    std::uint32_t sum = 2166136261U;
+    for (const PF_Pixel p : frame.pixels) {
+        for (const std::uint32_t channel : {p.alpha, p.red, p.green, p.blue})
+            sum = (sum ^ channel) * 16777619U;
+    }
+    return sum;
+}
+
+TEST(Frames, AreTheSameEverywhere) {
+    for (const Expected& expected : kFrames) {
+        EXPECT_EQ(Checksum(MakeFrame(expected.kind, 1920, 1080)), expected.checksum) << expected.name;
+    }
+}
+
+TEST(Frames, HaveTheirShareOfEdges) {
+    for (const Expected& expected : kFrames) {
+        for (const int lines : {1080, 2160}) {
+            const double share = EdgeShare(MakeFrame(expected.kind, lines * 16 / 9, lines), 10);
+            EXPECT_GE(share, expected.leastEdges) << expected.name << ' ' << lines;
+            EXPECT_LE(share, expected.mostEdges) << expected.name << ' ' << lines;
+        }
+    }
+}
+
+TEST(Frames, AreOpaqueAtAnySize) {
+    for (const Expected& expected : kFrames) {
+        for (const auto& [width, height] : {std::pair{1, 1}, std::pair{3, 40}, std::pair{200, 7}}) {
+            const Image8 frame = MakeFrame(expected.kind, width, height);
+            ASSERT_EQ(frame.pixels.size(), static_cast<std::size_t>(width * height));
+            for (const PF_Pixel p : frame.pixels) ASSERT_EQ(p.alpha, 255) << expected.name;
+        }
+    }
+}
+
+TEST(Frames, KeepFullAndHalfIntensityAtEveryDepth) {
+    Image8 frame(3, 1);
+    frame.pixels = {{255, 0, 128, 1}, {0, 255, 254, 51}, {255, 255, 255, 255}};
+    const Image16 sixteen = ToDepth16(frame);
+    const ImageFloat floats = ToDepthFloat(frame);
+    EXPECT_EQ(sixteen.at(0, 0).alpha, 32768);
+    EXPECT_EQ(sixteen.at(0, 0).green, 16448);
+    EXPECT_EQ(sixteen.at(1, 0).blue, 6554);
+    EXPECT_EQ(floats.at(1, 0).red, 1.0F);
+    EXPECT_EQ(floats.at(1, 0).blue, 0.2F);
+}
+
+}  // namespace
