@@ -1,12 +1,14 @@
 #include "kernel/run_measures.h"
 
 #include <algorithm>
+#include <cassert>
+
+#include "kernel/edge_flags.h"
 
 namespace {
 
-// Where the run's boundary goes on behind the piece, along the axis.
 template <Side side>
-constexpr int behind = StepOf(side) < 0 ? 1 : 0;
+using MapView = SideView<side, MapFlags>;
 
 // A longer run stands only if its boundary goes on behind the piece.
 constexpr int longestShortRun = 2;
@@ -25,7 +27,7 @@ struct OuterRun {
 //      c =  0   |             P      closed by the boundary at its left end; open where row -1 has a crossing
 //                                    boundary, or the run just ends
 template <Side side>
-OuterRun MeasureOuterRun(const SideView<side>& view) {
+OuterRun MeasureOuterRun(const MapView<side>& view) {
     constexpr int step = StepOf(side);
     if (view.outward(0, -1) || view.crossing(step, 0)) return {0, false};
     int length = 0;
@@ -34,13 +36,13 @@ OuterRun MeasureOuterRun(const SideView<side>& view) {
         ++length;
         closed = view.crossing(a + step, 0);
     }
-    if (length > longestShortRun && !view.beside(behind<side>, 0)) return {0, false};
+    if (length > longestShortRun && !view.beside(view.behind, 0)) return {0, false};
     return {length, closed};
 }
 
 // The run between c = 0 and c = 1.
 template <Side side>
-int MeasureInnerRun(const SideView<side>& view) {
+int MeasureInnerRun(const MapView<side>& view) {
     constexpr int step = StepOf(side);
     int length = 0;
     bool ended = view.crossing(step, 0);
@@ -48,14 +50,14 @@ int MeasureInnerRun(const SideView<side>& view) {
         ++length;
         ended = view.crossing(a + step, 0);
     }
-    return length > longestShortRun && !view.beside(behind<side>, -1) ? 0 : length;
+    return length > longestShortRun && !view.beside(view.behind, -1) ? 0 : length;
 }
 
 }  // namespace
 
 template <Side side>
 int RunLength(const EdgeMap& map, int x, int y) noexcept {
-    const SideView<side> view(map, x, y);
+    const MapView<side> view(MapFlags(map, x, y));
     const OuterRun outer = MeasureOuterRun(view);
     if (outer.closed || view.inward(0, 0)) return outer.length;
     return std::max(outer.length, MeasureInnerRun(view));
@@ -63,18 +65,14 @@ int RunLength(const EdgeMap& map, int x, int y) noexcept {
 
 template <Side side>
 int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
-    constexpr int step = StepOf(side);
-    const SideView<side> view(map, x, y);
-    if (view.outward(0, -1) || view.beside(behind<side>, -1) || view.crossing(-step, 0) ||
-        view.inward(0, 0) || view.beside(behind<side>, 0)) {
-        return 0;
-    }
+    const MapView<side> view(MapFlags(map, x, y));
     const auto onLine = [&view](int a) {
         return !view.crossing(a, 0) && !view.crossing(a, -1) && view.beside(a, -1) && !view.crossing(a, 1) &&
                view.beside(a, 0);
     };
-    int length = 0;
-    while (onLine(step * (length + 1))) ++length;
+    assert(onLine(view.step));
+    int length = 1;
+    while (onLine(view.step * (length + 1))) ++length;
     return length > fullThinLine ? (length - fullThinLine) / 2 + fullThinLine : length;
 }
 
@@ -86,31 +84,31 @@ bool IsolatedBlock(const EdgeMap& map, int bx, int by) noexcept {
 
 template <Side side>
 bool BlockNear(const EdgeMap& map, int x, int y) noexcept {
+    if (y < 0) return false;  // all clear out there, and the map has no row further up
     constexpr int step = StepOf(side);
     constexpr int nearest = step < 0 ? 0 : 1;
-    const SideView<side> view(map, x, y);
-    if (view.positionAcross() < 0)
-        return false;  // everything is clear out there, and the map ends above row -1
+    const MapView<side> view(MapFlags(map, x, y));
     const bool here = view.beside(nearest, 0);
     if (here == view.beside(nearest, -1)) return false;
-    const int across = here ? -1 : 0;
-    return IsolatedBlock(map, view.mapX(step, across), view.mapY(step, across));
+    const Offset block = AlongSide<side>(step, here ? -1 : 0);
+    return IsolatedBlock(map, x + block.dx, y + block.dy);
 }
 
 template <Side side>
 std::int64_t LengthFactor(const EdgeMap& map, int n, int x, int y, std::int32_t softness) noexcept {
     assert(n > 0);
-    const SideView<side> view(map, x, y);
-    const int reach = StepOf(side) * (n + 1);
-    const int farEnd = view.position() + reach;
-    const bool inside = farEnd >= 0 && farEnd < view.extent();
-    const int m = inside ? RunLength<Opposite(side)>(map, view.mapX(reach, 0), view.mapY(reach, 0)) : 0;
+    const Offset reach = AlongSide<side>(StepOf(side) * (n + 1), 0);
+    const int farX = x + reach.dx;
+    const int farY = y + reach.dy;
+    const bool inside = farX >= 0 && farX < map.width() && farY >= 0 && farY < map.height();
+    const int m = inside ? RunLength<Opposite(side)>(map, farX, farY) : 0;
     const std::int64_t percent = softness;
     if (m == 0) return percent;
     if (n == 1 && m == 1) {
         if (BlockNear<side>(map, x, y)) return percent * 10 / 100;
-        if (BlockNear<side>(map, view.mapX(0, 1), view.mapY(0, 1)) ||
-            BlockNear<side>(map, view.mapX(0, -1), view.mapY(0, -1))) {
+        constexpr Offset next = AlongSide<side>(0, 1);
+        if (BlockNear<side>(map, x + next.dx, y + next.dy) ||
+            BlockNear<side>(map, x - next.dx, y - next.dy)) {
             return percent * 36 / 100;
         }
     }

@@ -19,7 +19,8 @@ inline constexpr auto& RightRun = RunLength<Side::right>;
 inline constexpr auto& UpRun = RunLength<Side::up>;
 inline constexpr auto& DownRun = RunLength<Side::down>;
 
-/// Length of a line one pixel thick that ends at the piece, or 0; lengths above 5 are compressed.
+/// Length of the line one pixel thick that ends at the piece on this side, where its mask says that there is
+/// one; lengths above 5 are compressed.
 template <Side side>
 [[nodiscard]] int ThinLineLength(const EdgeMap& map, int x, int y) noexcept;
 

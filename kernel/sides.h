@@ -1,10 +1,11 @@
-// The four sides of a boundary piece, and the map seen along each of them.
+// The four sides of a boundary piece, and the edge flags seen along each of them.
 #pragma once
 
 #include "kernel/edge_map.h"
+#include "kernel/offset.h"
 
 /// Left and right of a vertical piece R(x, y), above and below a horizontal piece D(x, y).
-enum class Side { left = 0, right = 1, up = 2, down = 3 };
+enum class Side { left, right, up, down };
 
 [[nodiscard]] constexpr bool IsHorizontal(Side side) { return side == Side::left || side == Side::right; }
 [[nodiscard]] constexpr int StepOf(Side side) { return side == Side::left || side == Side::up ? -1 : 1; }
@@ -21,46 +22,50 @@ enum class Side { left = 0, right = 1, up = 2, down = 3 };
     }
 }
 
-/// The map around (x, y) in a side's own coordinates: `a` pixels along the axis that the side walks (x for
-/// left and right, y for up and down), `c` pixels across it. The vertical sides thus see the map transposed.
+/// The offset of a pixels along a side's axis (x for left and right, y for up and down) and c pixels across
+/// it.
 template <Side side>
+[[nodiscard]] constexpr Offset AlongSide(int a, int c) {
+    return IsHorizontal(side) ? Offset{a, c} : Offset{c, a};
+}
+
+/// Flags by their offset from a pixel, in a side's own coordinates. The vertical sides thus see the map
+/// transposed.
+///
+/// Flags answers test(dx, dy, flag), with a bool for one pixel or a PixelMask for many.
+template <Side side, typename Flags>
 class SideView {
   public:
-    SideView(const EdgeMap& map, int x, int y) : map_(map), x_(x), y_(y) {}
+    explicit SideView(const Flags& flags) : flags_(flags) {}
 
-    /// A boundary across the way, between a and a + 1.
-    [[nodiscard]] bool crossing(int a, int c) const {
+    /// A boundary across the way, between a and a + 1. The piece itself is crossing(0, 0).
+    [[nodiscard]] auto crossing(int a, int c) const {
         return test(a, c, IsHorizontal(side) ? EdgeRight : EdgeDown);
     }
     /// A boundary beside the way, between c and c + 1.
-    [[nodiscard]] bool beside(int a, int c) const {
+    [[nodiscard]] auto beside(int a, int c) const {
         return test(a, c, IsHorizontal(side) ? EdgeDown : EdgeRight);
     }
-    /// The two diagonals of a cell. They change places with the direction of the walk, not with its axis: a
-    /// pixel at c = 0 differs from the next one ahead at c = -1 (`outward`, asked at c = -1) or at c = 1
-    /// (`inward`).
-    [[nodiscard]] bool outward(int a, int c) const {
+
+    /// The two diagonals of a cell; they change places with the direction of the walk, not with its axis.
+    /// Going from c = 0 one pixel ahead crosses `outward` of cell (0, -1) on the way to c = -1 and `inward`
+    /// of cell (0, 0) on the way to c = 1.
+    [[nodiscard]] auto outward(int a, int c) const {
         return test(a, c, StepOf(side) < 0 ? EdgeDiagonal : EdgeAntiDiagonal);
     }
-    [[nodiscard]] bool inward(int a, int c) const {
+    [[nodiscard]] auto inward(int a, int c) const {
         return test(a, c, StepOf(side) < 0 ? EdgeAntiDiagonal : EdgeDiagonal);
     }
 
-    /// The position along the axis, and the image's extent there.
-    [[nodiscard]] int position() const { return IsHorizontal(side) ? x_ : y_; }
-    [[nodiscard]] int extent() const { return IsHorizontal(side) ? map_.width() : map_.height(); }
-    [[nodiscard]] int positionAcross() const { return IsHorizontal(side) ? y_ : x_; }
-
-    /// Map coordinates of a position relative to (x, y).
-    [[nodiscard]] int mapX(int a, int c) const { return x_ + (IsHorizontal(side) ? a : c); }
-    [[nodiscard]] int mapY(int a, int c) const { return y_ + (IsHorizontal(side) ? c : a); }
+    /// One step of the walk, and the cell whose `beside` flag continues the run's boundary behind the piece.
+    static constexpr int step = StepOf(side);
+    static constexpr int behind = step < 0 ? 1 : 0;
 
   private:
-    [[nodiscard]] bool test(int a, int c, EdgeFlag flag) const {
-        return (map_.flags(mapX(a, c), mapY(a, c)) & flag) != 0;
+    [[nodiscard]] auto test(int a, int c, EdgeFlag flag) const {
+        const Offset offset = AlongSide<side>(a, c);
+        return flags_.test(offset.dx, offset.dy, flag);
     }
 
-    const EdgeMap& map_;
-    int x_;
-    int y_;
+    Flags flags_;
 };

@@ -1,14 +1,13 @@
-// Shapes that the smoothing pass recognises in the edge map around a pixel.
+// Staircases of 45 degrees that continue a straight piece.
 #pragma once
 
 #include <array>
-#include <optional>
 
-#include "kernel/neighbourhood.h"
+#include "kernel/edge_map.h"
+#include "kernel/offset.h"
 
-/// One way in which a straight piece, two pixels long, goes on as a 45-degree staircase. Cell i of the trace
-/// lies at start + i * step; while the ramp lasts, step i blends source + i * step into destination + i *
-/// step.
+/// One way in which a straight piece, two pixels long, goes on as a staircase. Cell i of the trace lies at
+/// start + i * step; while the ramp lasts, step i blends source + i * step into destination + i * step.
 struct StaircaseVariant {
     Offset start;
     Offset step;
@@ -16,6 +15,14 @@ struct StaircaseVariant {
     bool restores;      ///< the source's own output pixel is restored with a second ramp
     Offset destination;
     Offset source;
+
+    /// The flag that ends the trace, in a cell or in the one beside it: the diagonal along the way.
+    [[nodiscard]] constexpr EdgeFlag stop() const {
+        return step.dx == step.dy ? EdgeDiagonal : EdgeAntiDiagonal;
+    }
+    [[nodiscard]] constexpr Offset besideCell() const {
+        return required == EdgeDown ? Offset{-1, 0} : Offset{0, -1};
+    }
 };
 
 /// From this many cells on a staircase counts as one.
@@ -39,18 +46,3 @@ inline constexpr std::array<StaircaseVariant, 4> verticalStaircases{{
 
 /// Number of cells of a variant's staircase at (x, y), 0 when there is none.
 [[nodiscard]] int StaircaseLength(const StaircaseVariant& variant, const EdgeMap& map, int x, int y) noexcept;
-
-/// Whether the pixel is the tip of a line or an isolated pixel, to be averaged with its neighbours.
-[[nodiscard]] bool TipShape(const Neighbourhood& at) noexcept;
-
-/// The pixel to restore at a notch of the vertical piece R(x, y).
-[[nodiscard]] std::optional<Offset> VerticalPieceNotch(const Neighbourhood& at) noexcept;
-
-/// The pixel to restore at a notch of the horizontal piece D(x, y).
-[[nodiscard]] std::optional<Offset> HorizontalPieceNotch(const Neighbourhood& at) noexcept;
-
-/// The pixel to restore at a notch of the corner formed by D(x, y) and R(x, y).
-[[nodiscard]] std::optional<Offset> CornerNotch(const Neighbourhood& at) noexcept;
-
-/// The pixel to restore beside a line tip.
-[[nodiscard]] std::optional<Offset> TipNotch(const Neighbourhood& at) noexcept;

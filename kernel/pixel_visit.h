@@ -1,0 +1,157 @@
+// What the smoothing pass does at one pixel.
+#pragma once
+
+#include <array>
+#include <cassert>
+#include <cstddef>
+
+#include "kernel/canvas.h"
+#include "kernel/edge_flags.h"
+#include "kernel/ramp.h"
+#include "kernel/run_measures.h"
+#include "kernel/step_masks.h"
+
+/// The steps at one pixel, in their fixed order; later ones act on what earlier ones have left.
+template <typename Depth, KeyMode mode>
+class PixelVisit {
+    using Weights = typename Depth::Weights;
+    using Weight = typename Weights::Weight;
+    using Ramp = RampState<Weight>;
+
+  public:
+    /// `bit` is the pixel's bit in the masks.
+    PixelVisit(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
+               const StepMasks& steps, int bit, int x, int y)
+        : canvas_(canvas), map_(map), weights_(weights), steps_(steps), bit_(bit), x_(x), y_(y) {}
+
+    void run() noexcept {
+        if (applies(steps_.vertical)) treatVerticalPiece();
+        if (applies(steps_.horizontal)) treatHorizontalPiece();
+        if (!thinBlended_) treatTip();
+        blendJunctions();
+    }
+
+  private:
+    enum class Blended { no, run, thinLine };
+
+    [[nodiscard]] bool applies(PixelMask step) const { return step.test(bit_); }
+
+    void treatVerticalPiece() noexcept {
+        const Blended left = blendSide<Side::left>();
+        const Blended right = blendSide<Side::right>();
+        const bool stairs = blendStaircases(horizontalStaircases, steps_.horizontalStaircase);
+        if (!stairs && applies(steps_.corner)) {
+            if (right == Blended::no) canvas_.blendFrom(x_, y_, x_ + 1, y_, weights_.cornerWeight);
+            if (left == Blended::no) canvas_.blendFrom(x_ + 1, y_, x_, y_, weights_.cornerWeight);
+        }
+        restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
+    }
+
+    void treatHorizontalPiece() noexcept {
+        blendSide<Side::up>();
+        blendSide<Side::down>();
+        blendStaircases(verticalStaircases, steps_.verticalStaircase);
+        restoreFirst(steps_.horizontalNotch, horizontalNotchPixel, Weights::half);
+        restoreFirst(steps_.cornerNotch, cornerNotchPixel, Weights::half);
+    }
+
+    void treatTip() noexcept {
+        if (applies(steps_.tip)) {
+            canvas_.averageTip(x_, y_, weights_.tipWeight);
+        } else if (applies(steps_.aboveTip) && x_ <= map_.width() - 4 && y_ >= 3) {
+            canvas_.restorePixel(x_ + 1, y_ - 1, Weights::threeQuarters);
+        } else if (applies(steps_.besideTip)) {
+            canvas_.restorePixel(x_, y_, Weights::threeQuarters);
+        }
+    }
+
+    void blendJunctions() noexcept {
+        for (std::size_t i = 0; i < junctions.size(); ++i) {
+            if (!applies(steps_.junction[i])) continue;
+            const auto& [from, into] = junctions[i];
+            canvas_.blendFrom(x_ + from.dx, y_ + from.dy, x_ + into.dx, y_ + into.dy, Weights::sixth);
+        }
+    }
+
+    // Restores the pixel of the first pattern that applies.
+    template <std::size_t count>
+    void restoreFirst(const std::array<PixelMask, count>& patterns, const std::array<Offset, count>& restored,
+                      Weight weight) noexcept {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (!applies(patterns[i])) continue;
+            canvas_.restorePixel(x_ + restored[i].dx, y_ + restored[i].dy, weight);
+            return;
+        }
+    }
+
+    template <Side side>
+    Blended blendSide() noexcept {
+        constexpr auto index = static_cast<std::size_t>(side);
+        if (applies(steps_.run[index])) {
+            if (const int run = RunLength<side>(map_, x_, y_); run > 0) {
+                walkRamp<side>(
+                    weights_.runRamp(run, LengthFactor<side>(map_, run, x_, y_, weights_.softness())));
+                return Blended::run;
+            }
+        }
+        if (applies(steps_.line[index])) {
+            walkRamp<side>(weights_.thinLineRamp(ThinLineLength<side>(map_, x_, y_)));
+            thinBlended_ = true;
+            return Blended::thinLine;
+        }
+        return Blended::no;
+    }
+
+    // Blends the pixel behind the piece into the pixels before it, for as long as the ramp and the image
+    // last.
+    template <Side side>
+    void walkRamp(Ramp ramp) noexcept {
+        constexpr Offset step = AlongSide<side>(StepOf(side), 0);
+        // The piece lies between (x, y) and the next pixel right or down.
+        int toX = x_ + (step.dx > 0 ? 1 : 0);
+        int toY = y_ + (step.dy > 0 ? 1 : 0);
+        const auto source = canvas_.source(toX - step.dx, toY - step.dy);
+        for (; !ramp.done && canvas_.contains(toX, toY); toX += step.dx, toY += step.dy) {
+            canvas_.blend(toX, toY, source, RampWeight(ramp));
+        }
+    }
+
+    bool blendStaircases(const std::array<StaircaseVariant, 4>& variants,
+                         const std::array<PixelMask, 4>& masks) noexcept {
+        bool applied = false;
+        for (std::size_t i = 0; i < variants.size(); ++i) {
+            if (!applies(masks[i])) continue;
+            walkStaircase(variants[i], StaircaseLength(variants[i], map_, x_, y_));
+            applied = true;
+        }
+        return applied;
+    }
+
+    // A staircase's ramp ends within its cells, but for very long ones; those end at the image's edge.
+    void walkStaircase(const StaircaseVariant& variant, int length) noexcept {
+        assert(length >= shortestStaircase);
+        Ramp ramp = weights_.staircaseRamp(length);
+        Ramp restoring = weights_.restoringRamp(length);
+        int toX = x_ + variant.destination.dx;
+        int toY = y_ + variant.destination.dy;
+        int fromX = x_ + variant.source.dx;
+        int fromY = y_ + variant.source.dy;
+        while (!ramp.done && canvas_.contains(toX, toY) && canvas_.contains(fromX, fromY)) {
+            canvas_.blendFrom(fromX, fromY, toX, toY, RampWeight(ramp));
+            if (variant.restores) canvas_.restorePixel(fromX, fromY, RampWeight(restoring));
+            toX += variant.step.dx;
+            toY += variant.step.dy;
+            fromX += variant.step.dx;
+            fromY += variant.step.dy;
+        }
+    }
+
+    const Canvas<Depth, mode>& canvas_;
+    const EdgeMap& map_;
+    const BlendWeights<Weights>& weights_;
+    const StepMasks& steps_;
+    int bit_;
+    int x_;
+    int y_;
+    bool thinBlended_ = false;
+};
