@@ -1,0 +1,192 @@
+// The kernels' arithmetic against the judge's, over everything that can be counted.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "kernel/depth16.h"
+#include "kernel/depth8.h"
+#include "kernel/depth_float.h"
+#include "tests/judge/depths.h"
+
+namespace {
+
+#ifdef NDEBUG
+constexpr int stride = 1;
+#else
+constexpr int stride = 7;  // the sanitizers' builds are slow; what they look for does not hide between values
+#endif
+
+template <typename Pixel, typename P>
+Pixel ToHost(const P& p) {
+    return {p.alpha, p.red, p.green, p.blue};
+}
+
+/// The kernel's blend of `src` into `dst` is the judge's.
+template <typename KernelDepth, typename JudgeDepth>
+bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
+               typename JudgeDepth::Weight weight) {
+    using Pixel = typename KernelDepth::Pixel;
+    Pixel blended = ToHost<Pixel>(dst);
+    KernelDepth::blend(blended, ToHost<Pixel>(src), weight);
+    typename JudgeDepth::P judged = dst;
+    JudgeDepth::blend(judged, src, weight);
+    return std::memcmp(&blended, &judged, sizeof blended) == 0;
+}
+
+/// The least weight at which source and target mix to `value` or beyond it, seen from the target.
+int RoundingEdge(int source, int target, int value) {
+    const std::int64_t gap = std::int64_t{value} * 65536 - 32768 - std::int64_t{target} * 65535;
+    const std::int64_t slope = source - target;
+    return static_cast<int>(slope > 0 ? (gap + slope - 1) / slope : (gap + 65536 + slope) / slope);
+}
+
+TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
+    for (int s = 0; s < 256; s += stride)
+        for (int d = 0; d < 256; ++d) {
+            std::vector<int> weights = {0, 1, 32767, 65534, 65535};
+            for (int value = std::min(s, d); s != d && value <= std::max(s, d); ++value)
+                for (const int near : {-1, 0, 1}) weights.push_back(RoundingEdge(s, d, value) + near);
+            const auto source = static_cast<std::uint8_t>(s), target = static_cast<std::uint8_t>(d);
+            for (const int w : weights) {
+                if (w < 0 || w > 65535) continue;
+                const bool same =
+                    SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
+                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w);
+                ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
+            }
+        }
+}
+
+TEST(Exhaustive, Blend8OfEveryPairOfAlphas) {
+    for (int s = 0; s < 256; s += stride)
+        for (int d = 0; d < 256; ++d)
+            for (int w = 0; w < 65536; w += 251) {
+                const auto source = static_cast<std::uint8_t>(s), target = static_cast<std::uint8_t>(d);
+                const bool same =
+                    SameBlend<Depth8, judge::Depth8>({target, 0, 255, 100}, {source, 255, 0, 200}, w);
+                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight " << w;
+            }
+}
+
+TEST(Exhaustive, Blend16AtEveryWeight) {
+    constexpr std::uint16_t values[] = {0,     1,     2,     127,   129,   1285, 16383,
+                                        16384, 16385, 20001, 32766, 32767, 32768};
+    for (const std::uint16_t s : values)
+        for (const std::uint16_t d : values)
+            for (int w = 0; w < 65536; w += stride) {
+                const bool same =
+                    SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w) &&
+                    SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w);
+                ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
+            }
+}
+
+TEST(Exhaustive, FloatBlendOfEveryPairOfAlphas) {
+    const auto value = [](int v) { return static_cast<float>(v) / 255.0F; };
+    for (int s = 0; s < 256; s += stride)
+        for (int d = 0; d < 256; ++d)
+            for (int w = 0; w <= 64; ++w) {
+                const float weight = static_cast<float>(w) / 64.0F;
+                const bool same = SameBlend<DepthFloat, judge::DepthFloat>(
+                    {value(d), 0.3F, -1.0F, value(s)}, {value(s), 7.0F, 0.1F, value(d)}, weight);
+                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight " << weight;
+            }
+}
+
+/// Every weight of a ramp is the judge's, and both end in the same step.
+template <typename KernelRamp, typename JudgeRamp>
+bool SameRamp(KernelRamp kernel, JudgeRamp judged) {
+    while (!judged.done) {
+        if (kernel.done) return false;
+        const auto expected = judged.next();
+        const auto weight = RampWeight(kernel);
+        if (std::memcmp(&weight, &expected, sizeof weight) != 0) return false;
+    }
+    return kernel.done;
+}
+
+template <typename KernelWeights, typename JudgeWeights>
+void CompareRamps() {
+    for (int bias = -100; bias <= 100; bias += stride) {
+        for (int percent = -20; percent <= 143; ++percent)
+            for (int n = 1; n <= 24; ++n)
+                ASSERT_TRUE(SameRamp(BlendWeights<KernelWeights>(70, bias).runRamp(n, percent),
+                                     judge::RampKinds<JudgeWeights>{70, bias}.run(n, percent)))
+                    << "bias " << bias << ", factor " << percent << ", run " << n;
+        for (int softness = 0; softness <= 100; ++softness) {
+            const BlendWeights<KernelWeights> kernel(softness, bias);
+            const judge::RampKinds<JudgeWeights> judged{softness, bias};
+            for (int n = 2; n <= 24; ++n)
+                ASSERT_TRUE(SameRamp(kernel.thinLineRamp(n - 1), judged.thinLine(n - 1)) &&
+                            SameRamp(kernel.staircaseRamp(n), judged.staircase(n)) &&
+                            SameRamp(kernel.restoringRamp(n), judged.staircaseRestore(n)))
+                    << "bias " << bias << ", softness " << softness << ", length " << n;
+        }
+    }
+}
+
+TEST(Exhaustive, RampsOfEveryFactorSoftnessAndBias) {
+    CompareRamps<IntegerWeights, judge::IntegerWeights>();
+    CompareRamps<FloatWeights, judge::FloatWeights>();
+}
+
+TEST(Exhaustive, CornerAndTipWeightsOfEverySoftness) {
+    for (int softness = 0; softness <= 100; ++softness) {
+        const BlendWeights<IntegerWeights> integer(softness, 0);
+        EXPECT_EQ(integer.cornerWeight, judge::IntegerWeights::corner(softness)) << softness;
+        EXPECT_EQ(integer.tipWeight, judge::IntegerWeights::tip(softness)) << softness;
+        const BlendWeights<FloatWeights> floating(softness, 0);
+        EXPECT_EQ(floating.cornerWeight, judge::FloatWeights::corner(softness)) << softness;
+        EXPECT_EQ(floating.tipWeight, judge::FloatWeights::tip(softness)) << softness;
+    }
+}
+
+TEST(Exhaustive, Scale16IsTheTruncatedQuotient) {
+    for (int v = 0; v <= 255; ++v) {
+        EXPECT_LE(Scale16(v) * 255, v * 32768) << v;
+        EXPECT_GT((Scale16(v) + 1) * 255, v * 32768) << v;
+    }
+}
+
+/// Both take the pixel with this red, and the key's own green and blue, for the key's colour, or neither
+/// does.
+template <typename KernelDepth, typename JudgeDepth, typename Channel>
+bool SameVerdict(const typename KernelDepth::Key& key, const JudgeDepth& judged, Channel red) {
+    const typename JudgeDepth::P p = {Channel{1}, red, static_cast<Channel>(judged.keyGreen),
+                                      static_cast<Channel>(judged.keyBlue)};
+    return key.matches(ToHost<typename KernelDepth::Pixel>(p)) == judged.matchesKey(p);
+}
+
+TEST(Exhaustive, KeyOfEveryValueAndTolerance) {
+    for (int value = 0; value < 256; value += stride)
+        for (int tolerance = 0; tolerance < 256; ++tolerance) {
+            const EffectValues values = {0, 0, 0, 1, value + 256, 255, 0, tolerance, 0};
+            const judge::Values same = {0, 0, 0, 1, value + 256, 255, 0, tolerance, 0};
+            const Depth8::Key key8(values);
+            const judge::Depth8 judge8(same);
+            for (int red = 0; red < 256; ++red)
+                ASSERT_TRUE(SameVerdict<Depth8>(key8, judge8, static_cast<std::uint8_t>(red)))
+                    << value << " +- " << tolerance << ", red " << red;
+
+            const Depth16::Key key16(values);
+            const judge::Depth16 judge16(same);
+            const DepthFloat::Key keyFloat(values);
+            const judge::DepthFloat judgeFloat(same);
+            for (const int sign : {-1, 1})
+                for (const int near : {-1, 0, 1}) {
+                    const int red16 = judge16.keyRed + sign * (judge16.keyTolerance + near);
+                    const float redFloat =
+                        judgeFloat.keyRed + static_cast<float>(sign) * judgeFloat.keyTolerance;
+                    ASSERT_TRUE(red16 < 0 || red16 > 32768 ||
+                                SameVerdict<Depth16>(key16, judge16, static_cast<std::uint16_t>(red16)))
+                        << value << " +- " << tolerance;
+                    ASSERT_TRUE(SameVerdict<DepthFloat>(
+                        keyFloat, judgeFloat, std::nextafter(redFloat, redFloat + static_cast<float>(near))))
+                        << value << " +- " << tolerance;
+                }
+        }
+}
+
+}  // namespace

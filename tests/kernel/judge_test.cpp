@@ -1,0 +1,157 @@
+// The kernels against the judge, bit for bit, on random pictures.
+//
+// Every picture comes from one seed. A failure prints it; NEVREL_TEST_SEED=<seed> starts the run there.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+#include "tests/judge/judge.h"
+#include "tests/kernel/kernel_run.h"
+#include "tests/kernel/random_pictures.h"
+
+namespace {
+
+#ifdef NDEBUG
+constexpr int picturesPerWidth = 1000;
+#else
+constexpr int picturesPerWidth = 6;
+#endif
+constexpr int widest = 67;
+
+std::uint64_t FirstSeed() {
+    const char* seed = std::getenv("NEVREL_TEST_SEED");
+    return seed == nullptr ? 1'000'000 : std::strtoull(seed, nullptr, 10);
+}
+
+/// As Identical, but any NaN equals any other: which operand's bits a NaN keeps is the compiler's choice.
+template <typename P>
+bool SameResult(const P& p, const P& q) {
+    return judge::Identical(p, q);
+}
+bool SameResult(const judge::PixelFloat& p, const judge::PixelFloat& q) {
+    const auto same = [](float a, float b) {
+        return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
+    };
+    return same(p.alpha, q.alpha) && same(p.red, q.red) && same(p.green, q.green) && same(p.blue, q.blue);
+}
+
+template <typename P>
+std::string Text(const P& p) {
+    std::ostringstream text;
+    text.precision(9);
+    text << "argb(" << +p.alpha << ", " << +p.red << ", " << +p.green << ", " << +p.blue << ")";
+    return text.str();
+}
+
+std::string Text(const judge::Values& v) {
+    std::ostringstream text;
+    text << "threshold " << v.colorThreshold << ", softness " << v.softness << ", bias " << v.bias;
+    if (v.colorKeyEnable != 0)
+        text << ", key (" << v.keyRed << ", " << v.keyGreen << ", " << v.keyBlue << ") +- " << v.keyThreshold
+             << (v.keyInvert != 0 ? " inverted" : "");
+    return text.str();
+}
+
+/// The first pixel in which the kernel's result is not the judge's, or nothing.
+template <typename P>
+std::string FirstDifference(const judge::Picture<P>& kernel, const judge::Picture<P>& judged) {
+    std::ostringstream text;
+    for (int y = 0; y < judged.height; ++y)
+        for (int x = 0; x < judged.width; ++x)
+            if (!SameResult(kernel.at(x, y), judged.at(x, y))) {
+                text << "(" << x << ", " << y << "): kernel " << Text(kernel.at(x, y)) << ", judge "
+                     << Text(judged.at(x, y));
+                return text.str();
+            }
+    return "";
+}
+
+template <typename P>
+class KernelAgainstJudge : public testing::Test {
+  protected:
+    /// Renders one picture both ways; false on a mismatch, which it reports.
+    bool agree(const judge::Values& values, const IndexPicture& shapes, const std::vector<P>& palette,
+               std::uint64_t seed) {
+        const judge::Picture<P> picture = Paint(shapes, palette);
+        const std::string difference =
+            FirstDifference(RunKernel(values, picture, seed), judge::Render(values, picture));
+        if (difference.empty() && !this->HasFailure()) return true;
+        std::string colours;
+        for (std::size_t i = 0; i < palette.size(); ++i)
+            colours += ".#ox"[i] + (" = " + Text(palette[i])) + "\n";
+        ADD_FAILURE() << "seed " << seed << ": " << Text(values) << "\n"
+                      << colours << shapes.text() << difference;
+        return false;
+    }
+
+    /// Width and key mode follow from the seed, so that consecutive seeds cover all of them.
+    bool agreeOnRandomPicture(std::uint64_t seed) {
+        Dice dice(seed);
+        const int width = 1 + static_cast<int>(seed % widest);
+        const int height = dice.oneIn(3) ? dice.between(1, 8) : dice.between(1, 40);
+        const auto mode = seed / widest % 3;
+        const judge::Values values = RandomValues(mode > 0, mode == 2, dice);
+        const std::vector<P> palette = RandomPalette<P>(values, dice);
+        return agree(values, RandomShapes(width, height, dice), palette, seed);
+    }
+};
+
+using PixelTypes = testing::Types<judge::Pixel8, judge::Pixel16, judge::PixelFloat>;
+TYPED_TEST_SUITE(KernelAgainstJudge, PixelTypes);
+
+TYPED_TEST(KernelAgainstJudge, EveryWidthAndKeyMode) {
+    const std::uint64_t first = FirstSeed();
+    for (std::uint64_t seed = first; seed < first + picturesPerWidth * widest; ++seed)
+        if (!this->agreeOnRandomPicture(seed)) return;
+}
+
+/// Runs, thin lines and staircases far longer than the random pictures hold.
+TYPED_TEST(KernelAgainstJudge, LongShapes) {
+    const auto palette = std::vector<TypeParam>{{}, {1, 1, 1, 1}, {}, {}};
+    judge::Values values{.colorThreshold = 0, .softness = 100, .bias = 30};
+    IndexPicture step(3000, 3), stairs(200, 200), line(5, 2500);
+    step.fill(0, 2, 2999, 2, 1);
+    step.fill(1500, 1, 2999, 1, 1);
+    for (int y = 0; y < 200; ++y) stairs.fill(0, y, y / 2 * 2, y, 1);
+    line.fill(2, 10, 2, 2400, 1);
+    for (const IndexPicture* shapes : {&step, &stairs, &line})
+        EXPECT_TRUE(this->agree(values, *shapes, palette, 1));
+}
+
+using FloatKernels = KernelAgainstJudge<judge::PixelFloat>;
+
+TEST_F(FloatKernels, NotANumberAndInfinity) {
+    constexpr float odd[] = {NAN, INFINITY, -INFINITY, 1e30f, -0.5f};
+    for (std::uint64_t seed = 0; seed < widest * 3; ++seed) {
+        Dice dice(seed);
+        const judge::Values values = RandomValues(seed % 3 > 0, seed % 3 == 2, dice);
+        std::vector<judge::PixelFloat> palette = RandomPalette<judge::PixelFloat>(values, dice);
+        for (judge::PixelFloat& p : palette)
+            (dice.oneIn(2) ? p.alpha : p.green) = dice.oneIn(2) ? p.red : odd[dice.below(5)];
+        if (!agree(values, RandomShapes(1 + static_cast<int>(seed % widest), 20, dice), palette, seed))
+            return;
+    }
+}
+
+/// Against transparency, a staircase's ramp can end in a weight of 0 on a pixel that is 0 as well.
+TEST_F(FloatKernels, FinitePicturesStayFinite) {
+    const judge::PixelFloat opaque = {1, 0.5f, 2, -1}, clear = {0, 1, 1, 1};
+    for (int cells = 2; cells < 40; ++cells)
+        for (const int bias : {0, 50, 100})
+            for (const bool clearBelow : {false, true}) {
+                IndexPicture stairs(44, cells + 4);
+                for (int y = 2; y < stairs.height; ++y) stairs.fill(0, y, std::min(y, cells), y, 1);
+                const auto picture =
+                    Paint(stairs, clearBelow ? std::vector{opaque, clear} : std::vector{clear, opaque});
+                for (const auto& p :
+                     RunKernel({.colorThreshold = 10, .softness = 100, .bias = bias}, picture, 1).pixels)
+                    ASSERT_TRUE(std::isfinite(p.alpha + p.red + p.green + p.blue))
+                        << cells << " cells, bias " << bias;
+            }
+}
+
+}  // namespace

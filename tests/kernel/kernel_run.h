@@ -1,0 +1,50 @@
+// Runs a kernel on a picture of the tests.
+#pragma once
+
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "kernel/dispatch_kernel.h"
+#include "tests/judge/judge.h"
+#include "tests/kernel/world_host.h"
+
+template <typename P>
+constexpr PF_PixelFormat FormatOf() {
+    return sizeof(P) == 4   ? PF_PixelFormat_ARGB32
+           : sizeof(P) == 8 ? PF_PixelFormat_ARGB64
+                            : PF_PixelFormat_ARGB128;
+}
+
+inline EffectValues ToEffectValues(const judge::Values& v) {
+    return {v.colorThreshold, v.softness, v.bias,         v.colorKeyEnable, v.keyRed,
+            v.keyGreen,       v.keyBlue,  v.keyThreshold, v.keyInvert};
+}
+
+/// The output of the kernel for this pixel type and these values. Fails the test when the kernel fails,
+/// touches the input or anything around the images, or keeps something of the host's. `seed` chooses the
+/// images' layouts.
+template <typename P>
+judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
+                            std::uint64_t seed) {
+    Dice dice(seed);
+    const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
+    HostImage input(picture.width, picture.height, sizeof(P), sizeof(typename P::Channel), dice);
+    HostImage output(picture.width, picture.height, sizeof(P), sizeof(typename P::Channel), dice);
+    for (int y = 0; y < picture.height; ++y) std::memcpy(input.row(y), &picture.at(0, y), rowSize);
+
+    WorldHost host(sizeof(P), seed);
+    const RenderJob job = {ToEffectValues(values), host.inData(), FormatOf<P>(), input.world(),
+                           output.world()};
+    EXPECT_EQ(DispatchKernel(job), PF_Err_NONE);
+    EXPECT_TRUE(host.balanced());
+    EXPECT_TRUE(input.paddingIntact() && output.paddingIntact());
+
+    judge::Picture<P> result(picture.width, picture.height);
+    for (int y = 0; y < picture.height; ++y) {
+        EXPECT_EQ(std::memcmp(input.row(y), &picture.at(0, y), rowSize), 0)
+            << "input row " << y << " was written";
+        std::memcpy(&result.at(0, y), output.row(y), rowSize);
+    }
+    return result;
+}

@@ -1,0 +1,150 @@
+// Checksums of the nine kernels' results, the same in every build and on every platform.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "tests/judge/judge.h"
+#include "tests/kernel/kernel_run.h"
+#include "tests/kernel/random_pictures.h"
+
+namespace {
+
+/// A cel: an outlined disc, a slope, a 45-degree line, thin lines with tips, a notched block, specks.
+constexpr std::string_view cel = R"(
+............................................
+.........######.............................
+......###oooooo###..............xxxxxxxxxxxx
+.....#oooooooooooo#.........xxxxxxxxxxxxxxxx
+....#oooooooooooooo#....xxxxxxxxxxxxxxxxxxxx
+...#oooooo##oooooooo#.xxxxxxxxxxxxxxxxxxxxxx
+...#ooooo####ooooooo#...xxxxxxxxxxxxxxxxxxxx
+...#ooooo####ooooooo#.......................
+...#oooooo##oooooooo#...........##..........
+....#oooooooooooooo#...........##......#####
+.....#oooooooooooo#...........##...........#
+......###oooooo###...........##............#
+.........######.............##.....o.......#
+...........................##..............#
+..#########...............##....xx.........#
+.........................##.....xx..........
+.....xxxxxxxxx..........#...................
+.....xxxxx.xxx.........#.........xxxxxxx....
+...xxxxxxxxxxxxx......#..........xxxxxxxx...
+...xxxxx..xxxxxx.....#............xxxxxxx...
+.....xxxxxxxxx......#...........xxxxxxxxx...
+.....xxxxxxxxxx....#.............xxx.xxxx...
+..................#.............xxxxx..x....
+...................................#........
+)";
+
+/// Noise, which holds most of the small patterns.
+constexpr std::string_view noise = R"(
+#.#x..o.#o.o...##...o#.o..xxo.oo#...o.##.o.o#
+ox..oox.#.ox.o.o.#xo###o###..x..o#o##x##o..o#
+.#.##.x.oo##x#o#o#..##xx..xx#xox##x#x#.##.o.#
+..#.x.###..##o#.#o#x##x#......x..#o.##..#o#oo
+#.xooxxx.#xo####.#x#....#..#o...o.o.#o...o#.x
+##o##..#####...x#x##x.o..o#.xo.o#x.x#o#.#.ooo
+#x.o..#x..o##x..###.xo##x##....#.#.#oo.#x#x.x
+.#x.#.#x#.x###x.x.....o#x.oo#x#.oo...xx.ox.#.
+..#.#o.o##o#..x##xoo#o.o.oo.#.o....#ox.o.#xoo
+o#.o...#..o#o..##oooo.x##oo#o.xo#o.#.#.###.x.
+#..x#..xxx#.#.#.x.##.x..x#o###.##.x#.#o##x.##
+oo#o.....##..#.#x##.ooo#x#.#.x.#.#.x.#.o..#.#
+.#o##o..ox...#...#x#o.##ox.##.#...xoo.o#.#.xx
+#x#o#o#x..#.xxx.##....xx##...x#ox#o.x#.#..##.
+###o#..#.#..##.##ox..o..#..#o.#.##x..oo.xxo##
+x#.#xox..xox#xxo.ooo.xoxxxx.....x#.##o.x.xox.
+##.#.xoo.xo.xx##.#.x..xx###.#x#.oxx..o.##xxx#
+oo..#.##x.x.x##xo####.o.#.#.##.o###...o..xo##
+.oxo#.x#.###...#x###x.####.#.###..x.x###.##o.
+###.#..x#x..##o#.##.x#oo.x..x##o.x##.o..#####
+)";
+
+IndexPicture FromText(std::string_view text) {
+    text.remove_prefix(1);
+    const auto width = static_cast<int>(text.find('\n'));
+    IndexPicture picture(width, static_cast<int>(text.size()) / (width + 1));
+    std::size_t cell = 0;
+    for (const char c : text)
+        if (c != '\n') picture.cells.at(cell++) = static_cast<std::uint8_t>(std::string_view(".#ox").find(c));
+    return picture;
+}
+
+template <typename P>
+std::vector<P> Palette() {
+    const auto channel = [](int v) {
+        if constexpr (sizeof(P) == 4) return static_cast<std::uint8_t>(v);
+        if constexpr (sizeof(P) == 8) return static_cast<std::uint16_t>(v * 32768 / 255);
+        if constexpr (sizeof(P) == 16) return static_cast<float>(v) / 255.0f;
+    };
+    const auto colour = [&](int a, int r, int g, int b) {
+        return P{channel(a), channel(r), channel(g), channel(b)};
+    };
+    return {colour(255, 250, 251, 252), colour(255, 20, 16, 24), colour(200, 240, 180, 60),
+            colour(0, 90, 90, 90)};
+}
+
+/// FNV-1a over the pixels' bytes, row by row.
+template <typename P>
+std::uint64_t Checksum(const judge::Picture<P>& picture) {
+    std::uint64_t sum = 14695981039346656037u;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(picture.pixels.data());
+    for (std::size_t i = 0; i < picture.pixels.size() * sizeof(P); ++i)
+        sum = (sum ^ bytes[i]) * 1099511628211u;
+    return sum;
+}
+
+struct Pinned {
+    const char* what;
+    std::string_view picture;
+    judge::Values values;
+    std::array<std::uint64_t, 3> checksums;  ///< 8 bit, 16 bit, float
+};
+
+constexpr judge::Values Keyed(judge::Values values, bool invert) {
+    values.colorKeyEnable = 1;
+    values.keyRed = values.keyGreen = values.keyBlue = 255;
+    values.keyThreshold = 20;
+    values.keyInvert = invert;
+    return values;
+}
+
+constexpr judge::Values usual = {.colorThreshold = 10, .softness = 70};
+constexpr judge::Values bent = {.colorThreshold = 100, .softness = 100, .bias = 60};
+
+const Pinned pinned[] = {
+    {"cel", cel, usual, {0xebaabfc02665ed72, 0x25692517ebb6721, 0x3f31f1935f9c6145}},
+    {"cel, key", cel, Keyed(usual, false), {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
+    {"cel, inverted key",
+     cel,
+     Keyed(usual, true),
+     {0x3b90677ca18920d9, 0x108a2f623c4ace6, 0x9a8d148487aa669a}},
+    {"noise", noise, bent, {0x78474403585ff4ec, 0xc4b380c8eb0e015f, 0x144b4afa5ad17923}},
+    {"noise, key", noise, Keyed(bent, false), {0x31141c28e7676ddc, 0x233494f262fdbc2, 0xc9eeb56d4e9f45b9}},
+    {"noise, inverted key",
+     noise,
+     Keyed(bent, true),
+     {0xa7dfe0283293237f, 0x2953214a822fa607, 0x1cf7ce82714f39dd}},
+};
+
+template <typename P>
+void ExpectChecksum(const Pinned& pin, std::uint64_t checksum) {
+    const judge::Picture<P> picture = Paint(FromText(pin.picture), Palette<P>());
+    const std::uint64_t kernel = Checksum(RunKernel(pin.values, picture, 1));
+    EXPECT_EQ(kernel, checksum) << pin.what << ", " << sizeof(P) / 4 * 8 << " bits: now 0x" << std::hex
+                                << kernel;
+    EXPECT_EQ(Checksum(judge::Render(pin.values, picture)), checksum) << pin.what << ", the judge";
+}
+
+TEST(PinnedResults, AreTheSameInEveryBuild) {
+    for (const Pinned& pin : pinned) {
+        ExpectChecksum<judge::Pixel8>(pin, pin.checksums[0]);
+        ExpectChecksum<judge::Pixel16>(pin, pin.checksums[1]);
+        ExpectChecksum<judge::PixelFloat>(pin, pin.checksums[2]);
+    }
+}
+
+}  // namespace
