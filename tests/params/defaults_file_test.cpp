@@ -83,20 +83,6 @@ TEST_F(DefaultsFile, OldAfterEffectsIgnoresDefaults) {
     }
 }
 
-TEST_F(DefaultsFile, AbsentKeysKeepTheBuiltInValues) {
-    EXPECT_EQ(read(), (ParamDefaults{{10, 70, 0, 0, 255, 255, 255, 0, 0}, 1})) << "no file";
-    EXPECT_FALSE(std::filesystem::exists(ini_));
-    WriteText(ini_, "[ui]\nColorkeyGroup=0\n");
-    EXPECT_EQ(read(), (ParamDefaults{{10, 70, 0, 0, 255, 255, 255, 0, 0}, 0}));
-}
-
-TEST_F(DefaultsFile, EachValueHasItsKey) {
-    WriteText(ini_,
-              "[defaults]\nColorThreshold=1\nSoftness=2\nBias=3\nColorkeyEnable=4\nKeycolorR=5\nKeycolorG=6\n"
-              "KeycolorB=7\nColorkeyThreshold=8\nColorkeyInvert=9\n[ui]\nColorkeyGroup=10\n");
-    EXPECT_EQ(read(), (ParamDefaults{{1, 2, 3, 4, 5, 6, 7, 8, 9}, 10}));
-}
-
 TEST_F(DefaultsFile, EveryKeyIsWrittenEachTime) {
     constexpr A_long most = std::numeric_limits<A_long>::max();
     constexpr A_long least = std::numeric_limits<A_long>::min();

@@ -1,6 +1,12 @@
 // The profile functions. Where the system has its own, the same cases show that the stand-in does as it does.
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
 #include <string>
 
 #include "platform/platform.h"
@@ -129,17 +135,33 @@ TEST(ProfileFile, IsReplacedInOneStep) {
     const std::string file = folder.file("nevrel.ini");
     const std::string link = folder.file("link.ini");
     WriteText(file, "[defaults]\nBias=1\n");
-    std::filesystem::permissions(file,
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    constexpr auto permissions = static_cast<std::filesystem::perms>(0640);
+    std::filesystem::permissions(file, permissions);
     std::filesystem::create_symlink(file, link);
     std::ifstream reader(file);  // somebody who is reading meanwhile sees the old file to its end
     EXPECT_TRUE(Write(link, "2"));
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(reader), {}), "[defaults]\nBias=1\n");
     EXPECT_EQ(ReadText(file), "[defaults]\nBias=2\n");
     EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(std::filesystem::status(file).permissions(),
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_EQ(std::filesystem::status(file).permissions(), permissions);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
+        << "something is left over";
+}
+
+TEST(ProfileFile, StaysWhenTheNewOneCannotBeWritten) {
+    const TempFolder folder;
+    const std::string file = folder.file("nevrel.ini");
+    WriteText(file, "[defaults]\nBias=1\n");
+    rlimit old{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit tight{.rlim_cur = 10, .rlim_max = old.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
+    const bool written = Write(file, "2");
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &old), 0);
+    EXPECT_FALSE(written);
+    EXPECT_EQ(ReadText(file), "[defaults]\nBias=1\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1)
         << "something is left over";
 }
 

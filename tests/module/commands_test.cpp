@@ -1,0 +1,121 @@
+// The commands that belong to no frame: set-up, about, sequence data, and those that the module does not
+// know.
+#include <array>
+#include <cstdlib>
+#include <limits>
+
+#include "tests/module/session.h"
+
+using namespace standalone;
+
+namespace {
+
+PF_OutData NoisyOut() {
+    PF_OutData out;
+    std::memset(&out, 0x5A, sizeof out);
+    return out;
+}
+
+bool SameOut(const PF_OutData& a, const PF_OutData& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+TEST(EntryPoint, UnknownCommandsDoNothing) {
+    const Session session;
+    std::vector<PF_Cmd> unknown{2, 3, 10, 12, 25, 1000, -1, std::numeric_limits<PF_Cmd>::min()};
+    for (PF_Cmd cmd = 15; cmd <= 22; ++cmd) unknown.push_back(cmd);
+    for (const PF_Cmd cmd : unknown) {
+        EXPECT_EQ(session.module.entryPoint()(cmd, nullptr, nullptr, nullptr, nullptr, nullptr), 0) << cmd;
+    }
+}
+
+TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
+    Session session;
+    Instance instance(session.effect);
+    ASSERT_TRUE(instance.sequenceSetup().ok());
+    Picture image(PF_PixelFormat_ARGB32);
+    Frame frame(instance, image);
+    session.host.givesBasicSuite = false;
+    session.host.blankOut = NoisyOut();
+    session.host.calls.resetCounts();
+    std::vector<std::byte> flat;
+    for (const CommandResult& result :
+         {session.effect.about(), session.effect.globalSetup(), session.effect.paramsSetup(),
+          instance.sequenceFlatten(flat), instance.sequenceSetdown(), instance.updateParamsUi(),
+          instance.render(image, image), frame.preRender(), frame.render(image)}) {
+        EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
+        EXPECT_TRUE(SameOut(result.out, NoisyOut()));
+    }
+    EXPECT_EQ(session.host.calls.count(), 0);
+    session.host.givesBasicSuite = true;
+}
+
+TEST(GlobalSetup, TellsVersionAndFlagsAndNothingElse) {
+    Session session;
+    session.host.blankOut = NoisyOut();
+    session.host.calls.resetCounts();
+    PF_OutData expected = NoisyOut();
+    expected.my_version = 0x84601;
+    expected.out_flags = 0x6000030;
+    expected.out_flags2 = 0x1418;
+    EXPECT_TRUE(SameOut(session.effect.globalSetup().out, expected));
+    EXPECT_EQ(session.host.calls.count(), 0);
+}
+
+TEST(About, TellsNameVersionAndCopyright) {
+    Session session;
+    constexpr char copyright[] = "Copyright (c) 2026 The nevrel authors";
+    EXPECT_STREQ(session.effect.about().out.return_msg,
+                 (std::string("nevrel 1.0.8\r\r") + copyright).c_str());
+#ifndef _WIN32
+    setenv("NEVREL_SHIFT", "1", 1);
+    EXPECT_STREQ(session.effect.about().out.return_msg,
+                 (std::string("nevrel 1.0.8 Release (build:1)\r\r") + copyright).c_str());
+    unsetenv("NEVREL_SHIFT");
+#endif
+}
+
+using Record = std::array<unsigned char, 4>;
+
+constexpr Record kFresh{1, 0, 0, 0};
+
+Record RecordIn(const Session& session, PF_Handle handle) {
+    Record record{};
+    const auto bytes = session.host.handles.bytes(handle);
+    EXPECT_EQ(bytes.size(), record.size());
+    if (bytes.size() == record.size()) std::memcpy(record.data(), bytes.data(), record.size());
+    return record;
+}
+
+TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
+    Session session;
+    Instance instance(session.effect);
+    EXPECT_TRUE(instance.sequenceResetup(std::nullopt).ok());
+    EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
+    const Record cases[][2] = {
+        {kFresh, kFresh}, {{1, 7, 8, 9}, {1, 7, 8, 9}}, {{0, 7, 8, 9}, kFresh}, {{2, 7, 8, 9}, kFresh}};
+    for (const auto& [stored, expected] : cases) {
+        EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
+    }
+}
+
+TEST(SequenceData, IsFlattenedIntoACopy) {
+    for (const bool renderEngine : {false, true}) {
+        Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
+        Instance instance(session.effect);
+        std::vector<std::byte> flat;
+        EXPECT_EQ(instance.sequenceFlatten(flat).error, PF_Err_INTERNAL_STRUCT_DAMAGED)
+            << "there is none yet";
+        EXPECT_TRUE(instance.sequenceSetdown().ok());
+        EXPECT_TRUE(instance.sequenceSetup().ok());
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
+        session.host.handles.bytes(instance.sequenceData())[2] = std::byte{9};
+        EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
+        // A render engine keeps the record as it came.
+        const Record expected = renderEngine ? Record{1, 0, 9, 0} : kFresh;
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
+        ASSERT_EQ(flat.size(), expected.size());
+        EXPECT_EQ(std::memcmp(flat.data(), expected.data(), expected.size()), 0);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,206 @@
+// The render commands.
+#include <array>
+#include <thread>
+
+#include "tests/module/session.h"
+
+using namespace standalone;
+
+namespace {
+
+using Values = std::array<A_long, 9>;  // in the order in which pre-render hands them over
+
+/// Gives every control a value of its own; one of the two switches is on.
+Values SetOwnValues(Instance& instance, bool key) {
+    instance.setSlider(kThreshold, 11);
+    instance.setSlider(kSoftness, 60);
+    instance.setSlider(kBias, 20);
+    instance.setCheckbox(kKeyEnable, key);
+    instance.setColor(kKeyColor, {99, 10, 240, 30});
+    instance.setSlider(kKeyThreshold, 40);
+    instance.setCheckbox(kKeyInvert, !key);
+    return {11, 60, 20, key ? 1 : 0, 10, 240, 30, 40, key ? 0 : 1};
+}
+
+Values HandedOver(const Session& session, const Frame& frame) {
+    Values values{};
+    const auto bytes =
+        session.host.handles.bytes(static_cast<PF_Handle>(frame.preRenderOutput().pre_render_data));
+    EXPECT_EQ(bytes.size(), sizeof values);
+    if (bytes.size() == sizeof values) std::memcpy(values.data(), bytes.data(), sizeof values);
+    return values;
+}
+
+TEST(SmartPreRender, HandsTheValuesOver) {
+    for (const bool grouped : {true, false}) {
+        Session session(grouped ? "" : kFlatLayout);
+        Instance instance(session.effect);
+        const Values own = SetOwnValues(instance, grouped);
+        Picture input(PF_PixelFormat_ARGB32);
+        Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
+        // Whichever parameter cannot be had, that of the layout first: the frame passes through unchanged.
+        const auto expectNoValues = [&](int nth) {
+            session.host.calls.inject({.call = HostCall::CheckoutParam, .nth = nth});
+            EXPECT_TRUE(frame.preRender().ok());
+            EXPECT_EQ(session.host.calls.faultsFired(), 1);
+            session.host.calls.clearFault();
+            EXPECT_EQ(HandedOver(session, frame), Values{});
+        };
+        expectNoValues(1);
+        session.host.calls.record(true);
+        EXPECT_TRUE(frame.preRender().ok());
+        EXPECT_EQ(HandedOver(session, frame), own);
+        std::vector<A_long> order;
+        for (const HostCallRecord& call : session.host.calls.recorded()) {
+            if (call.call == HostCall::CheckoutParam) order.push_back(call.number);
+        }
+        const std::vector<A_long> flat{4, 1, 2, 3, 6, 7, 4, 5};
+        const std::vector<A_long> inGroup{4, 1, 2, 3, 7, 8, 5, 6};
+        EXPECT_EQ(order, grouped ? inGroup : flat);
+        for (int nth = 1; nth <= 7; ++nth) expectNoValues(nth);
+    }
+}
+
+bool operator==(const PF_LRect& a, const PF_LRect& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
+    Session session;
+    Instance instance(session.effect);
+    Picture input(PF_PixelFormat_ARGB32, 40, 12);
+    const struct {
+        PF_LRect before, after;
+    } cases[] = {
+        {{0, 0, 0, 0}, {4, 2, 40, 12}},    {{5, 5, 5, 90}, {4, 2, 40, 12}},
+        {{90, 9, 100, 9}, {4, 2, 40, 12}}, {{-3, 5, 10, 20}, {-3, 2, 40, 20}},
+        {{10, 3, 12, 4}, {4, 2, 40, 12}},
+    };
+    for (const auto& c : cases) {
+        Frame frame(instance, input, {}, PF_LRect{4, 2, 60, 50});
+        frame.blankOutput.result_rect = frame.blankOutput.max_result_rect = c.before;
+        EXPECT_TRUE(frame.preRender().ok());
+        EXPECT_TRUE(frame.layerRequest(0)->rect == (PF_LRect{4, 2, 60, 50}));
+        EXPECT_EQ(frame.layerRequest(0)->channel_mask, 0xF);
+        EXPECT_TRUE(frame.preRenderOutput().result_rect == c.after);
+        EXPECT_EQ(frame.preRenderOutput().flags, 0);
+    }
+    Frame outside(instance, input, {}, PF_LRect{100, 100, 110, 110});
+    outside.blankOutput.result_rect = {1, 2, 3, 4};
+    EXPECT_TRUE(outside.preRender().ok());
+    EXPECT_TRUE(outside.preRenderOutput().result_rect == (PF_LRect{1, 2, 3, 4}));
+    EXPECT_TRUE(outside.preRenderOutput().max_result_rect == (PF_LRect{0, 0, 40, 12}));
+}
+
+TEST(SmartRender, RendersEveryDepthWithThePreRenderedValues) {
+    for (const PF_PixelFormat format :
+         {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
+        Session session;
+        session.host.watchesInputs = true;
+        Instance instance(session.effect);
+        Picture input(format);
+        Picture smooth(format), again(format), copy(format), blank(format);
+        std::memset(blank.row<char>(0), 0, 4);
+        Frame frame(instance, input);
+        for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
+        instance.setSlider(kSoftness, 0);
+        EXPECT_TRUE(frame.render(smooth).ok());
+        EXPECT_NE(smooth.pixels(), input.pixels());
+        EXPECT_TRUE(frame.render(again).ok());
+        EXPECT_EQ(again.pixels(), smooth.pixels());
+        EXPECT_TRUE(SmartRender(instance, input, copy).ok());
+        EXPECT_EQ(copy.pixels(), input.pixels());
+
+        // Pre-render data that cannot be locked, or none: nothing is rendered.
+        const std::vector<char> before = blank.pixels();
+        session.host.calls.inject({.call = HostCall::LockHandle, .shape = FaultShape::Null});
+        EXPECT_TRUE(frame.render(blank).ok());
+        session.host.calls.clearFault();
+        frame.deletePreRenderData();
+        EXPECT_TRUE(frame.render(blank).ok());
+        EXPECT_EQ(blank.pixels(), before);
+    }
+}
+
+TEST(SmartRender, TellsTheUserAboutAMissingSuite) {
+    Session session;
+    Instance instance(session.effect);
+    Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
+    Frame frame(instance, input);
+    ASSERT_TRUE(frame.preRender().ok());
+    session.host.blankOut.out_flags = 0x40;
+    session.host.calls.inject({.call = HostCall::AcquireSuite, .nth = 2, .shape = FaultShape::Null});
+    const CommandResult result = frame.render(output);
+    session.host.calls.clearFault();
+    EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(result.out.out_flags, 0x140);
+    EXPECT_STREQ(result.out.return_msg, "Couldn't load suite.");
+}
+
+TEST(Render, GivesWhatSmartRenderGives) {
+    for (const PF_PixelFormat format : {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64}) {
+        for (const bool grouped : {true, false}) {
+            Session session(grouped ? "" : kFlatLayout);
+            session.host.watchesInputs = true;
+            Instance instance(session.effect);
+            Picture input(format), classic(format), smart(format);
+            for (const bool own : {false, true}) {
+                if (own) SetOwnValues(instance, grouped);
+                EXPECT_TRUE(instance.render(input, classic).ok());
+                EXPECT_TRUE(SmartRender(instance, input, smart).ok());
+                EXPECT_NE(classic.pixels(), input.pixels());
+                EXPECT_EQ(classic.pixels(), smart.pixels());
+            }
+        }
+    }
+}
+
+TEST(Render, RefusesOtherAndMixedDepths) {
+    Session session;
+    Instance instance(session.effect);
+    const PF_PixelFormat cases[][2] = {{PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64},
+                                       {PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB32},
+                                       {PF_PixelFormat_ARGB128, PF_PixelFormat_ARGB128}};
+    for (const auto& [from, to] : cases) {
+        Picture input(from), output(to);
+        const std::vector<char> before = output.pixels();
+        EXPECT_EQ(instance.render(input, output).error, PF_Err_UNRECOGNIZED_PARAM_TYPE);
+        EXPECT_EQ(output.pixels(), before);
+    }
+}
+
+TEST(Render, CopiesUnderPremiere) {
+    Session session({}, HostNamed(PF_AppID_Premiere, {13, 0}));
+    Instance instance(session.effect);
+    Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
+    std::memset(output.row<char>(3), 0, 40);
+    session.host.calls.resetCounts();
+    EXPECT_TRUE(instance.render(input, output).ok());
+    EXPECT_EQ(output.pixels(), input.pixels());
+    EXPECT_EQ(session.host.calls.count(), 3) << "suite, copy, suite";
+}
+
+// The first frames of a process come on several threads at once.
+TEST(Rendering, StartsOnManyThreads) {
+    for (int round = 0; round < 10; ++round) {
+        Session session(round % 2 == 0 ? "" : kFlatLayout);
+        Instance instance(session.effect);
+        SetOwnValues(instance, true);
+        Picture input(PF_PixelFormat_ARGB32), expected(PF_PixelFormat_ARGB32);
+        std::vector<std::thread> threads;
+        std::array<std::vector<char>, 4> results;
+        for (std::vector<char>& result : results) {
+            threads.emplace_back([&] {
+                Picture output(PF_PixelFormat_ARGB32);
+                const bool smart = &result - results.data() < 3;
+                EXPECT_TRUE(
+                    (smart ? SmartRender(instance, input, output) : instance.render(input, output)).ok());
+                EXPECT_TRUE(instance.updateParamsUi().ok());
+                result = output.pixels();
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+        EXPECT_TRUE(instance.render(input, expected).ok());
+        for (const std::vector<char>& result : results) EXPECT_EQ(result, expected.pixels());
+    }
+}
+
+}  // namespace

@@ -1,0 +1,85 @@
+// The module under a host of its own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "standalone/frame.h"
+#include "standalone/module.h"
+#include "tests/temp_folder.h"
+
+/// The ids of the controls.
+enum ControlId : A_long {
+    kThreshold = 1,
+    kSoftness,
+    kKeyEnable,
+    kKeyColor,
+    kKeyThreshold,
+    kKeyInvert,
+    kBias
+};
+
+/// A host with a copy of the module in a folder of its own: its once-only values are fresh and its defaults
+/// file is `ini`. Set up and with its parameters declared; every loan has to be back in the end.
+class Session {
+  public:
+    explicit Session(const std::string& ini = {}, const standalone::HostIdentity& identity = {}) {
+        host.identity = identity;
+        host.identity.pluginPath = module.path().string();
+        if (!ini.empty()) WriteText(folder.file("nevrel.ini"), ini);
+        EXPECT_EQ(effect.globalSetup().error, PF_Err_NONE);
+        EXPECT_EQ(effect.paramsSetup().error, PF_Err_NONE);
+    }
+    ~Session() { EXPECT_EQ(host.accounts.complaints(), ""); }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    TempFolder folder;
+    standalone::Module module{copyModule()};
+    standalone::Host host;
+    standalone::Effect effect{host, module.entryPoint()};
+
+  private:
+    std::filesystem::path copyModule() {
+        std::filesystem::copy_file(MODULE_FILE, folder.path() / MODULE_FILE);
+        return folder.path() / MODULE_FILE;
+    }
+};
+
+inline constexpr char kFlatLayout[] = "[ui]\nColorkeyGroup=0\n";
+
+inline standalone::HostIdentity HostNamed(A_long applId, PF_SpecVersion version, bool renderEngine = false) {
+    return {applId, version, renderEngine, {}, nullptr};
+}
+
+template <typename Pixel, typename Channel>
+void DrawSlope(standalone::World& world, Channel full) {
+    for (A_long y = 0; y < world.height(); ++y) {
+        for (A_long x = 0; x < world.width(); ++x) {
+            const Channel ink = 3 * x < 7 * y ? Channel{} : full;
+            world.row<Pixel>(y)[x] = {full, ink, full, ink};
+        }
+    }
+}
+
+/// An image with one hard slanted edge, green on white; of padded rows between guards.
+class Picture : public standalone::World {
+  public:
+    explicit Picture(PF_PixelFormat format, A_long width = 40, A_long height = 12)
+        : World(format, width, height, {.padding = 16, .guarded = true, .seed = 1}) {
+        if (format == PF_PixelFormat_ARGB32) DrawSlope<PF_Pixel, A_u_char>(*this, 255);
+        if (format == PF_PixelFormat_ARGB64) DrawSlope<PF_Pixel16, A_u_short>(*this, 32768);
+        if (format == PF_PixelFormat_ARGB128) DrawSlope<PF_PixelFloat, float>(*this, 1.0F);
+    }
+
+    [[nodiscard]] std::vector<char> pixels() const {
+        const auto rowSize = static_cast<std::size_t>(width() * standalone::PixelBytes(format()));
+        std::vector<char> bytes;
+        for (A_long y = 0; y < height(); ++y) bytes.insert(bytes.end(), row<char>(y), row<char>(y) + rowSize);
+        return bytes;
+    }
+};
