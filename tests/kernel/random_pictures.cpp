@@ -184,12 +184,14 @@ judge::Pixel8 ToPixel(const Colour& c, Dice&) {
     return {byte(c[0]), byte(c[1]), byte(c[2]), byte(c[3])};
 }
 
+/// Between the steps of the 8-bit scale at times, and at times above full intensity, which a host should not
+/// send.
 template <>
 judge::Pixel16 ToPixel(const Colour& c, Dice& dice) {
-    const int spread = dice.oneOf({0, 0, 60});
+    const int spread = dice.oneOf({0, 0, 60}), full = dice.oneIn(9) ? 65535 : 32768;
     const auto deep = [&](int v) {
-        const int jittered = v * 32768 / 255 + (spread == 0 ? 0 : dice.between(-spread, spread));
-        return static_cast<std::uint16_t>(v == 0 ? 0 : std::clamp(jittered, 0, 32768));
+        const int jittered = v * full / 255 + dice.between(-spread, spread);
+        return static_cast<std::uint16_t>(v == 0 ? 0 : std::clamp(jittered, 0, full));
     };
     return {deep(c[0]), deep(c[1]), deep(c[2]), deep(c[3])};
 }
