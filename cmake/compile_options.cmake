@@ -4,6 +4,7 @@ add_library(nevrel_options INTERFACE)
 target_include_directories(nevrel_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(MSVC)
+  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")  # the module brings its own
   target_compile_options(nevrel_options INTERFACE /W4 /WX /fp:precise /utf-8 /permissive-)
   target_compile_definitions(nevrel_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _CRT_SECURE_NO_WARNINGS)
 else()

@@ -74,6 +74,7 @@ TEST(ParamsSetup, DeclaresTheControls) {
         "KeycolorB=-1\nColorkeyThreshold=9\nColorkeyInvert=1\n";
     const Defaults own{300, 0, -3, 1, {255, 0, 7, 255}, 9, 1};
     const HostIdentity old = HostNamed(PF_AppID_AfterEffects, {12, 11});
+    const HostIdentity older = HostNamed(PF_AppID_AfterEffects, {11, 99});
     const HostIdentity recent = HostNamed(PF_AppID_AfterEffects, {12, 12});
     const HostIdentity engine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
     const HostIdentity oldPremiere = HostNamed(PF_AppID_Premiere, {12, 11}, true);
@@ -83,10 +84,15 @@ TEST(ParamsSetup, DeclaresTheControls) {
         Defaults defaults;
         bool grouped;
     } cases[] = {
-        {recent, {}, {}, true},           {recent, kFlatLayout, {}, false},
-        {recent, stored, own, true},      {recent, stored + kFlatLayout, own, false},
-        {old, stored, {}, true},          {old, stored + kFlatLayout, {}, false},
-        {oldPremiere, stored, own, true}, {engine, stored + kFlatLayout, own, false},
+        {recent, {}, {}, true},
+        {recent, kFlatLayout, {}, false},
+        {recent, stored, own, true},
+        {recent, stored + kFlatLayout, own, false},
+        {old, stored, {}, true},
+        {older, stored, {}, true},
+        {old, stored + kFlatLayout, {}, false},
+        {oldPremiere, stored, own, true},
+        {engine, stored + kFlatLayout, own, false},
         {engine, {}, {}, true},
     };
     for (const auto& c : cases) {
@@ -100,13 +106,6 @@ TEST(ParamsSetup, DeclaresTheControls) {
             ExpectControl(declared[i + 1], expected[i], disabled ? PF_PUI_DISABLED : 0);
         }
     }
-}
-
-TEST(ParamsSetup, SurvivesADefaultsFileThatIsNone) {
-    Session session;
-    std::filesystem::create_directory(session.folder.file("nevrel.ini"));
-    EXPECT_EQ(session.effect.paramsSetup().out.num_params, 10);
-    EXPECT_EQ(session.effect.declared()[kSoftness].u.sd.dephault, 70);
 }
 
 /// The ids of the controls that a UI command updates, in order.

@@ -67,22 +67,6 @@ TEST_F(DefaultsFile, PathIsTheModulesWithAnotherExtension) {
     EXPECT_EQ(DefaultsFilePath(&in_), "");
 }
 
-TEST_F(DefaultsFile, OldAfterEffectsIgnoresDefaults) {
-    const struct {
-        A_long applId;
-        A_short major, minor;
-        bool ignores;
-    } cases[] = {
-        {PF_AppID_AfterEffects, 11, 99, true},  {PF_AppID_AfterEffects, 12, 11, true},
-        {PF_AppID_AfterEffects, 12, 12, false}, {PF_AppID_AfterEffects, 13, 0, false},
-        {PF_AppID_Premiere, 11, 0, false},      {0, 0, 0, false},
-    };
-    for (const auto& c : cases) {
-        setHost(c.applId, c.major, c.minor);
-        EXPECT_EQ(hostIgnoresDefaults(&in_), c.ignores) << c.applId << " " << c.major << "." << c.minor;
-    }
-}
-
 TEST_F(DefaultsFile, EveryKeyIsWrittenEachTime) {
     constexpr A_long most = std::numeric_limits<A_long>::max();
     constexpr A_long least = std::numeric_limits<A_long>::min();

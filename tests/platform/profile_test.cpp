@@ -79,17 +79,6 @@ TEST(Profile, AFileThatIsNoFileDoesNoHarm) {
         << "something is left over";
 }
 
-TEST(Profile, AValueWrittenIsReadAndOtherContentStays) {
-    const TempFolder folder;
-    const std::string file = folder.file("nevrel.ini");
-    EXPECT_TRUE(Write(file, "1"));
-    EXPECT_EQ(Read(file), 1);
-    EXPECT_TRUE(WritePrivateProfileStringA("ui", "ColorkeyGroup", "0", file.c_str()));
-    EXPECT_TRUE(Write(file, "-20"));
-    EXPECT_EQ(Read(file), -20);
-    EXPECT_EQ(GetPrivateProfileIntA("UI", "COLORKEYGROUP", 1, file.c_str()), 0u);
-}
-
 TEST(Profile, ALargeFileIsReadAndWritten) {
     const TempFolder folder;
     const std::string file = folder.file("large.ini");
