@@ -6,6 +6,7 @@
 #include "kernel/float_tip.h"
 #include "kernel/integer_pixels.h"
 #include "kernel/ramp.h"
+#include "kernel/vector_forms.h"
 #include "sdk/effect_api.h"
 
 /// A value of the 8-bit scale in the 16-bit range, truncated: 255 becomes 32768.
@@ -24,6 +25,11 @@ class Depth16 {
     using Weights = IntegerWeights;
 
     explicit Depth16(const EffectValues& values) : edgeThreshold_(Scale16(values.colorThreshold)) {}
+
+    /// In this depth's own range.
+    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
+
+    static constexpr auto scanRow = &VectorForms::scanRow16;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         return FormEdge(p, q, edgeThreshold_);

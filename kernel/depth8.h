@@ -6,6 +6,7 @@
 
 #include "kernel/integer_pixels.h"
 #include "kernel/ramp.h"
+#include "kernel/vector_forms.h"
 #include "sdk/effect_api.h"
 
 /// Blends src into dst by weight / 65535.
@@ -19,6 +20,11 @@ class Depth8 {
     using Weights = IntegerWeights;
 
     explicit Depth8(const EffectValues& values) : edgeThreshold_(values.colorThreshold) {}
+
+    /// In this depth's own range.
+    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
+
+    static constexpr auto scanRow = &VectorForms::scanRow8;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         return FormEdge(p, q, edgeThreshold_);

@@ -7,6 +7,7 @@
 #include "kernel/effect_values.h"
 #include "kernel/float_tip.h"
 #include "kernel/ramp.h"
+#include "kernel/vector_forms.h"
 #include "sdk/effect_api.h"
 
 /// |p - q| as the comparisons of this depth take it.
@@ -43,6 +44,11 @@ class DepthFloat {
     using Weights = FloatWeights;
 
     explicit DepthFloat(const EffectValues& values) : edgeThreshold_(FromByteScale(values.colorThreshold)) {}
+
+    /// In this depth's own range.
+    [[nodiscard]] float edgeThreshold() const { return edgeThreshold_; }
+
+    static constexpr auto scanRow = &VectorForms::scanRowFloat;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         const bool clearP = p.alpha == 0.0F;

@@ -7,7 +7,7 @@
 
 namespace {
 
-using Kernel = PF_Err (*)(const RenderJob& job);
+using Kernel = PF_Err (*)(const RenderJob& job, const VectorForms* forms);
 
 struct DepthKernels {
     PF_PixelFormat pixelFormat;
@@ -24,12 +24,15 @@ constexpr std::array<DepthKernels, 3> kernelTable{{
 
 }  // namespace
 
-PF_Err DispatchKernel(const RenderJob& job) {
+PF_Err DispatchKernel(const RenderJob& job) { return DispatchKernel(job, BestInstructionSet()); }
+
+PF_Err DispatchKernel(const RenderJob& job, InstructionSet instructionSet) {
+    const VectorForms* forms = FormsFor(instructionSet);
     const SuiteHandler suites(job.inData->pica_basicP);
     for (const DepthKernels& depth : kernelTable) {
         if (depth.pixelFormat != job.pixelFormat) continue;
-        if (job.colorKeyEnable == 0) return depth.noKey(job);
-        return job.keyInvert == 0 ? depth.key(job) : depth.keyInvert(job);
+        if (job.colorKeyEnable == 0) return depth.noKey(job, forms);
+        return job.keyInvert == 0 ? depth.key(job, forms) : depth.keyInvert(job, forms);
     }
     return PF_Err_UNRECOGNIZED_PARAM_TYPE;
 }

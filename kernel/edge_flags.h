@@ -47,6 +47,7 @@ class WindowFlags {
     static constexpr int rowsAbove = 3;
     static constexpr int rowsBelow = 2;
     static constexpr int rows = rowsAbove + 1 + rowsBelow;
+    static constexpr int columns = 64;
     static constexpr int margin = 4;  // the map's left margin, so that windows start aligned
     static constexpr int pixels = 56;
 

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 /// The byte of pixel (x, y) describes the 2 x 2 cell whose top-left pixel is (x, y):
 ///
@@ -49,6 +50,20 @@ class EdgeMap {
     [[nodiscard]] std::uint8_t* row(int y) const {
         assert(y >= -1 && y <= height_);
         return origin_ + y * stride_;
+    }
+
+    /// Behind the last byte of the map.
+    [[nodiscard]] const std::uint8_t* end() const { return row(height_) - leftMargin + stride_; }
+
+    /// Clears the row above (-1) or below (height) the image.
+    void clearBorderRow(int y) const {
+        std::memset(row(y) - leftMargin, 0, static_cast<std::size_t>(stride_));
+    }
+
+    /// Clears the bytes before and after a row of the image.
+    void clearMargins(int y) const {
+        std::memset(row(y) - leftMargin, 0, leftMargin);
+        std::memset(row(y) + width_, 0, static_cast<std::size_t>(stride_ - leftMargin - width_));
     }
 
     /// The flags at a position of the image or its border.

@@ -3,6 +3,7 @@
 
 #include "kernel/edge_map.h"
 #include "kernel/image_view.h"
+#include "kernel/vector_forms.h"
 
 /// The four flags of the cell at (x, y), tested against the depth's edge threshold.
 template <typename Depth>
@@ -55,20 +56,35 @@ void ScanRow(const CellTests<Depth>& cell, std::uint8_t* flags, int width) {
     }
 }
 
-/// Fills a cleared map with the edges of the image. The last row gets only EdgeRight flags, the last column
-/// only EdgeDown flags.
+/// The flags of the last row, which has no row below: EdgeRight only.
 template <typename Depth>
-void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image, const EdgeMap& map) {
+void ScanLastRow(const Depth& depth, const typename Depth::Pixel* row, std::uint8_t* flags, int width) {
+    for (int x = 0; x < width - 1; ++x) flags[x] = depth.isEdge(row[x], row[x + 1]) ? EdgeRight : 0;
+    flags[width - 1] = 0;
+}
+
+/// Fills the map with the edges of a non-empty image. Every byte of the map's memory is written, once. The
+/// last column gets only EdgeDown flags.
+template <typename Depth>
+void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image, const EdgeMap& map,
+               const VectorForms* forms) {
     const int lastRow = image.height() - 1;
     const int lastColumn = image.width() - 1;
+    const bool vector =
+        forms != nullptr && image.width() >= VectorForms::smallestScan && depth.edgeThreshold() >= 0;
+    map.clearBorderRow(-1);
     for (int y = 0; y < lastRow; ++y) {
         const auto* row = image.row(y);
         const auto* below = image.row(y + 1);
-        ScanRow(CellTests<Depth>(depth, row, below), map.row(y), image.width());
-        if (depth.isEdge(row[lastColumn], below[lastColumn])) map.row(y)[lastColumn] = EdgeDown;
+        if (vector) {
+            (forms->*Depth::scanRow)(row, below, image.width(), depth.edgeThreshold(), map.row(y));
+        } else {
+            ScanRow(CellTests<Depth>(depth, row, below), map.row(y), image.width());
+        }
+        map.row(y)[lastColumn] = depth.isEdge(row[lastColumn], below[lastColumn]) ? EdgeDown : 0;
+        map.clearMargins(y);
     }
-    const auto* row = image.row(lastRow);
-    for (int x = 0; x < lastColumn; ++x) {
-        if (depth.isEdge(row[x], row[x + 1])) map.row(lastRow)[x] = EdgeRight;
-    }
+    ScanLastRow(depth, image.row(lastRow), map.row(lastRow), image.width());
+    map.clearMargins(lastRow);
+    map.clearBorderRow(image.height());
 }

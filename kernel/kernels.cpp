@@ -1,7 +1,5 @@
 #include "kernel/kernels.h"
 
-#include <cstring>
-
 #include "kernel/depth16.h"
 #include "kernel/depth8.h"
 #include "kernel/depth_float.h"
@@ -25,7 +23,7 @@ PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Dept
 }
 
 template <typename Depth, KeyMode mode>
-PF_Err RunKernel(const RenderJob& job) {
+PF_Err RunKernel(const RenderJob& job, const VectorForms* forms) {
     using Pixel = typename Depth::Pixel;
     SuiteHandler suites(job.inData->pica_basicP);
     const ImageView<const Pixel> input(*job.inputWorld);
@@ -41,21 +39,38 @@ PF_Err RunKernel(const RenderJob& job) {
 
     MapWorld world(suites, job.inData->effect_ref);
     if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE) return err;
-    std::memset(world.memory(), 0, EdgeMap::byteCount(input.width(), input.height()));
     const EdgeMap map(world.memory(), input.width(), input.height());
-    ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map);
-    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights).run();
+    ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map, forms);
+    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights).run(forms);
     return PF_Err_NONE;
 }
 
 }  // namespace
 
-PF_Err Kernel8(const RenderJob& job) { return RunKernel<Depth8, KeyMode::NoKey>(job); }
-PF_Err Kernel8Key(const RenderJob& job) { return RunKernel<Depth8, KeyMode::Key>(job); }
-PF_Err Kernel8KeyInvert(const RenderJob& job) { return RunKernel<Depth8, KeyMode::KeyInvert>(job); }
-PF_Err Kernel16(const RenderJob& job) { return RunKernel<Depth16, KeyMode::NoKey>(job); }
-PF_Err Kernel16Key(const RenderJob& job) { return RunKernel<Depth16, KeyMode::Key>(job); }
-PF_Err Kernel16KeyInvert(const RenderJob& job) { return RunKernel<Depth16, KeyMode::KeyInvert>(job); }
-PF_Err KernelFloat(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::NoKey>(job); }
-PF_Err KernelFloatKey(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::Key>(job); }
-PF_Err KernelFloatKeyInvert(const RenderJob& job) { return RunKernel<DepthFloat, KeyMode::KeyInvert>(job); }
+PF_Err Kernel8(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth8, KeyMode::NoKey>(job, forms);
+}
+PF_Err Kernel8Key(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth8, KeyMode::Key>(job, forms);
+}
+PF_Err Kernel8KeyInvert(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth8, KeyMode::KeyInvert>(job, forms);
+}
+PF_Err Kernel16(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth16, KeyMode::NoKey>(job, forms);
+}
+PF_Err Kernel16Key(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth16, KeyMode::Key>(job, forms);
+}
+PF_Err Kernel16KeyInvert(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<Depth16, KeyMode::KeyInvert>(job, forms);
+}
+PF_Err KernelFloat(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<DepthFloat, KeyMode::NoKey>(job, forms);
+}
+PF_Err KernelFloatKey(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<DepthFloat, KeyMode::Key>(job, forms);
+}
+PF_Err KernelFloatKeyInvert(const RenderJob& job, const VectorForms* forms) {
+    return RunKernel<DepthFloat, KeyMode::KeyInvert>(job, forms);
+}

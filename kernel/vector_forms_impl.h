@@ -1,0 +1,228 @@
+// The vector forms, written once for every instruction set of vector_isa.h. Internal linkage throughout, see
+// there.
+#pragma once
+
+#include <cstring>
+#include <initializer_list>
+
+#include "kernel/vector_forms.h"
+#include "kernel/vector_isa.h"
+
+namespace {
+
+// Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each other.
+constexpr int block = 32;
+constexpr std::uint32_t everyFourth = 0x11111111;
+
+/// Which of the 32 pairs p[i], q[i] form an edge, one bit each: the depths' own tests.
+template <typename Isa>
+struct EdgePairs8 {
+    using Pixel = PF_Pixel;
+    using Vector = typename Isa::Vector;
+    static constexpr int lanes = Isa::bytes / 4;
+
+    explicit EdgePairs8(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
+
+    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
+        std::uint32_t bits = 0;
+        for (int i = 0; i < block; i += lanes) {
+            const Vector d = Isa::difference8(visible(Isa::load(p + i)), visible(Isa::load(q + i)));
+            const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF00FF)), Isa::highBytes16(d));
+            bits |= Isa::signs(Isa::greater32(Isa::addPairs16(pairs), threshold_)) << i;
+        }
+        return bits;
+    }
+
+  private:
+    // A transparent pixel counts as all zero; alpha is a pixel's lowest byte.
+    static Vector visible(Vector v) {
+        return Isa::without(v, Isa::equal32(Isa::bitAnd(v, Isa::fill(0xFF)), Isa::zero()));
+    }
+
+    Vector threshold_;
+};
+
+template <typename Isa>
+struct EdgePairs16 {
+    using Pixel = PF_Pixel16;
+    using Vector = typename Isa::Vector;
+    static constexpr int lanes = Isa::bytes / 4;  // two vectors of pixels give one of sums
+
+    explicit EdgePairs16(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
+
+    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
+        std::uint32_t bits = 0;
+        for (int i = 0; i < block; i += lanes) {
+            const Vector sums =
+                Isa::lowHalves(distances(p + i, q + i), distances(p + i + lanes / 2, q + i + lanes / 2));
+            bits |= Isa::signs(Isa::greater32(sums, threshold_)) << i;
+        }
+        return bits;
+    }
+
+  private:
+    // The distances of half a block's lanes, each in the low half of 64 bits.
+    static Vector distances(const Pixel* p, const Pixel* q) {
+        const Vector d = Isa::difference16(visible(Isa::load(p)), visible(Isa::load(q)));
+        const Vector pairs = Isa::add32(Isa::bitAnd(d, Isa::fill(0xFFFF)), Isa::highWords32(d));
+        return Isa::add32(pairs, Isa::highHalves64(pairs));
+    }
+    static Vector visible(Vector v) {
+        return Isa::without(v, Isa::repeatLowestWord(Isa::equal16(v, Isa::zero())));
+    }
+
+    Vector threshold_;
+};
+
+template <typename Isa>
+struct EdgePairsFloat {
+    using Pixel = PF_PixelFloat;
+    using Vector = typename Isa::Vector;
+    using Floats = typename Isa::Floats;
+    static constexpr int lanes = Isa::bytes / 4;
+
+    explicit EdgePairsFloat(float threshold) : threshold_(Isa::fillFloat(threshold)) {}
+
+    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
+        std::uint32_t bits = 0;
+        for (int i = 0; i < block; i += lanes) bits |= pairs(p + i, q + i) << i;
+        return bits;
+    }
+
+  private:
+    enum Channel { alpha, red, green, blue };
+
+    // What is left of the threshold is never below zero for identical pixels, so they need no test of their
+    // own.
+    [[nodiscard]] std::uint32_t pairs(const Pixel* p, const Pixel* q) const {
+        Floats a[4];
+        Floats b[4];
+        Isa::loadChannels(&p->alpha, a);
+        Isa::loadChannels(&q->alpha, b);
+        const Floats zero = Isa::fillFloat(0.0F);
+        const Vector clearA = Isa::equal(a[alpha], zero);
+        const Vector clearB = Isa::equal(b[alpha], zero);
+        const Vector differs = Isa::less(restOfDifference(a, b), zero);
+        const Vector aShows = Isa::less(restOfPixel(a), zero);
+        const Vector bShows = Isa::less(restOfPixel(b), zero);
+        const Vector bothVisible = Isa::without(Isa::without(differs, clearA), clearB);
+        const Vector onlyA = Isa::without(Isa::bitAnd(aShows, clearB), clearA);
+        const Vector onlyB = Isa::without(Isa::bitAnd(bShows, clearA), clearB);
+        return Isa::signs(Isa::bitOr(bothVisible, Isa::bitOr(onlyA, onlyB)));
+    }
+
+    [[nodiscard]] Floats restOfDifference(const Floats a[4], const Floats b[4]) const {
+        Floats rest = threshold_;
+        for (const Channel channel : {red, green, blue, alpha}) {
+            rest = Isa::subtract(rest, Isa::magnitude(Isa::subtract(a[channel], b[channel])));
+        }
+        return rest;
+    }
+
+    [[nodiscard]] Floats restOfPixel(const Floats a[4]) const {
+        return Isa::subtract(threshold_, Isa::add(Isa::add(Isa::add(a[green], a[red]), a[blue]), a[alpha]));
+    }
+
+    Floats threshold_;
+};
+
+/// Whether all cells of a block, at row[0..31] and the pixels around them, are of one colour.
+template <typename Isa, typename Pixel>
+bool IsBlank(const Pixel* row, const Pixel* below) {
+    const auto* upper = reinterpret_cast<const char*>(row);
+    const auto* lower = reinterpret_cast<const char*>(below);
+    typename Isa::Vector differences = Isa::zero();
+    for (int i = 0; i < block * int{sizeof(Pixel)}; i += Isa::bytes) {
+        const auto here = Isa::load(upper + i);
+        const auto right = Isa::load(upper + i + sizeof(Pixel));
+        const auto down = Isa::load(lower + i);
+        differences = Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
+    }
+    // The last cell's lower right pixel is in neither comparison.
+    return Isa::isZero(differences) && std::memcmp(row + block, below + block, sizeof(Pixel)) == 0;
+}
+
+struct CellBits {
+    std::uint32_t right = 0;
+    std::uint32_t down = 0;
+    std::uint32_t diagonal = 0;
+    std::uint32_t antiDiagonal = 0;
+};
+
+template <typename Pairs>
+CellBits ScanBlock(const Pairs& pairs, const typename Pairs::Pixel* row, const typename Pairs::Pixel* below) {
+    return {pairs(row, row + 1), pairs(row, below), pairs(row, below + 1), pairs(row + 1, below)};
+}
+
+/// Drops the diagonals that the order of the tests leaves out: in a group of four cells those before the
+/// first straight edge, as seen one cell ahead, but never the last cell's. `ungrouped` are the cells behind
+/// the last whole group.
+CellBits KeepTestedDiagonals(CellBits cells, std::uint32_t ungrouped) {
+    const std::uint32_t straight = cells.right | cells.down;
+    const std::uint32_t first = straight | straight >> 1;
+    const std::uint32_t second = first | straight << 1;
+    const std::uint32_t third = second | straight << 2;
+    const std::uint32_t tested = ungrouped | (first & everyFourth) | (second & everyFourth << 1) |
+                                 (third & everyFourth << 2) | everyFourth << 3;
+    cells.diagonal &= tested;
+    cells.antiDiagonal &= tested;
+    return cells;
+}
+
+template <typename Isa>
+void StoreFlags(const CellBits& cells, std::uint8_t* flags) {
+    constexpr int parts = block / Isa::bytes;
+    typename Isa::Vector r[parts];
+    typename Isa::Vector d[parts];
+    typename Isa::Vector g[parts];
+    typename Isa::Vector a[parts];
+    Isa::expand(cells.right, EdgeRight, r);
+    Isa::expand(cells.down, EdgeDown, d);
+    Isa::expand(cells.diagonal, EdgeDiagonal, g);
+    Isa::expand(cells.antiDiagonal, EdgeAntiDiagonal, a);
+    for (int i = 0; i < parts; ++i) {
+        Isa::store(flags + i * Isa::bytes, Isa::bitOr(Isa::bitOr(r[i], d[i]), Isa::bitOr(g[i], a[i])));
+    }
+}
+
+template <typename Isa, typename Pairs, typename Pixel, typename Threshold>
+void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshold, std::uint8_t* flags) {
+    const Pairs pairs(threshold);
+    const int cells = width - 1;
+    int x = 0;
+    for (; x + block <= cells; x += block) {
+        const bool blank = IsBlank<Isa>(row + x, below + x);
+        StoreFlags<Isa>(blank ? CellBits{} : KeepTestedDiagonals(ScanBlock(pairs, row + x, below + x), 0),
+                        flags + x);
+    }
+    if (x == cells) return;
+    // The rest of the cells are scanned as the end of a block of their own, so that no pixel behind the row
+    // is read.
+    const int shift = x + block - cells;
+    CellBits last = ScanBlock(pairs, row + x - shift, below + x - shift);
+    last = {last.right >> shift, last.down >> shift, last.diagonal >> shift, last.antiDiagonal >> shift};
+    const int grouped = (cells & ~3) - x;
+    StoreFlags<Isa>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
+}
+
+template <typename Isa>
+WindowFlags::Row SplitFlags(const std::uint8_t* flags) {
+    WindowFlags::Row row{};
+    for (int i = 0; i < 64; i += Isa::bytes) {
+        const auto part = Isa::load(flags + i);
+        row.plane[0] |= std::uint64_t{Isa::template bitsOf<0>(part)} << i;
+        row.plane[1] |= std::uint64_t{Isa::template bitsOf<1>(part)} << i;
+        row.plane[2] |= std::uint64_t{Isa::template bitsOf<2>(part)} << i;
+        row.plane[3] |= std::uint64_t{Isa::template bitsOf<3>(part)} << i;
+    }
+    return row;
+}
+
+template <typename Isa>
+constexpr VectorForms MakeVectorForms() {
+    return {ScanRow<Isa, EdgePairs8<Isa>, PF_Pixel, std::int32_t>,
+            ScanRow<Isa, EdgePairs16<Isa>, PF_Pixel16, std::int32_t>,
+            ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>, SplitFlags<Isa>};
+}
+
+}  // namespace

@@ -1,0 +1,3 @@
+#include "kernel/vector_forms_impl.h"
+
+const VectorForms sse2Forms = MakeVectorForms<Sse2>();
