@@ -6,9 +6,10 @@
 #include <cstddef>
 
 #include "kernel/canvas.h"
-#include "kernel/edge_flags.h"
 #include "kernel/ramp.h"
 #include "kernel/run_measures.h"
+#include "kernel/sides.h"
+#include "kernel/staircases.h"
 #include "kernel/step_masks.h"
 
 /// The steps at one pixel, in their fixed order; later ones act on what earlier ones have left.
@@ -19,38 +20,48 @@ class PixelVisit {
     using Ramp = RampState<Weight>;
 
   public:
-    /// `bit` is the pixel's bit in the masks.
+    /// The pixel is the given bit of the given window of the masks.
     PixelVisit(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
-               const StepMasks& steps, int bit, int x, int y)
-        : canvas_(canvas), map_(map), weights_(weights), steps_(steps), bit_(bit), x_(x), y_(y) {}
+               const StepMasks& steps, int window, int bit, int x, int y)
+        : canvas_(canvas),
+          map_(map),
+          weights_(weights),
+          steps_(steps),
+          window_(window),
+          bit_(bit),
+          x_(x),
+          y_(y) {}
 
     void run() noexcept {
         if (applies(steps_.vertical)) treatVerticalPiece();
         if (applies(steps_.horizontal)) treatHorizontalPiece();
-        if (!thinBlended_) treatTip();
-        blendJunctions();
+        if (applies(steps_.anyTip) && !thinBlended_) treatTip();
+        if (applies(steps_.anyJunction)) blendJunctions();
     }
 
   private:
     enum class Blended { no, run, thinLine };
 
-    [[nodiscard]] bool applies(PixelMask step) const { return step.test(bit_); }
+    [[nodiscard]] bool applies(const StepMask& step) const { return step.test(window_, bit_); }
 
     void treatVerticalPiece() noexcept {
         const Blended left = blendSide<Side::left>();
         const Blended right = blendSide<Side::right>();
-        const bool stairs = blendStaircases(horizontalStaircases, steps_.horizontalStaircase);
+        const bool stairs = applies(steps_.anyHorizontalStaircase);
+        if (stairs) blendStaircases(horizontalStaircases, steps_.horizontalStaircase);
         if (!stairs && applies(steps_.corner)) {
             if (right == Blended::no) canvas_.blendFrom(x_, y_, x_ + 1, y_, weights_.cornerWeight);
             if (left == Blended::no) canvas_.blendFrom(x_ + 1, y_, x_, y_, weights_.cornerWeight);
         }
-        restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
+        if (applies(steps_.anyNotch)) restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
     }
 
     void treatHorizontalPiece() noexcept {
         blendSide<Side::up>();
         blendSide<Side::down>();
-        blendStaircases(verticalStaircases, steps_.verticalStaircase);
+        if (applies(steps_.anyVerticalStaircase))
+            blendStaircases(verticalStaircases, steps_.verticalStaircase);
+        if (!applies(steps_.anyNotch)) return;
         restoreFirst(steps_.horizontalNotch, horizontalNotchPixel, Weights::half);
         restoreFirst(steps_.cornerNotch, cornerNotchPixel, Weights::half);
     }
@@ -75,7 +86,7 @@ class PixelVisit {
 
     // Restores the pixel of the first pattern that applies.
     template <std::size_t count>
-    void restoreFirst(const std::array<PixelMask, count>& patterns, const std::array<Offset, count>& restored,
+    void restoreFirst(const StepMask (&patterns)[count], const std::array<Offset, count>& restored,
                       Weight weight) noexcept {
         for (std::size_t i = 0; i < count; ++i) {
             if (!applies(patterns[i])) continue;
@@ -116,15 +127,12 @@ class PixelVisit {
         }
     }
 
-    bool blendStaircases(const std::array<StaircaseVariant, 4>& variants,
-                         const std::array<PixelMask, 4>& masks) noexcept {
-        bool applied = false;
+    void blendStaircases(const std::array<StaircaseVariant, 4>& variants,
+                         const StepMask (&masks)[4]) noexcept {
         for (std::size_t i = 0; i < variants.size(); ++i) {
             if (!applies(masks[i])) continue;
             walkStaircase(variants[i], StaircaseLength(variants[i], map_, x_, y_));
-            applied = true;
         }
-        return applied;
     }
 
     // A staircase's ramp ends within its cells, but for very long ones; those end at the image's edge.
@@ -150,6 +158,7 @@ class PixelVisit {
     const EdgeMap& map_;
     const BlendWeights<Weights>& weights_;
     const StepMasks& steps_;
+    int window_;
     int bit_;
     int x_;
     int y_;

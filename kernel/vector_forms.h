@@ -1,10 +1,34 @@
 // The stages that have a faster form in vector instructions, and the choice of the instruction set.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
-#include "kernel/edge_flags.h"
+#include "kernel/step_masks.h"
 #include "sdk/effect_api.h"
+
+/// A row of the edge map and what of its surroundings is there.
+struct MapRow {
+    const std::uint8_t* flags;  ///< of column -StepWindows::margin
+    std::ptrdiff_t stride;      ///< bytes from row to row
+    const std::uint8_t* end;    ///< behind the last byte of the map
+    int above;                  ///< rows of the image above this one
+    int below;                  ///< rows of the image below this one
+    int width;
+};
+
+/// Up to four stretches of a row and the steps at their pixels. Window w stands for the pixels from column
+/// x[w] on, in bits margin to margin + pixels - 1 of the masks' words; the other bits are there for the
+/// patterns to look at.
+struct StepWindows {
+    static constexpr int columns = 64;
+    static constexpr int margin = 4;  // the map's left margin
+    static constexpr int pixels = 56;
+
+    int count;
+    int x[StepMask::windows];
+    StepMasks steps;
+};
 
 /// Forms for one instruction set. They give the same bytes as the plain forms.
 struct VectorForms {
@@ -18,8 +42,10 @@ struct VectorForms {
     void (*scanRowFloat)(const PF_PixelFloat* row, const PF_PixelFloat* below, int width, float threshold,
                          std::uint8_t* flags);
 
-    /// Splits 64 bytes of the edge map into bit planes.
-    WindowFlags::Row (*splitFlags)(const std::uint8_t* flags);
+    /// Finds the next windows of a row with straight edges, from column x on, and their steps. Returns the
+    /// column to go on from; the row's width when it is done. Asks for a width of at least
+    /// StepWindows::pixels.
+    int (*findSteps)(const MapRow& row, int x, StepWindows& windows);
 
     static constexpr int smallestScan = 33;
 };

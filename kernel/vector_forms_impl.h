@@ -5,6 +5,7 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "kernel/patterns.h"
 #include "kernel/vector_forms.h"
 #include "kernel/vector_isa.h"
 
@@ -205,24 +206,109 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     StoreFlags<Isa>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
 }
 
+/// The flags of four windows and their surroundings as bit planes.
 template <typename Isa>
-WindowFlags::Row SplitFlags(const std::uint8_t* flags) {
-    WindowFlags::Row row{};
-    for (int i = 0; i < 64; i += Isa::bytes) {
-        const auto part = Isa::load(flags + i);
-        row.plane[0] |= std::uint64_t{Isa::template bitsOf<0>(part)} << i;
-        row.plane[1] |= std::uint64_t{Isa::template bitsOf<1>(part)} << i;
-        row.plane[2] |= std::uint64_t{Isa::template bitsOf<2>(part)} << i;
-        row.plane[3] |= std::uint64_t{Isa::template bitsOf<3>(part)} << i;
+class WindowPlanes {
+    using Vector = typename Isa::Vector;
+
+  public:
+    static constexpr int rowsAbove = 3;
+    static constexpr int rowsBelow = 2;
+
+    /// Reads the rows around a window. Rows outside the image are clear.
+    void load(int window, const MapRow& row, int x) {
+        for (int dy = -rowsAbove; dy <= rowsBelow; ++dy) {
+            const bool inside = -dy <= row.above && dy <= row.below;
+            split(inside ? row.flags + dy * row.stride + x : nullptr, row.end, planes_[dy + rowsAbove],
+                  window);
+        }
     }
-    return row;
+
+    /// The vector of words from `window` on.
+    [[nodiscard]] Vector plane(int dy, int flag, int window) const {
+        return Isa::load(planes_[dy + rowsAbove][flag] + window);
+    }
+
+  private:
+    using Planes = std::uint64_t[4][StepMask::windows];
+
+    static void split(const std::uint8_t* flags, const std::uint8_t* end, Planes& planes, int window) {
+        std::uint8_t padded[StepWindows::columns] = {};
+        if (flags == nullptr || end - flags < StepWindows::columns) {
+            if (flags != nullptr) std::memcpy(padded, flags, static_cast<std::size_t>(end - flags));
+            flags = padded;
+        }
+        std::uint64_t plane[4] = {};
+        for (int i = 0; i < StepWindows::columns; i += Isa::bytes) {
+            const Vector part = Isa::load(flags + i);
+            plane[0] |= std::uint64_t{Isa::template bitsOf<0>(part)} << i;
+            plane[1] |= std::uint64_t{Isa::template bitsOf<1>(part)} << i;
+            plane[2] |= std::uint64_t{Isa::template bitsOf<2>(part)} << i;
+            plane[3] |= std::uint64_t{Isa::template bitsOf<3>(part)} << i;
+        }
+        for (int flag = 0; flag < 4; ++flag) planes[flag][window] = plane[flag];
+    }
+
+    Planes planes_[rowsAbove + 1 + rowsBelow] = {};
+};
+
+/// As many windows as a vector has 64-bit lanes, as a source of flags for the patterns.
+template <typename Isa>
+class WindowFlags {
+  public:
+    struct Mask {
+        typename Isa::Vector bits;
+
+        friend Mask operator&(Mask a, Mask b) { return {Isa::bitAnd(a.bits, b.bits)}; }
+        friend Mask operator|(Mask a, Mask b) { return {Isa::bitOr(a.bits, b.bits)}; }
+        friend Mask operator~(Mask a) { return {Isa::bitXor(a.bits, Isa::fill(-1))}; }
+    };
+
+    WindowFlags(const WindowPlanes<Isa>& planes, int window) : planes_(planes), window_(window) {}
+
+    static void store(Mask mask, std::uint64_t* words) { Isa::store(words, mask.bits); }
+
+    // Bit i of a plane stands for column i, so the flag dx columns on is dx bits up.
+    [[nodiscard]] Mask test(int dx, int dy, EdgeFlag flag) const {
+        const int index = flag == EdgeRight ? 0 : flag == EdgeDown ? 1 : flag == EdgeDiagonal ? 2 : 3;
+        const auto plane = planes_.plane(dy, index, window_);
+        return {dx < 0 ? Isa::shiftLeft64(plane, -dx) : Isa::shiftRight64(plane, dx)};
+    }
+
+  private:
+    const WindowPlanes<Isa>& planes_;
+    int window_;
+};
+
+template <typename Isa>
+bool HasStraightEdges(const std::uint8_t* flags) {
+    typename Isa::Vector all = Isa::zero();
+    for (int i = 0; i < StepWindows::columns; i += Isa::bytes) all = Isa::bitOr(all, Isa::load(flags + i));
+    return !Isa::isZero(Isa::bitAnd(all, Isa::fill(0x03030303)));
+}
+
+template <typename Isa>
+int FindSteps(const MapRow& row, int x, StepWindows& windows) {
+    WindowPlanes<Isa> planes;
+    windows.count = 0;
+    for (; x < row.width && windows.count < StepMask::windows; x += StepWindows::pixels) {
+        const std::uint8_t* flags = row.flags + x;
+        if (row.end - flags >= StepWindows::columns && !HasStraightEdges<Isa>(flags)) continue;
+        windows.x[windows.count] = x;
+        planes.load(windows.count++, row, x);
+    }
+    constexpr int lanes = Isa::bytes / 8;
+    for (int window = 0; window < windows.count; window += lanes) {
+        Patterns(WindowFlags<Isa>(planes, window)).find(windows.steps, window);
+    }
+    return x < row.width ? x : row.width;
 }
 
 template <typename Isa>
 constexpr VectorForms MakeVectorForms() {
     return {ScanRow<Isa, EdgePairs8<Isa>, PF_Pixel, std::int32_t>,
             ScanRow<Isa, EdgePairs16<Isa>, PF_Pixel16, std::int32_t>,
-            ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>, SplitFlags<Isa>};
+            ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>, FindSteps<Isa>};
 }
 
 }  // namespace

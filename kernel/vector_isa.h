@@ -41,6 +41,8 @@ struct Sse2 {
     static Vector highBytes16(Vector v) { return _mm_srli_epi16(v, 8); }
     static Vector highWords32(Vector v) { return _mm_srli_epi32(v, 16); }
     static Vector highHalves64(Vector v) { return _mm_srli_epi64(v, 32); }
+    static Vector shiftLeft64(Vector v, int count) { return _mm_slli_epi64(v, count); }
+    static Vector shiftRight64(Vector v, int count) { return _mm_srli_epi64(v, count); }
     static Vector equal16(Vector a, Vector b) { return _mm_cmpeq_epi16(a, b); }
     static Vector equal32(Vector a, Vector b) { return _mm_cmpeq_epi32(a, b); }
     static Vector greater32(Vector a, Vector b) { return _mm_cmpgt_epi32(a, b); }
@@ -120,6 +122,8 @@ struct Avx2 {
     static Vector highBytes16(Vector v) { return _mm256_srli_epi16(v, 8); }
     static Vector highWords32(Vector v) { return _mm256_srli_epi32(v, 16); }
     static Vector highHalves64(Vector v) { return _mm256_srli_epi64(v, 32); }
+    static Vector shiftLeft64(Vector v, int count) { return _mm256_slli_epi64(v, count); }
+    static Vector shiftRight64(Vector v, int count) { return _mm256_srli_epi64(v, count); }
     static Vector equal16(Vector a, Vector b) { return _mm256_cmpeq_epi16(a, b); }
     static Vector equal32(Vector a, Vector b) { return _mm256_cmpeq_epi32(a, b); }
     static Vector greater32(Vector a, Vector b) { return _mm256_cmpgt_epi32(a, b); }
