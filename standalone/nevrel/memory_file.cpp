@@ -1,0 +1,46 @@
+#include "standalone/nevrel/memory_file.h"
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace nevrel {
+namespace {
+
+void Require(bool success) {
+    if (!success) throw std::system_error(errno, std::generic_category(), "a file in memory");
+}
+
+}  // namespace
+
+MemoryFile::MemoryFile() : descriptor_(memfd_create("picture", MFD_CLOEXEC)) { Require(descriptor_ >= 0); }
+
+MemoryFile::~MemoryFile() {
+    unmap();
+    close(descriptor_);
+}
+
+std::string MemoryFile::path() const { return std::string("/proc/self/fd/") + std::to_string(descriptor_); }
+
+std::span<const std::byte> MemoryFile::bytes() {
+    unmap();
+    struct stat status {};
+    Require(fstat(descriptor_, &status) == 0);
+    if (status.st_size == 0) return {};
+    const auto size = static_cast<std::size_t>(status.st_size);
+    void* mapping = mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor_, 0);
+    Require(mapping != MAP_FAILED);
+    mapping_ = mapping;
+    size_ = size;
+    return {static_cast<const std::byte*>(mapping_), size_};
+}
+
+void MemoryFile::unmap() {
+    if (mapping_ != nullptr) munmap(mapping_, size_);
+    mapping_ = nullptr;
+}
+
+}  // namespace nevrel

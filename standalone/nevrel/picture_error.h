@@ -1,0 +1,30 @@
+// How the command reports what went wrong.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace nevrel {
+
+/// A picture that could not be read, smoothed or written; the text is one line and names the file.
+class PictureError : public std::runtime_error {
+  public:
+    PictureError(const std::filesystem::path& path, const std::string& reason)
+        : std::runtime_error(path.string() + ": " + reason) {}
+};
+
+/// Wrong usage of the command; the text is one line and names the option.
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// `text` as one line: library messages may have several.
+[[nodiscard]] std::string OneLine(std::string text);
+
+/// The names with commas between them.
+[[nodiscard]] std::string Join(const std::vector<std::string>& names);
+
+}  // namespace nevrel

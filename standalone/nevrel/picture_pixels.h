@@ -1,0 +1,25 @@
+// Between a picture's samples and the images that the effect works on.
+#pragma once
+
+#include "standalone/nevrel/color_channels.h"
+#include "standalone/nevrel/picture.h"
+#include "standalone/world.h"
+
+namespace nevrel {
+
+/// Fills `world` with the picture's pixels in straight colour; opaque where the picture has no alpha channel.
+void LoadPixels(const Part& part, const ColorChannels& channels, standalone::World& world);
+
+/// Takes the pixels that the effect changed over into the picture: every channel whose value is the same in
+/// `before` and `after` keeps the picture's own sample, bit for bit.
+void StorePixels(const standalone::World& before, const standalone::World& after,
+                 const ColorChannels& channels, Part& part);
+
+/// Gives the picture an opaque alpha channel behind its last colour channel, and moves `channels` along.
+void AddAlpha(Part& part, ColorChannels& channels, bool associated);
+
+/// The part with float samples and colour multiplied by alpha or not, for formats that store it otherwise.
+/// Where alpha is 0, straight colour is lost by multiplication.
+[[nodiscard]] Part Recast(const Part& part, const ColorChannels& channels, bool associated);
+
+}  // namespace nevrel

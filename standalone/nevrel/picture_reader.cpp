@@ -1,0 +1,103 @@
+#include "standalone/nevrel/picture.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <new>
+
+#include "standalone/nevrel/complete_file.h"
+#include "standalone/nevrel/picture_error.h"
+
+namespace nevrel {
+namespace {
+
+constexpr std::array<const char*, 6> kFormats{"png", "tiff", "targa", "bmp", "openexr", "dpx"};
+
+bool IsSupported(const std::string& format) {
+    return std::find(kFormats.begin(), kFormats.end(), format) != kFormats.end();
+}
+
+void RequireSupported(const std::filesystem::path& path, const std::string& format) {
+    if (IsSupported(format)) return;
+    throw PictureError(path,
+                       format + " pictures are not supported; png, tiff, targa, bmp, openexr and dpx are");
+}
+
+/// The samples of files with straight alpha come as they are only when asked for.
+OIIO::ImageSpec ReadingHints() {
+    OIIO::ImageSpec hints;
+    hints.attribute(kStraightAttribute, 1);
+    return hints;
+}
+
+bool FileIsAssociated(const std::string& format, const OIIO::ImageSpec& spec) {
+    if (format == "openexr") return true;
+    if (spec.alpha_channel < 0 || format == "bmp" || format == "dpx") return false;
+    return spec.get_int_attribute(kStraightAttribute) == 0;
+}
+
+void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
+    if (spec.deep) throw PictureError(path, "holds deep pixels, which are not supported");
+    if (spec.depth > 1) throw PictureError(path, "holds a volume, which is not supported");
+}
+
+Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::filesystem::path& path,
+              int subimage) {
+    const OIIO::ImageSpec spec = input.spec(subimage);
+    RequireFlat(path, spec);
+    Part part = MakePart(spec, FileIsAssociated(format, spec));
+    const bool read =
+        input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN, part.samples.get());
+    // Some readers report a missing part of a file and succeed all the same.
+    const std::string error = input.geterror();
+    if (!read || !error.empty()) throw PictureError(path, "damaged or truncated: " + OneLine(error));
+    return part;
+}
+
+void RequireReadableFile(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) throw PictureError(path, "no such file");
+    if (!std::filesystem::is_regular_file(status)) throw PictureError(path, "is not a regular file");
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) throw PictureError(path, std::string("cannot be read: ") + std::strerror(errno));
+    std::fclose(file);
+}
+
+}  // namespace
+
+Part MakePart(const OIIO::ImageSpec& spec, bool associated) {
+    Part part{spec, nullptr, associated};
+    part.samples =
+        std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(spec.image_bytes(true)));
+    return part;
+}
+
+Picture ReadPicture(const std::filesystem::path& path) try {
+    RequireReadableFile(path);
+    const OIIO::ImageSpec hints = ReadingHints();
+    const auto input = OIIO::ImageInput::open(path.string(), &hints);
+    if (!input) throw PictureError(path, "is no picture: " + OneLine(OIIO::geterror()));
+    Picture picture{input->format_name(), {}};
+    RequireSupported(path, picture.format);
+    if (!IsComplete(path, picture.format)) throw PictureError(path, "is truncated");
+    for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
+        picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
+        if (input->seek_subimage(subimage, 1)) throw PictureError(path, "holds reduced copies (MIP levels)");
+    }
+    static_cast<void>(input->geterror());  // that there is no further part is no error
+    return picture;
+} catch (const std::bad_alloc&) {
+    throw PictureError(path, "not enough memory for its pixels");
+}
+
+std::string FormatForPath(const std::filesystem::path& path) {
+    const auto output = OIIO::ImageOutput::create(path.string());
+    static_cast<void>(OIIO::geterror());
+    if (!output) throw PictureError(path, "its extension names no picture format");
+    RequireSupported(path, output->format_name());
+    return output->format_name();
+}
+
+}  // namespace nevrel

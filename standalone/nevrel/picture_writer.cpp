@@ -1,0 +1,114 @@
+#include <new>
+#include <system_error>
+
+#include "standalone/nevrel/memory_file.h"
+#include "standalone/nevrel/picture.h"
+#include "standalone/nevrel/picture_error.h"
+#include "standalone/nevrel/whole_file.h"
+
+namespace nevrel {
+
+bool StoresAssociated(const std::string& format, const Part& part) {
+    return format == "openexr" || (format == "tiff" && part.associated);
+}
+
+namespace {
+
+/// What the format's writer is told about a part.
+OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
+    OIIO::ImageSpec spec = part.spec;
+    if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
+    spec.erase_attribute("oiio:subimages");
+    spec.erase_attribute(kStraightAttribute);
+    if (!part.associated && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);
+    return spec;
+}
+
+bool HasDataWindow(const OIIO::ImageSpec& spec) {
+    return spec.x != spec.full_x || spec.y != spec.full_y || spec.width != spec.full_width ||
+           spec.height != spec.full_height;
+}
+
+void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
+                  const std::filesystem::path& path) {
+    const std::string format = picture.format;
+    if (picture.parts.size() > 1 && !output.supports("multiimage")) {
+        throw PictureError(path, format + " cannot hold the " + std::to_string(picture.parts.size()) +
+                                     " parts of the picture");
+    }
+    for (const Part& part : picture.parts) {
+        if (HasDataWindow(part.spec) && !output.supports("displaywindow")) {
+            throw PictureError(path, format + " cannot hold a data window of its own");
+        }
+    }
+}
+
+class Encoder {
+  public:
+    Encoder(const Picture& picture, const std::filesystem::path& path)
+        : picture_(picture), path_(path), output_(OIIO::ImageOutput::create(picture.format)) {
+        require(output_ != nullptr);
+        RequireHolds(*output_, picture, path);
+        for (const Part& part : picture.parts) specs_.push_back(WritingSpec(*output_, part));
+    }
+
+    void encode(const std::string& to) {
+        for (std::size_t i = 0; i < specs_.size(); ++i) {
+            const OIIO::ImageSpec& spec = specs_[i];
+            const OIIO::TypeDesc type = spec.channelformats.empty() ? spec.format : OIIO::TypeDesc::UNKNOWN;
+            require(open(to, i));
+            require(output_->write_image(type, picture_.parts[i].samples.get()));
+        }
+        require(output_->close());
+        requireNothingDropped(to);
+    }
+
+  private:
+    [[nodiscard]] bool open(const std::string& to, std::size_t part) {
+        if (part > 0) return output_->open(to, specs_[part], OIIO::ImageOutput::AppendSubimage);
+        if (specs_.size() == 1 || output_->supports("appendsubimage"))
+            return output_->open(to, specs_.front());
+        return output_->open(to, static_cast<int>(specs_.size()), specs_.data());
+    }
+
+    /// Some writers leave out channels that they have no place for.
+    void requireNothingDropped(const std::string& from) const {
+        const auto input = OIIO::ImageInput::create(picture_.format);
+        OIIO::ImageSpec found;
+        if (!input || !input->open(from, found)) throw PictureError(path_, "cannot be read back");
+        for (std::size_t i = 0; i < specs_.size(); ++i) {
+            const OIIO::ImageSpec& spec = specs_[i];
+            const bool held = input->seek_subimage(static_cast<int>(i), 0) &&
+                              input->spec().nchannels == spec.nchannels &&
+                              (input->spec().alpha_channel >= 0) == (spec.alpha_channel >= 0);
+            if (held) continue;
+            throw PictureError(
+                path_, picture_.format + " cannot hold these channels together: " + Join(spec.channelnames));
+        }
+    }
+
+    void require(bool success) const {
+        if (success) return;
+        const std::string reason = output_ ? output_->geterror() : OIIO::geterror();
+        throw PictureError(path_, "cannot be encoded: " + OneLine(reason));
+    }
+
+    const Picture& picture_;
+    const std::filesystem::path& path_;
+    std::unique_ptr<OIIO::ImageOutput> output_;
+    std::vector<OIIO::ImageSpec> specs_;
+};
+
+}  // namespace
+
+void WritePicture(const Picture& picture, const std::filesystem::path& path) try {
+    MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
+    Encoder(picture, path).encode(encoded.path());
+    WriteWholeFile(path, encoded.bytes());
+} catch (const std::bad_alloc&) {
+    throw PictureError(path, "not enough memory to encode the picture");
+} catch (const std::system_error& error) {
+    throw PictureError(path, error.what());
+}
+
+}  // namespace nevrel
