@@ -1,12 +1,13 @@
 // What the smoothing pass does at one pixel.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
 
 #include "kernel/canvas.h"
-#include "kernel/ramp.h"
+#include "kernel/ramp_table.h"
 #include "kernel/run_measures.h"
 #include "kernel/sides.h"
 #include "kernel/staircases.h"
@@ -22,10 +23,11 @@ class PixelVisit {
   public:
     /// The pixel is the given bit of the given window of the masks.
     PixelVisit(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
-               const StepMasks& steps, int window, int bit, int x, int y)
+               RampTable<Weights>& ramps, const StepMasks& steps, int window, int bit, int x, int y)
         : canvas_(canvas),
           map_(map),
           weights_(weights),
+          ramps_(ramps),
           steps_(steps),
           window_(window),
           bit_(bit),
@@ -100,13 +102,12 @@ class PixelVisit {
         constexpr auto index = static_cast<std::size_t>(side);
         if (applies(steps_.run[index])) {
             if (const int run = RunLength<side>(map_, x_, y_); run > 0) {
-                walkRamp<side>(
-                    weights_.runRamp(run, LengthFactor<side>(map_, run, x_, y_, weights_.softness())));
+                walkRamp<side>(ramps_.run(run, LengthFactor<side>(map_, run, x_, y_, weights_.softness())));
                 return Blended::run;
             }
         }
         if (applies(steps_.line[index])) {
-            walkRamp<side>(weights_.thinLineRamp(ThinLineLength<side>(map_, x_, y_)));
+            walkRamp<side>(ramps_.thinLine(ThinLineLength<side>(map_, x_, y_)));
             thinBlended_ = true;
             return Blended::thinLine;
         }
@@ -116,14 +117,36 @@ class PixelVisit {
     // Blends the pixel behind the piece into the pixels before it, for as long as the ramp and the image
     // last.
     template <Side side>
-    void walkRamp(Ramp ramp) noexcept {
+    void walkRamp(const KeptRamp<Weight>& ramp) noexcept {
         constexpr Offset step = AlongSide<side>(StepOf(side), 0);
         // The piece lies between (x, y) and the next pixel right or down.
-        int toX = x_ + (step.dx > 0 ? 1 : 0);
-        int toY = y_ + (step.dy > 0 ? 1 : 0);
+        const int toX = x_ + (step.dx > 0 ? 1 : 0);
+        const int toY = y_ + (step.dy > 0 ? 1 : 0);
+        const int room = roomAlong<side>(toX, toY);
         const auto source = canvas_.source(toX - step.dx, toY - step.dy);
-        for (; !ramp.done && canvas_.contains(toX, toY); toX += step.dx, toY += step.dy) {
-            canvas_.blend(toX, toY, source, RampWeight(ramp));
+        const int count = std::min(ramp.count, room);
+        for (int i = 0; i < count; ++i) {
+            canvas_.blend(toX + i * step.dx, toY + i * step.dy, source,
+                          ramp.weights[static_cast<std::size_t>(i)]);
+        }
+        Ramp rest = ramp.rest;
+        for (int i = count; !rest.done && i < room; ++i) {
+            canvas_.blend(toX + i * step.dx, toY + i * step.dy, source, RampWeight(rest));
+        }
+    }
+
+    // The pixels from (x, y) to the image's edge on that side.
+    template <Side side>
+    [[nodiscard]] int roomAlong(int x, int y) const {
+        switch (side) {
+            case Side::left:
+                return x + 1;
+            case Side::right:
+                return map_.width() - x;
+            case Side::up:
+                return y + 1;
+            default:
+                return map_.height() - y;
         }
     }
 
@@ -157,6 +180,7 @@ class PixelVisit {
     const Canvas<Depth, mode>& canvas_;
     const EdgeMap& map_;
     const BlendWeights<Weights>& weights_;
+    RampTable<Weights>& ramps_;
     const StepMasks& steps_;
     int window_;
     int bit_;

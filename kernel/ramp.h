@@ -88,13 +88,14 @@ struct FloatWeights {
     }
 };
 
-/// The weights and ramps of one kernel call.
+/// The fixed weights and the ramps of one kernel call, all derived from softness and bias.
 template <typename Weights>
 class BlendWeights {
     using Weight = typename Weights::Weight;
-    using Ramp = RampState<Weight>;
 
   public:
+    using Ramp = RampState<Weight>;
+
     BlendWeights(std::int32_t softness, std::int32_t bias)
         : tipWeight(Weights::tipWeight(softness)),
           cornerWeight(Weights::cornerWeight(softness)),

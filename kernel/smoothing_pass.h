@@ -20,10 +20,10 @@ class SmoothingPass {
 
   public:
     SmoothingPass(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights)
-        : canvas_(canvas), map_(map), weights_(weights) {}
+        : canvas_(canvas), map_(map), weights_(weights), ramps_(weights) {}
 
     /// Rows top to bottom, pixels left to right. With vector forms stretches of a row are decided on at once.
-    void run(const VectorForms* forms) const noexcept {
+    void run(const VectorForms* forms) noexcept {
         const bool windows = forms != nullptr && map_.width() >= StepWindows::pixels;
         for (int y = 0; y < map_.height(); ++y) {
             if (windows) {
@@ -36,7 +36,7 @@ class SmoothingPass {
 
   private:
     // Blank groups of four are passed over.
-    void runRow(int y) const noexcept {
+    void runRow(int y) noexcept {
         StepMasks steps;
         const std::uint8_t* flags = map_.row(y);
         for (int group = 0; group < map_.width(); group += 4) {
@@ -51,7 +51,7 @@ class SmoothingPass {
         }
     }
 
-    void runRowInWindows(const VectorForms& forms, int y) const noexcept {
+    void runRowInWindows(const VectorForms& forms, int y) noexcept {
         const MapRow row{map_.row(y) - EdgeMap::leftMargin,
                          map_.stride(),
                          map_.end(),
@@ -73,11 +73,12 @@ class SmoothingPass {
         }
     }
 
-    void visit(const StepMasks& steps, int window, int bit, int x, int y) const noexcept {
-        PixelVisit<Depth, mode>(canvas_, map_, weights_, steps, window, bit, x, y).run();
+    void visit(const StepMasks& steps, int window, int bit, int x, int y) noexcept {
+        PixelVisit<Depth, mode>(canvas_, map_, weights_, ramps_, steps, window, bit, x, y).run();
     }
 
     Canvas<Depth, mode> canvas_;
     EdgeMap map_;
-    BlendWeights<Weights> weights_;
+    const BlendWeights<Weights>& weights_;
+    RampTable<Weights> ramps_;
 };
