@@ -1,0 +1,102 @@
+// The parts of a kernel call apart, in the order in which they run.
+#include <type_traits>
+
+#include "bench/benchmarks.h"
+#include "kernel/depth16.h"
+#include "kernel/depth8.h"
+#include "kernel/depth_float.h"
+#include "kernel/edge_scan.h"
+#include "kernel/smoothing_pass.h"
+
+namespace {
+
+std::uint8_t* MapMemory(BenchHost& host, int width, int height) {
+    return reinterpret_cast<std::uint8_t*>(host.scratch(EdgeMap::byteCount(width, height)));
+}
+
+/// The parts of one kernel on one frame, each to be called when those above it have been.
+template <typename Depth, KeyMode mode>
+class Parts {
+    using Pixel = typename Depth::Pixel;
+
+  public:
+    Parts(const RenderJob& job, BenchHost& host)
+        : job_(job),
+          depth_(job),
+          key_(job),
+          input_(*job.inputWorld),
+          output_(*job.outputWorld),
+          map_(MapMemory(host, input_.width(), input_.height()), input_.width(), input_.height()),
+          weights_(job.softness, job.bias) {}
+
+    void firstCopy() const {
+        if constexpr (mode == KeyMode::NoKey) {
+            CopyWorld(nullptr, job_.inputWorld, job_.outputWorld, nullptr, nullptr);
+        } else {
+            MarkingCopy(key_, input_, output_);
+        }
+    }
+    void scan() const { ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_); }
+    void pass() const {
+        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_).run(forms_);
+    }
+
+  private:
+    RenderJob job_;
+    Depth depth_;
+    ColorKey<Depth, mode> key_;
+    ImageView<const Pixel> input_;
+    ImageView<Pixel> output_;
+    EdgeMap map_;
+    BlendWeights<typename Depth::Weights> weights_;
+    const VectorForms* forms_ = FormsFor(BestInstructionSet());
+};
+
+template <typename Depth, KeyMode mode>
+void MeasureParts(benchmark::State& state, PF_PixelFormat format, FrameKind kind, Size size,
+                  const Effort& effort) {
+    BenchHost host;
+    FramePair pair(KeptFrame(kind, size).image, format);
+    const Parts<Depth, mode> parts(pair.job(host, mode != KeyMode::NoKey, false), host);
+    while (state.KeepRunning()) {
+        Samples memcpy, first, scan, pass;
+        for (int round = 0; round < effort.rounds; ++round) {
+            memcpy.row(effort, [&] { pair.copyWhole(); });
+            first.row(effort, [&] { parts.firstCopy(); });
+            scan.row(effort, [&] { parts.scan(); });
+            pass.row(
+                effort, [&] { parts.pass(); }, [&] { parts.firstCopy(); });
+        }
+        state.SetIterationTime(first.median() + scan.median() + pass.median());
+        state.counters["memcpy"] = memcpy.median() * 1e3;
+        state.counters["first"] = first.median() * 1e3;
+        state.counters["scan"] = scan.median() * 1e3;
+        state.counters["pass"] = pass.median() * 1e3;
+    }
+}
+
+template <typename Depth, KeyMode mode>
+void RegisterOne(const Plan& plan, Size size, const NamedFrame& frame, const char* kernel,
+                 PF_PixelFormat format) {
+    const std::string name = "parts/" + NameOf(size) + '/' + frame.name + '/' + kernel;
+    benchmark::RegisterBenchmark(name.c_str(), MeasureParts<Depth, mode>, format, frame.kind, size,
+                                 plan.effort)
+        ->Iterations(1)
+        ->UseManualTime();
+}
+
+}  // namespace
+
+void RegisterParts(const Plan& plan) {
+    for (const Size size : plan.sizes) {
+        for (const NamedFrame& frame : kFrames) {
+            RegisterOne<Depth8, KeyMode::NoKey>(plan, size, frame, "Kernel8", PF_PixelFormat_ARGB32);
+            RegisterOne<Depth8, KeyMode::Key>(plan, size, frame, "Kernel8Key", PF_PixelFormat_ARGB32);
+            RegisterOne<Depth16, KeyMode::NoKey>(plan, size, frame, "Kernel16", PF_PixelFormat_ARGB64);
+            RegisterOne<Depth16, KeyMode::Key>(plan, size, frame, "Kernel16Key", PF_PixelFormat_ARGB64);
+            RegisterOne<DepthFloat, KeyMode::NoKey>(plan, size, frame, "KernelFloat", PF_PixelFormat_ARGB128);
+            RegisterOne<DepthFloat, KeyMode::Key>(plan, size, frame, "KernelFloatKey",
+                                                  PF_PixelFormat_ARGB128);
+        }
+    }
+}
