@@ -1,10 +1,11 @@
 # The module itself: everything of nevrel_effect in one file that exports EntryPointFunc and nothing else.
 add_library(nevrel_module MODULE $<TARGET_OBJECTS:nevrel_effect>)
-target_link_libraries(nevrel_module PRIVATE nevrel_options)
+target_link_libraries(nevrel_module PRIVATE nevrel_options ${CMAKE_DL_LIBS})
 set_target_properties(nevrel_module PROPERTIES LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel)
 
 if(WIN32)
   set_target_properties(nevrel_module PROPERTIES SUFFIX .aex)
+  target_link_libraries(nevrel_module PRIVATE nevrel_resources)
 endif()
 
 if(MSVC)

@@ -5,6 +5,7 @@
 #include "params/params_setup.h"
 #include "params/update_params_ui.h"
 #include "render/render_commands.h"
+#include "ui/option_dialog.h"
 
 namespace {
 
@@ -25,6 +26,9 @@ PF_Err Dispatch(PF_Cmd cmd, PF_InData* inData, PF_OutData* outData, PF_ParamDef*
             return SequenceFlatten(inData, outData);
         case PF_Cmd_SEQUENCE_SETDOWN:
             return SequenceSetdown(inData, outData);
+        case PF_Cmd_DO_DIALOG:
+            DoDialog(inData, params);
+            return PF_Err_NONE;
         case PF_Cmd_RENDER:
             return Render(inData, outData, params, output);
         case PF_Cmd_USER_CHANGED_PARAM:

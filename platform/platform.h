@@ -4,8 +4,11 @@
 
 #ifdef _WIN32
 #include <windows.h>
-// mbctype.h needs no order of its own, but windows.h comes first everywhere.
+// windows.h comes first everywhere.
 #include <mbctype.h>
+// Names that the standard library's own headers use.
+#undef _M1
+#undef _M2
 #else
 #include "platform/dialog_manager.h"  // IWYU pragma: export
 #include "platform/system.h"          // IWYU pragma: export

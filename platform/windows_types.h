@@ -1,0 +1,30 @@
+// The Windows types that the stand-ins are declared with.
+#pragma once
+
+#include <cstdint>
+
+using BOOL = int;
+using UINT = unsigned int;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using INT_PTR = std::intptr_t;
+using LONG_PTR = std::intptr_t;
+using UINT_PTR = std::uintptr_t;
+using ULONG_PTR = std::uintptr_t;
+using WPARAM = UINT_PTR;
+using LPARAM = LONG_PTR;
+using LRESULT = LONG_PTR;
+using LPSTR = char*;
+using LPCSTR = const char*;
+using HANDLE = void*;
+using HMODULE = struct HINSTANCE__*;
+using HINSTANCE = HMODULE;
+using HWND = struct HWND__*;
+
+inline constexpr BOOL FALSE = 0;
+inline constexpr BOOL TRUE = 1;
+
+struct RECT {
+    LONG left, top, right, bottom;
+};

@@ -1,0 +1,25 @@
+// The dialog templates, for the dialog manager's stand-in; on Windows they are in nevrel.rc.
+#include <array>
+
+#include "platform/dialog_template.h"
+#include "platform/platform.h"
+#include "resources/dialogs.h"
+
+namespace {
+
+#define DIALOG_CONTROL(text, id, style, x, y, width, height) \
+    ControlTemplate{id, text, style, x, y, width, height},
+
+constexpr std::array kOptionDialogControls = {OPTION_DIALOG_CONTROLS};
+constexpr std::array kSettingsPageControls = {SETTINGS_PAGE_CONTROLS};
+
+constexpr std::array<DialogTemplate, 2> kTemplates = {{
+    {OPTION_DIALOG_ID, OPTION_DIALOG_CAPTION, OPTION_DIALOG_STYLE, OPTION_DIALOG_WIDTH, OPTION_DIALOG_HEIGHT,
+     kOptionDialogControls},
+    {SETTINGS_PAGE_ID, "", SETTINGS_PAGE_STYLE, SETTINGS_PAGE_WIDTH, SETTINGS_PAGE_HEIGHT,
+     kSettingsPageControls},
+}};
+
+}  // namespace
+
+std::span<const DialogTemplate> ModuleDialogTemplates() { return kTemplates; }

@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+
+#include "platform/dialog_shower.h"
+#include "tests/ui/user.h"
+
+namespace test {
+
+namespace {
+
+RECT PlaceOf(const HWND__& window) {
+    RECT place{};
+    GetWindowRect(const_cast<HWND>(&window), &place);
+    return place;
+}
+
+void Look(const HWND__& window, SeenDialog& seen) {
+    for (const auto& child : window.children) {
+        if (child->procedure == nullptr) {
+            seen.controls[child->id] = {child->text, child->enabled, child->checked};
+        } else {
+            seen.page = PlaceOf(*child);
+            Look(*child, seen);
+        }
+    }
+}
+
+UserAction ActionOf(int action) {
+    switch (action) {
+        case kEscape:
+            return {UserActionKind::Escape};
+        case kCloseBox:
+            return {UserActionKind::CloseBox};
+        default:
+            return {UserActionKind::Click, action};
+    }
+}
+
+}  // namespace
+
+struct User::Seat : DialogShower {
+    UserAction nextAction(const HWND__& dialog) override {
+        if (!seen) {
+            seen = {.caption = dialog.text,
+                    .place = PlaceOf(dialog),
+                    .client = PlaceOf(dialog),
+                    .page{},
+                    .controls{}};
+            Look(dialog, *seen);
+        }
+        if (actions.empty()) {
+            ADD_FAILURE() << "the last action did not end the dialog";
+            return {UserActionKind::CloseBox};
+        }
+        const int action = actions.front();
+        actions.pop_front();
+        return ActionOf(action);
+    }
+
+    HWND__ window;
+    std::deque<int> actions;
+    std::optional<SeenDialog> seen;
+};
+
+User::User(RECT place) : seat_(std::make_unique<Seat>()) {
+    seat_->window.rect = place;
+    seat_->window.shower = seat_.get();
+}
+
+User::~User() = default;
+
+HWND User::mainWindow() const { return &seat_->window; }
+
+void User::begin(std::vector<int> actions) {
+    seat_->actions.assign(actions.begin(), actions.end());
+    seat_->seen.reset();
+}
+
+std::optional<SeenDialog> User::end() {
+    EXPECT_TRUE(!seat_->seen || seat_->actions.empty()) << "the dialog ended before the last action";
+    return seat_->seen;
+}
+
+}  // namespace test

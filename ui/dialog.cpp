@@ -1,0 +1,40 @@
+#include "ui/dialog.h"
+
+namespace {
+
+LPARAM CreationArgument(Dialog* dialog) { return reinterpret_cast<LPARAM>(dialog); }
+
+}  // namespace
+
+INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window == nullptr) return 0;
+    if (message == WM_INITDIALOG) SetWindowLongPtrA(window, GWLP_USERDATA, lParam);
+    auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    return dialog == nullptr ? 0 : dialog->handleMessage(window, message, wParam, lParam);
+}
+
+DialogWindow::DialogWindow() : closedEvent(CreateEventA(nullptr, TRUE, TRUE, nullptr)) {}
+
+DialogWindow::~DialogWindow() {
+    ResetEvent(closedEvent);
+    CloseHandle(closedEvent);
+}
+
+BOOL DialogWindow::close(HWND window, INT_PTR code) {
+    const BOOL ended = EndDialog(window, code);
+    if (!ended) return ended;
+    result = code;
+    return SetEvent(closedEvent);
+}
+
+void DialogWindow::showModal() {
+    if (WaitForSingleObject(closedEvent, 0) == WAIT_TIMEOUT) return;
+    ResetEvent(closedEvent);
+    modeless = 0;
+    DialogBoxParamA(instance, templateId, parent, DialogProc, CreationArgument(this));
+}
+
+HWND CreatePage(const DialogWindow& owner, HWND window, WORD templateId, DialogComponent& page) {
+    return CreateDialogParamA(owner.instance, MAKEINTRESOURCEA(templateId), window, DialogProc,
+                              CreationArgument(&page));
+}
