@@ -63,7 +63,7 @@ class EdgeMap {
     /// Clears the bytes before and after a row of the image.
     void clearMargins(int y) const {
         std::memset(row(y) - leftMargin, 0, leftMargin);
-        std::memset(row(y) + width_, 0, static_cast<std::size_t>(stride_ - leftMargin - width_));
+        for (std::uint8_t* byte = row(y) + width_; byte < row(y) - leftMargin + stride_; ++byte) *byte = 0;
     }
 
     /// The flags at a position of the image or its border.

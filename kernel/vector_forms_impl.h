@@ -15,23 +15,19 @@ namespace {
 constexpr int block = 32;
 constexpr std::uint32_t everyFourth = 0x11111111;
 
-/// Which of the 32 pairs p[i], q[i] form an edge, one bit each: the depths' own tests.
+/// Which pairs p[i], q[i] form an edge, one bit each, for as many pixels as a vector has 32-bit lanes: the
+/// depths' own tests.
 template <typename Isa>
 struct EdgePairs8 {
     using Pixel = PF_Pixel;
     using Vector = typename Isa::Vector;
-    static constexpr int lanes = Isa::bytes / 4;
 
     explicit EdgePairs8(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
 
     [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        std::uint32_t bits = 0;
-        for (int i = 0; i < block; i += lanes) {
-            const Vector d = Isa::difference8(visible(Isa::load(p + i)), visible(Isa::load(q + i)));
-            const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF00FF)), Isa::highBytes16(d));
-            bits |= Isa::signs(Isa::greater32(Isa::addPairs16(pairs), threshold_)) << i;
-        }
-        return bits;
+        const Vector d = Isa::difference8(visible(Isa::load(p)), visible(Isa::load(q)));
+        const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF00FF)), Isa::highBytes16(d));
+        return Isa::signs(Isa::greater32(Isa::addPairs16(pairs), threshold_));
     }
 
   private:
@@ -47,22 +43,17 @@ template <typename Isa>
 struct EdgePairs16 {
     using Pixel = PF_Pixel16;
     using Vector = typename Isa::Vector;
-    static constexpr int lanes = Isa::bytes / 4;  // two vectors of pixels give one of sums
 
     explicit EdgePairs16(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
 
     [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        std::uint32_t bits = 0;
-        for (int i = 0; i < block; i += lanes) {
-            const Vector sums =
-                Isa::lowHalves(distances(p + i, q + i), distances(p + i + lanes / 2, q + i + lanes / 2));
-            bits |= Isa::signs(Isa::greater32(sums, threshold_)) << i;
-        }
-        return bits;
+        constexpr int half = Isa::bytes / 8;
+        const Vector sums = Isa::lowHalves(distances(p, q), distances(p + half, q + half));
+        return Isa::signs(Isa::greater32(sums, threshold_));
     }
 
   private:
-    // The distances of half a block's lanes, each in the low half of 64 bits.
+    // The distances of a vector of pixels, each in the low half of 64 bits.
     static Vector distances(const Pixel* p, const Pixel* q) {
         const Vector d = Isa::difference16(visible(Isa::load(p)), visible(Isa::load(q)));
         const Vector pairs = Isa::add32(Isa::bitAnd(d, Isa::fill(0xFFFF)), Isa::highWords32(d));
@@ -80,22 +71,12 @@ struct EdgePairsFloat {
     using Pixel = PF_PixelFloat;
     using Vector = typename Isa::Vector;
     using Floats = typename Isa::Floats;
-    static constexpr int lanes = Isa::bytes / 4;
 
     explicit EdgePairsFloat(float threshold) : threshold_(Isa::fillFloat(threshold)) {}
 
-    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        std::uint32_t bits = 0;
-        for (int i = 0; i < block; i += lanes) bits |= pairs(p + i, q + i) << i;
-        return bits;
-    }
-
-  private:
-    enum Channel { alpha, red, green, blue };
-
     // What is left of the threshold is never below zero for identical pixels, so they need no test of their
     // own.
-    [[nodiscard]] std::uint32_t pairs(const Pixel* p, const Pixel* q) const {
+    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
         Floats a[4];
         Floats b[4];
         Isa::loadChannels(&p->alpha, a);
@@ -112,6 +93,9 @@ struct EdgePairsFloat {
         return Isa::signs(Isa::bitOr(bothVisible, Isa::bitOr(onlyA, onlyB)));
     }
 
+  private:
+    enum Channel { alpha, red, green, blue };
+
     [[nodiscard]] Floats restOfDifference(const Floats a[4], const Floats b[4]) const {
         Floats rest = threshold_;
         for (const Channel channel : {red, green, blue, alpha}) {
@@ -127,20 +111,20 @@ struct EdgePairsFloat {
     Floats threshold_;
 };
 
-/// Whether all cells of a block, at row[0..31] and the pixels around them, are of one colour.
-template <typename Isa, typename Pixel>
+/// Whether all pixels of the cells at row[0], row[1], ... are of one colour.
+template <typename Isa, int cells, typename Pixel>
 bool IsBlank(const Pixel* row, const Pixel* below) {
     const auto* upper = reinterpret_cast<const char*>(row);
     const auto* lower = reinterpret_cast<const char*>(below);
     typename Isa::Vector differences = Isa::zero();
-    for (int i = 0; i < block * int{sizeof(Pixel)}; i += Isa::bytes) {
+    for (int i = 0; i < cells * int{sizeof(Pixel)}; i += Isa::bytes) {
         const auto here = Isa::load(upper + i);
         const auto right = Isa::load(upper + i + sizeof(Pixel));
         const auto down = Isa::load(lower + i);
         differences = Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
     }
     // The last cell's lower right pixel is in neither comparison.
-    return Isa::isZero(differences) && std::memcmp(row + block, below + block, sizeof(Pixel)) == 0;
+    return Isa::isZero(differences) && std::memcmp(row + cells, below + cells, sizeof(Pixel)) == 0;
 }
 
 struct CellBits {
@@ -150,9 +134,18 @@ struct CellBits {
     std::uint32_t antiDiagonal = 0;
 };
 
-template <typename Pairs>
-CellBits ScanBlock(const Pairs& pairs, const typename Pairs::Pixel* row, const typename Pairs::Pixel* below) {
-    return {pairs(row, row + 1), pairs(row, below), pairs(row, below + 1), pairs(row + 1, below)};
+template <typename Isa, typename Pairs, typename Pixel>
+CellBits ScanBlock(const Pairs& pairs, const Pixel* row, const Pixel* below) {
+    CellBits cells;
+    constexpr int lanes = Isa::bytes / 4;
+    for (int i = 0; i < block; i += lanes) {
+        if (IsBlank<Isa, lanes>(row + i, below + i)) continue;
+        cells.right |= pairs(row + i, row + i + 1) << i;
+        cells.down |= pairs(row + i, below + i) << i;
+        cells.diagonal |= pairs(row + i, below + i + 1) << i;
+        cells.antiDiagonal |= pairs(row + i + 1, below + i) << i;
+    }
+    return cells;
 }
 
 /// Drops the diagonals that the order of the tests leaves out: in a group of four cells those before the
@@ -192,15 +185,16 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     const int cells = width - 1;
     int x = 0;
     for (; x + block <= cells; x += block) {
-        const bool blank = IsBlank<Isa>(row + x, below + x);
-        StoreFlags<Isa>(blank ? CellBits{} : KeepTestedDiagonals(ScanBlock(pairs, row + x, below + x), 0),
-                        flags + x);
+        const bool blank = IsBlank<Isa, block>(row + x, below + x);
+        StoreFlags<Isa>(
+            blank ? CellBits{} : KeepTestedDiagonals(ScanBlock<Isa>(pairs, row + x, below + x), 0),
+            flags + x);
     }
     if (x == cells) return;
     // The rest of the cells are scanned as the end of a block of their own, so that no pixel behind the row
     // is read.
     const int shift = x + block - cells;
-    CellBits last = ScanBlock(pairs, row + x - shift, below + x - shift);
+    CellBits last = ScanBlock<Isa>(pairs, row + x - shift, below + x - shift);
     last = {last.right >> shift, last.down >> shift, last.diagonal >> shift, last.antiDiagonal >> shift};
     const int grouped = (cells & ~3) - x;
     StoreFlags<Isa>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
@@ -218,9 +212,17 @@ class WindowPlanes {
     /// Reads the rows around a window. Rows outside the image are clear.
     void load(int window, const MapRow& row, int x) {
         for (int dy = -rowsAbove; dy <= rowsBelow; ++dy) {
-            const bool inside = -dy <= row.above && dy <= row.below;
-            split(inside ? row.flags + dy * row.stride + x : nullptr, row.end, planes_[dy + rowsAbove],
-                  window);
+            const std::uint8_t* flags = row.flags + dy * row.stride + x;
+            Planes& planes = planes_[dy + rowsAbove];
+            if (-dy > row.above || dy > row.below) {
+                for (auto& plane : planes) plane[window] = 0;
+            } else if (row.end - flags >= StepWindows::columns) {
+                split(flags, planes, window);
+            } else {
+                std::uint8_t padded[StepWindows::columns] = {};
+                std::memcpy(padded, flags, static_cast<std::size_t>(row.end - flags));
+                split(padded, planes, window);
+            }
         }
     }
 
@@ -232,12 +234,7 @@ class WindowPlanes {
   private:
     using Planes = std::uint64_t[4][StepMask::windows];
 
-    static void split(const std::uint8_t* flags, const std::uint8_t* end, Planes& planes, int window) {
-        std::uint8_t padded[StepWindows::columns] = {};
-        if (flags == nullptr || end - flags < StepWindows::columns) {
-            if (flags != nullptr) std::memcpy(padded, flags, static_cast<std::size_t>(end - flags));
-            flags = padded;
-        }
+    static void split(const std::uint8_t* flags, Planes& planes, int window) {
         std::uint64_t plane[4] = {};
         for (int i = 0; i < StepWindows::columns; i += Isa::bytes) {
             const Vector part = Isa::load(flags + i);
@@ -249,7 +246,7 @@ class WindowPlanes {
         for (int flag = 0; flag < 4; ++flag) planes[flag][window] = plane[flag];
     }
 
-    Planes planes_[rowsAbove + 1 + rowsBelow] = {};
+    Planes planes_[rowsAbove + 1 + rowsBelow];
 };
 
 /// As many windows as a vector has 64-bit lanes, as a source of flags for the patterns.
