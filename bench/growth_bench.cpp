@@ -19,13 +19,15 @@ Image8 Sheet(Size size) {
 
 Image8 Cel(Size size) { return MakeFrame(FrameKind::cel, size.width, size.height); }
 Image8 Lines(Size size) { return MakeFrame(FrameKind::lines, size.width, size.height); }
+Image8 Diagonals(Size size) { return MakeFrame(FrameKind::diagonals, size.width, size.height); }
 Image8 Noise(Size size) { return MakeFrame(FrameKind::noise, size.width, size.height); }
 
 struct Series {
     const char* name;
     Image8 (*frame)(Size size);
 };
-constexpr Series kSeries[] = {{"cel", Cel}, {"cel sheet", Sheet}, {"lines", Lines}, {"noise", Noise}};
+constexpr Series kSeries[] = {
+    {"cel", Cel}, {"cel sheet", Sheet}, {"lines", Lines}, {"diagonals", Diagonals}, {"noise", Noise}};
 
 void MeasureGrowth(benchmark::State& state, const Series& series, double megapixels, const Effort& effort) {
     const Size size{static_cast<int>(std::lround(std::sqrt(megapixels * 1e6 * 16 / 9))),

@@ -53,15 +53,34 @@ Image8 Noise(int width, int height) {
     return image;
 }
 
-/// Sheer stripes laid across each other: each keeps its edges all the way, whatever it crosses.
+constexpr int kLinePitch = 12;
+
+/// Whether a place `across` parallel lines that are alternately one and two pixels wide lies on one of them.
+bool IsOnLine(int across) {
+    const int place = across % (2 * kLinePitch);
+    return place == 0 || place == kLinePitch || place == kLinePitch + 1;
+}
+
+/// Horizontal lines in the upper half, vertical ones in the lower half, so that none interrupts another. Each
+/// steps aside by one pixel half way.
 Image8 Lines(int width, int height) {
-    constexpr int pitch = 16;
-    Image8 image(width, height);
+    Image8 image(width, height, kWhite);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            const unsigned across = y % pitch < 2 ? 0x20U : 0xE0U;
-            const unsigned down = x % pitch < 2 ? 0x20U : 0xE0U;
-            image.at(x, y) = Paint(across << 16 | down << 8 | 0x80U);
+            const bool upper = y < height / 2;
+            const int across = upper ? y + (x < width / 2 ? 0 : 1) : x + (y < height / 4 * 3 ? 0 : 1);
+            if (IsOnLine(across)) image.at(x, y) = kInk;
+        }
+    }
+    return image;
+}
+
+/// Lines at 45 degrees, falling in the upper half and rising in the lower half.
+Image8 Diagonals(int width, int height) {
+    Image8 image(width, height, kWhite);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            if (IsOnLine(y < height / 2 ? x + height - y : x + y)) image.at(x, y) = kInk;
         }
     }
     return image;
@@ -95,6 +114,8 @@ Image8 MakeFrame(FrameKind kind, int width, int height) {
             return Noise(width, height);
         case FrameKind::lines:
             return Lines(width, height);
+        case FrameKind::diagonals:
+            return Diagonals(width, height);
     }
     return {width, height, kCloth};
 }

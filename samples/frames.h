@@ -4,11 +4,12 @@
 #include "samples/image.h"
 
 enum class FrameKind {
-    blank,  ///< one colour
-    cel,    ///< one painted figure; 2 to 4 % edge pixels at 1080 and 2160 lines
-    busy,   ///< the figure in a meadow of thin lines; 30 to 40 % edge pixels
-    noise,  ///< every pixel a random colour; over 90 % edge pixels
-    lines,  ///< long horizontal and vertical lines from border to border
+    blank,      ///< one colour
+    cel,        ///< one painted figure; 2 to 4 % edge pixels at 1080 and 2160 lines
+    busy,       ///< the figure in a meadow of thin lines; 30 to 40 % edge pixels
+    noise,      ///< every pixel a random colour; over 90 % edge pixels
+    lines,      ///< horizontal and vertical lines from border to border, each with one step
+    diagonals,  ///< lines at 45 degrees from border to border
 };
 
 /// A frame of 8-bit pixels, all of them opaque.

@@ -20,7 +20,8 @@ constexpr Expected kFrames[] = {{FrameKind::blank, 0x9CDE85C5, "blank", 0, 0},
                                 {FrameKind::cel, 0x7A362F71, "cel", 0.02, 0.04},
                                 {FrameKind::busy, 0xD3DC5A87, "busy", 0.3, 0.4},
                                 {FrameKind::noise, 0xACFFBFC5, "noise", 0.9, 1},
-                                {FrameKind::lines, 0x9D2DDDC5, "lines", 0.1, 0.3}};
+                                {FrameKind::lines, 0xB3E90045, "lines", 0.1, 0.4},
+                                {FrameKind::diagonals, 0x66015FC5, "diagonals", 0.1, 0.5}};
 
 /// FNV-1a over the channels.
 std::uint32_t Checksum(const Image8& frame) {
