@@ -7,6 +7,7 @@
 
 #include "kernel/color_key.h"
 #include "kernel/image_view.h"
+#include "kernel/offset.h"
 
 /// Blends keyed pixels of the input into the output, which starts as a copy of the input.
 template <typename Depth, KeyMode mode>
@@ -29,6 +30,17 @@ class Canvas {
     /// Blends a source pixel into the output at (x, y).
     void blend(int x, int y, const Pixel& src, Weight weight) const noexcept {
         Depth::blend(output_.at(x, y), src, weight);
+    }
+
+    /// Blends a source pixel into `count` output pixels, from (x, y) on in steps of `step`, each with its own
+    /// weight.
+    void blendAlong(int x, int y, Offset step, const Pixel& src, const Weight* weights,
+                    int count) const noexcept {
+        if (count == 0) return;
+        const std::ptrdiff_t stride = step.dy * output_.pitch() + step.dx * std::ptrdiff_t{sizeof(Pixel)};
+        auto* at = reinterpret_cast<std::byte*>(&output_.at(x, y));
+        for (int i = 0; i < count; ++i, at += stride)
+            Depth::blend(*reinterpret_cast<Pixel*>(at), src, weights[i]);
     }
 
     /// Blends the source pixel at (sourceX, sourceY) into the output at (x, y).

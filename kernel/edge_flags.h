@@ -7,16 +7,20 @@
 /// The flags around one pixel, for walks that stay inside the map.
 class MapFlags {
   public:
-    MapFlags(const EdgeMap& map, int x, int y) : map_(map), x_(x), y_(y) {}
+    MapFlags(const EdgeMap& map, int x, int y) : at_(map.row(y) + x), stride_(map.stride()) {}
 
     [[nodiscard]] bool test(int dx, int dy, EdgeFlag flag) const {
-        return (map_.flags(x_ + dx, y_ + dy) & flag) != 0;
+        return (at_[dy * stride_ + dx] & flag) != 0;
     }
 
+    /// The same around another pixel.
+    [[nodiscard]] MapFlags moved(int dx, int dy) const { return {at_ + dy * stride_ + dx, stride_}; }
+
   private:
-    const EdgeMap& map_;
-    int x_;
-    int y_;
+    MapFlags(const std::uint8_t* at, std::ptrdiff_t stride) : at_(at), stride_(stride) {}
+
+    const std::uint8_t* at_;
+    std::ptrdiff_t stride_;
 };
 
 /// The flags around one pixel as masks of that pixel alone (bit 0), clear in rows that the map does not hold.

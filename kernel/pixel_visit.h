@@ -125,10 +125,7 @@ class PixelVisit {
         const int room = roomAlong<side>(toX, toY);
         const auto source = canvas_.source(toX - step.dx, toY - step.dy);
         const int count = std::min(ramp.count, room);
-        for (int i = 0; i < count; ++i) {
-            canvas_.blend(toX + i * step.dx, toY + i * step.dy, source,
-                          ramp.weights[static_cast<std::size_t>(i)]);
-        }
+        canvas_.blendAlong(toX, toY, step, source, ramp.weights.data(), count);
         Ramp rest = ramp.rest;
         for (int i = count; !rest.done && i < room; ++i) {
             canvas_.blend(toX + i * step.dx, toY + i * step.dy, source, RampWeight(rest));

@@ -27,30 +27,30 @@ struct OuterRun {
 //      c =  0   |             P      closed by the boundary at its left end; open where row -1 has a crossing
 //                                    boundary, or the run just ends
 template <Side side>
-OuterRun MeasureOuterRun(const MapView<side>& view) {
-    constexpr int step = StepOf(side);
-    if (view.outward(0, -1) || view.crossing(step, 0)) return {0, false};
+OuterRun MeasureOuterRun(const MapView<side>& piece) {
+    MapView<side> cell = piece.ahead();
+    if (piece.outward(0, -1) || cell.crossing(0, 0)) return {0, false};
     int length = 0;
     bool closed = false;
-    for (int a = step; !closed && !view.crossing(a, -1) && view.beside(a, -1); a += step) {
+    while (!closed && !cell.crossing(0, -1) && cell.beside(0, -1)) {
         ++length;
-        closed = view.crossing(a + step, 0);
+        cell = cell.ahead();
+        closed = cell.crossing(0, 0);
     }
-    if (length > longestShortRun && !view.beside(view.behind, 0)) return {0, false};
+    if (length > longestShortRun && !piece.beside(piece.behind, 0)) return {0, false};
     return {length, closed};
 }
 
 // The run between c = 0 and c = 1.
 template <Side side>
-int MeasureInnerRun(const MapView<side>& view) {
-    constexpr int step = StepOf(side);
+int MeasureInnerRun(const MapView<side>& piece) {
     int length = 0;
-    bool ended = view.crossing(step, 0);
-    for (int a = step; !ended && !view.crossing(a, 1) && view.beside(a, 0); a += step) {
+    MapView<side> cell = piece.ahead();
+    while (!cell.crossing(0, 0) && !cell.crossing(0, 1) && cell.beside(0, 0)) {
         ++length;
-        ended = view.crossing(a + step, 0);
+        cell = cell.ahead();
     }
-    return length > longestShortRun && !view.beside(view.behind, -1) ? 0 : length;
+    return length > longestShortRun && !piece.beside(piece.behind, -1) ? 0 : length;
 }
 
 }  // namespace
@@ -65,14 +65,14 @@ int RunLength(const EdgeMap& map, int x, int y) noexcept {
 
 template <Side side>
 int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
-    const MapView<side> view(MapFlags(map, x, y));
-    const auto onLine = [&view](int a) {
-        return !view.crossing(a, 0) && !view.crossing(a, -1) && view.beside(a, -1) && !view.crossing(a, 1) &&
-               view.beside(a, 0);
+    const auto onLine = [](const MapView<side>& cell) {
+        return !cell.crossing(0, 0) && !cell.crossing(0, -1) && cell.beside(0, -1) && !cell.crossing(0, 1) &&
+               cell.beside(0, 0);
     };
-    assert(onLine(view.step));
-    int length = 1;
-    while (onLine(view.step * (length + 1))) ++length;
+    MapView<side> cell = MapView<side>(MapFlags(map, x, y)).ahead();
+    assert(onLine(cell));
+    int length = 0;
+    for (; onLine(cell); cell = cell.ahead()) ++length;
     return length > fullThinLine ? (length - fullThinLine) / 2 + fullThinLine : length;
 }
 

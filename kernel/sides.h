@@ -57,6 +57,12 @@ class SideView {
         return test(a, c, StepOf(side) < 0 ? EdgeAntiDiagonal : EdgeDiagonal);
     }
 
+    /// The same one pixel further along the walk.
+    [[nodiscard]] SideView ahead() const {
+        constexpr Offset next = AlongSide<side>(step, 0);
+        return SideView(flags_.moved(next.dx, next.dy));
+    }
+
     /// One step of the walk, and the cell whose `beside` flag continues the run's boundary behind the piece.
     static constexpr int step = StepOf(side);
     static constexpr int behind = step < 0 ? 1 : 0;
