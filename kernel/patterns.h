@@ -17,35 +17,29 @@ class Patterns {
 
     /// Sets the masks of the windows that the source of flags stands for, from `window` on.
     void find(StepMasks& steps, int window) const {
-        put(steps.vertical, window, R(0, 0));
-        put(steps.horizontal, window, D(0, 0));
-        const Mask runs =
-            putAll(steps.run, window,
-                   Group<4>{run<Side::left>(), run<Side::right>(), run<Side::up>(), run<Side::down>()});
-        const Mask lines =
-            putAll(steps.line, window,
-                   Group<4>{line<Side::left>(), line<Side::right>(), line<Side::up>(), line<Side::down>()});
-        const Mask stairsH = putAll(steps.horizontalStaircase, window, horizontalStaircase());
-        const Mask stairsV = putAll(steps.verticalStaircase, window, verticalStaircase());
-        const Mask corners = corner();
-        const Mask notches = putAll(steps.verticalNotch, window, verticalNotch()) |
-                             putAll(steps.horizontalNotch, window, horizontalNotch()) |
-                             putAll(steps.cornerNotch, window, cornerNotch());
-        const Mask tips = tip();
-        const Mask above = aboveTip();
-        const Mask beside = besideTip();
-        const Mask ends = putAll(steps.junction, window, junction());
-        put(steps.corner, window, corners);
-        put(steps.tip, window, tips);
-        put(steps.aboveTip, window, above);
-        put(steps.besideTip, window, beside);
-        const Mask anyTip = tips | above | beside;
-        put(steps.anyHorizontalStaircase, window, stairsH);
-        put(steps.anyVerticalStaircase, window, stairsV);
-        put(steps.anyNotch, window, notches);
-        put(steps.anyTip, window, anyTip);
-        put(steps.anyJunction, window, ends);
-        put(steps.any, window, runs | lines | stairsH | stairsV | corners | notches | anyTip | ends);
+        const auto set = [window](StepMask& step, Mask mask) {
+            Flags::store(mask, step.word + window);
+            return mask;
+        };
+        const Mask rows = set(steps.anyHorizontalStaircase,
+                              setAll(steps.horizontalStaircase, window, horizontalStaircase()));
+        const Mask columns =
+            set(steps.anyVerticalStaircase, setAll(steps.verticalStaircase, window, verticalStaircase()));
+        const Mask vertical =
+            set(steps.anyVertical,
+                set(steps.run[0], run<Side::left>()) | set(steps.run[1], run<Side::right>()) |
+                    set(steps.line[0], line<Side::left>()) | set(steps.line[1], line<Side::right>()) | rows |
+                    set(steps.corner, corner()) | setAll(steps.verticalNotch, window, verticalNotch()));
+        const Mask horizontal =
+            set(steps.anyHorizontal,
+                set(steps.run[2], run<Side::up>()) | set(steps.run[3], run<Side::down>()) |
+                    set(steps.line[2], line<Side::up>()) | set(steps.line[3], line<Side::down>()) | columns |
+                    setAll(steps.horizontalNotch, window, horizontalNotch()) |
+                    setAll(steps.cornerNotch, window, cornerNotch()));
+        const Mask tips = set(steps.anyTip, set(steps.tip, tip()) | set(steps.aboveTip, aboveTip()) |
+                                                set(steps.besideTip, besideTip()));
+        const Mask ends = set(steps.anyJunction, setAll(steps.junction, window, junction()));
+        set(steps.any, vertical | horizontal | tips | ends);
     }
 
   private:
@@ -54,14 +48,12 @@ class Patterns {
         Mask mask[count];
     };
 
-    static void put(StepMask& step, int window, Mask mask) { Flags::store(mask, step.word + window); }
-
     // Returns the pixels at which any of them applies.
     template <int count>
-    static Mask putAll(StepMask (&steps)[count], int window, const Group<count>& group) {
+    static Mask setAll(StepMask (&steps)[count], int window, const Group<count>& group) {
         Mask any = group.mask[0];
         for (int i = 0; i < count; ++i) {
-            put(steps[i], window, group.mask[i]);
+            Flags::store(group.mask[i], steps[i].word + window);
             any = any | group.mask[i];
         }
         return any;

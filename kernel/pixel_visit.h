@@ -35,8 +35,8 @@ class PixelVisit {
           y_(y) {}
 
     void run() noexcept {
-        if (applies(steps_.vertical)) treatVerticalPiece();
-        if (applies(steps_.horizontal)) treatHorizontalPiece();
+        if (applies(steps_.anyVertical)) treatVerticalPiece();
+        if (applies(steps_.anyHorizontal)) treatHorizontalPiece();
         if (applies(steps_.anyTip) && !thinBlended_) treatTip();
         if (applies(steps_.anyJunction)) blendJunctions();
     }
@@ -55,7 +55,7 @@ class PixelVisit {
             if (right == Blended::no) canvas_.blendFrom(x_, y_, x_ + 1, y_, weights_.cornerWeight);
             if (left == Blended::no) canvas_.blendFrom(x_ + 1, y_, x_, y_, weights_.cornerWeight);
         }
-        if (applies(steps_.anyNotch)) restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
+        restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
     }
 
     void treatHorizontalPiece() noexcept {
@@ -63,7 +63,6 @@ class PixelVisit {
         blendSide<Side::down>();
         if (applies(steps_.anyVerticalStaircase))
             blendStaircases(verticalStaircases, steps_.verticalStaircase);
-        if (!applies(steps_.anyNotch)) return;
         restoreFirst(steps_.horizontalNotch, horizontalNotchPixel, Weights::half);
         restoreFirst(steps_.cornerNotch, cornerNotchPixel, Weights::half);
     }

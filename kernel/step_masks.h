@@ -19,10 +19,8 @@ struct StepMask {
 
 /// All steps. Only a run may turn out to be none when it is measured.
 struct StepMasks {
-    StepMask vertical;    ///< R: the pixel has a vertical piece on its right
-    StepMask horizontal;  ///< D: the pixel has a horizontal piece below it
-    StepMask run[4];      ///< by side: a run meets the piece
-    StepMask line[4];     ///< by side: a thin line ends at the piece, if there is no run
+    StepMask run[4];   ///< by side: a run meets the piece
+    StepMask line[4];  ///< by side: a thin line ends at the piece, if there is no run
     StepMask horizontalStaircase[4];
     StepMask verticalStaircase[4];
     StepMask corner;  ///< a vertical piece without diagonals both ways
@@ -35,9 +33,10 @@ struct StepMasks {
     StepMask junction[8];
 
     // Whether any step of a group applies.
+    StepMask anyVertical;    ///< at the vertical piece on the pixel's right
+    StepMask anyHorizontal;  ///< at the horizontal piece below it
     StepMask anyHorizontalStaircase;
     StepMask anyVerticalStaircase;
-    StepMask anyNotch;
     StepMask anyTip;
     StepMask anyJunction;
     StepMask any;
