@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "sdk/effect_types.h"
+#include "sdk/effect_world.h"
 
 /// `height` rows of `width` pixels, top row first.
 template <typename Pixel>

@@ -1,7 +1,7 @@
 // The host's parameter definitions.
 #pragma once
 
-#include "sdk/effect_types.h"
+#include "sdk/effect_world.h"
 
 inline constexpr PF_ParamType PF_Param_LAYER = 0;
 inline constexpr PF_ParamType PF_Param_SLIDER = 1;
@@ -16,6 +16,7 @@ inline constexpr A_long PF_ParamFlag_SUPERVISE = 0x40;
 inline constexpr A_long PF_PUI_ECW_SEPARATOR = 0x10;
 inline constexpr A_long PF_PUI_DISABLED = 0x20;
 
+/// An integer slider: `valid` limits the value, `slider` the range of its scale.
 struct PF_SliderDef {
     A_long value;
     A_char value_str[32];
@@ -27,12 +28,16 @@ struct PF_SliderDef {
     A_long dephault;
 };
 NEVREL_CHECK_RECORD(PF_SliderDef, 88, 4);
+NEVREL_CHECK_FIELD(PF_SliderDef, value, 0);
 NEVREL_CHECK_FIELD(PF_SliderDef, value_str, 4);
 NEVREL_CHECK_FIELD(PF_SliderDef, value_desc, 36);
 NEVREL_CHECK_FIELD(PF_SliderDef, valid_min, 68);
+NEVREL_CHECK_FIELD(PF_SliderDef, valid_max, 72);
 NEVREL_CHECK_FIELD(PF_SliderDef, slider_min, 76);
+NEVREL_CHECK_FIELD(PF_SliderDef, slider_max, 80);
 NEVREL_CHECK_FIELD(PF_SliderDef, dephault, 84);
 
+/// A checkbox; its value is 0 or 1, `nameptr` the label beside the box.
 struct PF_CheckBoxDef {
     A_long value;
     A_char dephault;
@@ -43,14 +48,19 @@ struct PF_CheckBoxDef {
     } u;
 };
 NEVREL_CHECK_RECORD(PF_CheckBoxDef, 16, 8);
+NEVREL_CHECK_FIELD(PF_CheckBoxDef, value, 0);
 NEVREL_CHECK_FIELD(PF_CheckBoxDef, dephault, 4);
+NEVREL_CHECK_FIELD(PF_CheckBoxDef, reserved, 5);
+NEVREL_CHECK_FIELD(PF_CheckBoxDef, reserved1, 6);
 NEVREL_CHECK_FIELD(PF_CheckBoxDef, u, 8);
 
+/// A colour, 8 bits a channel.
 struct PF_ColorDef {
     PF_Pixel value;
     PF_Pixel dephault;
 };
 NEVREL_CHECK_RECORD(PF_ColorDef, 8, 1);
+NEVREL_CHECK_FIELD(PF_ColorDef, value, 0);
 NEVREL_CHECK_FIELD(PF_ColorDef, dephault, 4);
 
 /// The members that the effect uses; the layer record is the largest of the host's union.
@@ -62,6 +72,7 @@ union PF_ParamDefUnion {
 };
 NEVREL_CHECK_RECORD(PF_ParamDefUnion, 120, 8);
 
+/// A parameter: its declaration and, in the array that comes with a command, its value at that time.
 struct PF_ParamDef {
     union {
         A_long id;
@@ -84,4 +95,5 @@ NEVREL_CHECK_FIELD(PF_ParamDef, ui_height, 10);
 NEVREL_CHECK_FIELD(PF_ParamDef, param_type, 12);
 NEVREL_CHECK_FIELD(PF_ParamDef, name, 16);
 NEVREL_CHECK_FIELD(PF_ParamDef, flags, 48);
+NEVREL_CHECK_FIELD(PF_ParamDef, unused, 52);
 NEVREL_CHECK_FIELD(PF_ParamDef, u, 56);

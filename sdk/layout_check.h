@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#define NEVREL_CHECK_RECORD(Type, size, align) \
+#define NEVREL_CHECK_RECORD(Type, size, align)               \
     static_assert(sizeof(Type) == (size), "size of " #Type); \
     static_assert(alignof(Type) == (align), "alignment of " #Type)
 
