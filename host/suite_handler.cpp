@@ -1,23 +1,26 @@
 #include "host/suite_handler.h"
 
+#include <cassert>
+
 SuiteHandler::SuiteHandler(SPBasicSuite* basicSuite) : basicSuite_(basicSuite) {
     if (basicSuite_ == nullptr) throw PF_Err{PF_Err_BAD_CALLBACK_PARAM};
 }
 
 SuiteHandler::~SuiteHandler() {
     for (const Slot& slot : slots_) {
-        if (slot.suite != nullptr) basicSuite_->ReleaseSuite(slot.name, slot.version);
+        if (slot.suite != nullptr) basicSuite_->ReleaseSuite(slot.key->name, slot.key->version);
     }
 }
 
-const void* SuiteHandler::acquire(std::size_t slot, const char* name, A_long version) {
-    Slot& entry = slots_.at(slot);
-    if (entry.suite == nullptr) {
+const void* SuiteHandler::acquire(const SuiteKey& key) {
+    Slot& slot = slots_[key.slot];
+    assert(slot.suite == nullptr || slot.key == &key);
+    if (slot.suite == nullptr) {
         const void* suite = nullptr;
-        if (basicSuite_->AcquireSuite(name, version, &suite) != 0 || suite == nullptr) {
+        if (basicSuite_->AcquireSuite(key.name, key.version, &suite) != 0 || suite == nullptr) {
             throw PF_Err{PF_Err_BAD_CALLBACK_PARAM};
         }
-        entry = {suite, name, version};
+        slot = {suite, &key};
     }
-    return entry.suite;
+    return slot.suite;
 }

@@ -6,46 +6,31 @@
 
 #include "sdk/effect_api.h"
 
-/// Where the host keeps a suite record: its name and version on the wire, and the handler's slot for it.
-template <typename Suite>
-struct SuiteKey;
+/// Where a suite is found: its name and version on the wire, and the handler's slot for it.
+struct SuiteKey {
+    std::size_t slot;
+    const char* name;
+    A_long version;
+};
 
+/// The key of a suite by its record. Two versions of one suite are two records and two keys.
+template <typename Suite>
+inline constexpr SuiteKey kSuiteKey{};
 template <>
-struct SuiteKey<PF_HandleSuite1> {
-    static constexpr std::size_t slot = 0;
-    static constexpr const char* name = kPFHandleSuite;
-    static constexpr A_long version = kPFHandleSuiteVersion1;
-};
+inline constexpr SuiteKey kSuiteKey<PF_HandleSuite1>{0, kPFHandleSuite, kPFHandleSuiteVersion1};
 template <>
-struct SuiteKey<PF_ANSICallbacksSuite1> {
-    static constexpr std::size_t slot = 1;
-    static constexpr const char* name = kPFANSISuite;
-    static constexpr A_long version = kPFANSISuiteVersion1;
-};
+inline constexpr SuiteKey kSuiteKey<PF_ANSICallbacksSuite1>{1, kPFANSISuite, kPFANSISuiteVersion1};
 template <>
-struct SuiteKey<PF_WorldSuite1> {
-    static constexpr std::size_t slot = 2;
-    static constexpr const char* name = kPFWorldSuite;
-    static constexpr A_long version = kPFWorldSuiteVersion1;
-};
+inline constexpr SuiteKey kSuiteKey<PF_WorldSuite1>{2, kPFWorldSuite, kPFWorldSuiteVersion1};
 template <>
-struct SuiteKey<PF_WorldTransformSuite1> {
-    static constexpr std::size_t slot = 3;
-    static constexpr const char* name = kPFWorldTransformSuite;
-    static constexpr A_long version = kPFWorldTransformSuiteVersion1;
-};
+inline constexpr SuiteKey kSuiteKey<PF_WorldSuite2>{3, kPFWorldSuite, kPFWorldSuiteVersion2};
 template <>
-struct SuiteKey<PF_ParamUtilsSuite1> {
-    static constexpr std::size_t slot = 4;
-    static constexpr const char* name = kPFParamUtilsSuite;
-    static constexpr A_long version = kPFParamUtilsSuiteVersion1;
-};
+inline constexpr SuiteKey kSuiteKey<PF_WorldTransformSuite1>{4, kPFWorldTransformSuite,
+                                                             kPFWorldTransformSuiteVersion1};
 template <>
-struct SuiteKey<PFAppSuite4> {
-    static constexpr std::size_t slot = 5;
-    static constexpr const char* name = kPFAppSuite;
-    static constexpr A_long version = kPFAppSuiteVersion4;
-};
+inline constexpr SuiteKey kSuiteKey<PF_ParamUtilsSuite1>{5, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1};
+template <>
+inline constexpr SuiteKey kSuiteKey<PFAppSuite4>{6, kPFAppSuite, kPFAppSuiteVersion4};
 
 /// Acquires suites on demand and releases them all when it goes, also when an error is thrown past it.
 /// Lives on the stack of one handler; neither copied nor shared between threads.
@@ -57,22 +42,25 @@ class SuiteHandler {
     SuiteHandler(const SuiteHandler&) = delete;
     SuiteHandler& operator=(const SuiteHandler&) = delete;
 
-    /// The suite, acquired at the first request. Throws PF_Err_BAD_CALLBACK_PARAM when the host does not give it.
+    /// The suite, acquired at the first request. Throws PF_Err_BAD_CALLBACK_PARAM when the host does not give
+    /// it.
     template <typename Suite>
     [[nodiscard]] const Suite& get() {
-        using Key = SuiteKey<Suite>;
-        return *static_cast<const Suite*>(acquire(Key::slot, Key::name, Key::version));
+        static_assert(kSuiteKey<Suite>.name != nullptr, "not a suite that the handler knows");
+        static_assert(kSuiteKey<Suite>.slot < slotCount);
+        return *static_cast<const Suite*>(acquire(kSuiteKey<Suite>));
     }
 
   private:
+    static constexpr std::size_t slotCount = 7;
+
     struct Slot {
         const void* suite = nullptr;
-        const char* name = nullptr;
-        A_long version = 0;
+        const SuiteKey* key = nullptr;
     };
 
-    const void* acquire(std::size_t slot, const char* name, A_long version);
+    const void* acquire(const SuiteKey& key);
 
     SPBasicSuite* basicSuite_;
-    std::array<Slot, 6> slots_;
+    std::array<Slot, slotCount> slots_;
 };
