@@ -8,6 +8,7 @@
 #include "kernel/color_key.h"
 #include "kernel/image_view.h"
 #include "kernel/offset.h"
+#include "kernel/processor.h"
 
 /// Blends keyed pixels of the input into the output, which starts as a copy of the input.
 template <typename Depth, KeyMode mode>
@@ -23,6 +24,14 @@ class Canvas {
     [[nodiscard]] int width() const { return input_.width(); }
     [[nodiscard]] int height() const { return input_.height(); }
     [[nodiscard]] bool contains(int x, int y) const { return input_.contains(x, y); }
+
+    /// Asks for a pixel of both images to be brought into the cache.
+    void prefetch([[maybe_unused]] int x, [[maybe_unused]] int y) const noexcept {
+#ifdef NEVREL_X64
+        _mm_prefetch(reinterpret_cast<const char*>(&input_.at(x, y)), _MM_HINT_T0);
+        _mm_prefetch(reinterpret_cast<const char*>(&output_.at(x, y)), _MM_HINT_T0);
+#endif
+    }
 
     /// The input pixel, keyed.
     [[nodiscard]] Pixel source(int x, int y) const noexcept { return key_.applyKey(input_.at(x, y)); }

@@ -74,6 +74,9 @@ class SmoothingPass {
     }
 
     void visit(const StepMasks& steps, int window, int bit, int x, int y) noexcept {
+        // Lines go on downwards, across memory that nothing else reads ahead.
+        constexpr int rowsAhead = 3;
+        canvas_.prefetch(x, std::min(y + rowsAhead, map_.height() - 1));
         PixelVisit<Depth, mode>(canvas_, map_, weights_, ramps_, steps, window, bit, x, y).run();
     }
 

@@ -1,5 +1,9 @@
 #include "kernel/vector_forms.h"
 
+#include "kernel/processor.h"
+
+#ifdef NEVREL_X64
+
 #ifdef _MSC_VER
 #include <immintrin.h>
 #include <intrin.h>
@@ -42,3 +46,11 @@ const VectorForms* FormsFor(InstructionSet set) noexcept {
             return nullptr;
     }
 }
+
+#else
+
+InstructionSet BestInstructionSet() noexcept { return InstructionSet::plain; }
+
+const VectorForms* FormsFor(InstructionSet) noexcept { return nullptr; }
+
+#endif
