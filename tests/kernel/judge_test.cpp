@@ -109,6 +109,19 @@ TYPED_TEST(KernelAgainstJudge, EveryWidthAndKeyMode) {
         if (!this->agreeOnRandomPicture(seed)) return;
 }
 
+/// The vector forms take a row in blocks and windows; these widths end in every place of one, up to past the
+/// widest batch of windows.
+TYPED_TEST(KernelAgainstJudge, WidthsOfManyVectors) {
+    constexpr int batch = 240;
+    for (int width = widest + 1; width <= widest + batch; ++width) {
+        Dice dice(static_cast<std::uint64_t>(width));
+        const judge::Values values = RandomValues(width % 3 > 0, width % 3 == 2, dice);
+        const std::vector<TypeParam> palette = RandomPalette<TypeParam>(values, dice);
+        const auto seed = static_cast<std::uint64_t>(width);
+        if (!this->agree(values, RandomShapes(width, 1 + width % 9, dice), palette, seed)) return;
+    }
+}
+
 /// Runs, thin lines and staircases far longer than the random pictures hold.
 TYPED_TEST(KernelAgainstJudge, LongShapes) {
     const auto palette = std::vector<TypeParam>{{}, {1, 1, 1, 1}, {}, {}};

@@ -21,12 +21,12 @@ inline EffectValues ToEffectValues(const judge::Values& v) {
             v.keyGreen,       v.keyBlue,  v.keyThreshold, v.keyInvert};
 }
 
-/// The output of the kernel for this pixel type and these values. Fails the test when the kernel fails,
-/// touches the input or anything around the images, or keeps something of the host's. `seed` chooses the
-/// images' layouts.
+/// The output of the kernel for this pixel type and these values, with one instruction set. Fails the test
+/// when the kernel fails, touches the input or anything around the images, or keeps something of the host's.
+/// `seed` chooses the images' layouts.
 template <typename P>
-judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
-                            std::uint64_t seed) {
+judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture, std::uint64_t seed,
+                            InstructionSet instructionSet) {
     Dice dice(seed);
     const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
     HostImage input(picture.width, picture.height, sizeof(P), sizeof(typename P::Channel), dice);
@@ -36,7 +36,7 @@ judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>
     WorldHost host(sizeof(P), seed);
     const RenderJob job = {ToEffectValues(values), host.inData(), FormatOf<P>(), input.world(),
                            output.world()};
-    EXPECT_EQ(DispatchKernel(job), PF_Err_NONE);
+    EXPECT_EQ(DispatchKernel(job, instructionSet), PF_Err_NONE);
     EXPECT_TRUE(host.balanced());
     EXPECT_TRUE(input.paddingIntact() && output.paddingIntact());
 
@@ -47,4 +47,18 @@ judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>
         std::memcpy(&result.at(0, y), output.row(y), rowSize);
     }
     return result;
+}
+
+/// The same with every instruction set of this processor; all must give the same bytes.
+template <typename P>
+judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
+                            std::uint64_t seed) {
+    const judge::Picture<P> plain = RunKernel(values, picture, seed, InstructionSet::plain);
+    for (const InstructionSet set : {InstructionSet::sse2, InstructionSet::avx2}) {
+        if (set > BestInstructionSet()) break;
+        const judge::Picture<P> fast = RunKernel(values, picture, seed, set);
+        EXPECT_EQ(std::memcmp(fast.pixels.data(), plain.pixels.data(), plain.pixels.size() * sizeof(P)), 0)
+            << "instruction set " << static_cast<int>(set) << ", seed " << seed;
+    }
+    return plain;
 }
