@@ -6,6 +6,8 @@
 
 #include "sdk/effect_api.h"
 
+inline constexpr std::size_t kSuiteCount = 7;
+
 /// Where a suite is found: its name and version on the wire, and the handler's slot for it.
 struct SuiteKey {
     std::size_t slot;
@@ -15,7 +17,7 @@ struct SuiteKey {
 
 /// The key of a suite by its record. Two versions of one suite are two records and two keys.
 template <typename Suite>
-inline constexpr SuiteKey kSuiteKey{};
+inline constexpr SuiteKey kSuiteKey{kSuiteCount, "", 0};
 template <>
 inline constexpr SuiteKey kSuiteKey<PF_HandleSuite1>{0, kPFHandleSuite, kPFHandleSuiteVersion1};
 template <>
@@ -46,14 +48,11 @@ class SuiteHandler {
     /// it.
     template <typename Suite>
     [[nodiscard]] const Suite& get() {
-        static_assert(kSuiteKey<Suite>.name != nullptr, "not a suite that the handler knows");
-        static_assert(kSuiteKey<Suite>.slot < slotCount);
+        static_assert(kSuiteKey<Suite>.slot < kSuiteCount, "not a suite that the handler knows");
         return *static_cast<const Suite*>(acquire(kSuiteKey<Suite>));
     }
 
   private:
-    static constexpr std::size_t slotCount = 7;
-
     struct Slot {
         const void* suite = nullptr;
         const SuiteKey* key = nullptr;
@@ -62,5 +61,5 @@ class SuiteHandler {
     const void* acquire(const SuiteKey& key);
 
     SPBasicSuite* basicSuite_;
-    std::array<Slot, slotCount> slots_;
+    std::array<Slot, kSuiteCount> slots_;
 };
