@@ -1,13 +1,11 @@
 // The kernels' arithmetic against the judge's, over everything that can be counted.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <vector>
 
 #include "kernel/depth16.h"
 #include "kernel/depth8.h"
-#include "kernel/depth_float.h"
 #include "tests/judge/depths.h"
 
 namespace {
@@ -83,18 +81,6 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
             }
 }
 
-TEST(Exhaustive, FloatBlendOfEveryPairOfAlphas) {
-    const auto value = [](int v) { return static_cast<float>(v) / 255.0F; };
-    for (int s = 0; s < 256; s += stride)
-        for (int d = 0; d < 256; ++d)
-            for (int w = 0; w <= 64; ++w) {
-                const float weight = static_cast<float>(w) / 64.0F;
-                const bool same = SameBlend<DepthFloat, judge::DepthFloat>(
-                    {value(d), 0.3F, -1.0F, value(s)}, {value(s), 7.0F, 0.1F, value(d)}, weight);
-                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight " << weight;
-            }
-}
-
 /// Every weight of a ramp is the judge's, and both end in the same step.
 template <typename KernelRamp, typename JudgeRamp>
 bool SameRamp(KernelRamp kernel, JudgeRamp judged) {
@@ -141,52 +127,6 @@ TEST(Exhaustive, CornerAndTipWeightsOfEverySoftness) {
         EXPECT_EQ(floating.cornerWeight, judge::FloatWeights::corner(softness)) << softness;
         EXPECT_EQ(floating.tipWeight, judge::FloatWeights::tip(softness)) << softness;
     }
-}
-
-TEST(Exhaustive, Scale16IsTheTruncatedQuotient) {
-    for (int v = 0; v <= 255; ++v) {
-        EXPECT_LE(Scale16(v) * 255, v * 32768) << v;
-        EXPECT_GT((Scale16(v) + 1) * 255, v * 32768) << v;
-    }
-}
-
-/// Both take the pixel with this red, and the key's own green and blue, for the key's colour, or neither
-/// does.
-template <typename KernelDepth, typename JudgeDepth, typename Channel>
-bool SameVerdict(const typename KernelDepth::Key& key, const JudgeDepth& judged, Channel red) {
-    const typename JudgeDepth::P p = {Channel{1}, red, static_cast<Channel>(judged.keyGreen),
-                                      static_cast<Channel>(judged.keyBlue)};
-    return key.matches(ToHost<typename KernelDepth::Pixel>(p)) == judged.matchesKey(p);
-}
-
-TEST(Exhaustive, KeyOfEveryValueAndTolerance) {
-    for (int value = 0; value < 256; value += stride)
-        for (int tolerance = 0; tolerance < 256; ++tolerance) {
-            const EffectValues values = {0, 0, 0, 1, value + 256, 255, 0, tolerance, 0};
-            const judge::Values same = {0, 0, 0, 1, value + 256, 255, 0, tolerance, 0};
-            const Depth8::Key key8(values);
-            const judge::Depth8 judge8(same);
-            for (int red = 0; red < 256; ++red)
-                ASSERT_TRUE(SameVerdict<Depth8>(key8, judge8, static_cast<std::uint8_t>(red)))
-                    << value << " +- " << tolerance << ", red " << red;
-
-            const Depth16::Key key16(values);
-            const judge::Depth16 judge16(same);
-            const DepthFloat::Key keyFloat(values);
-            const judge::DepthFloat judgeFloat(same);
-            for (const int sign : {-1, 1})
-                for (const int near : {-1, 0, 1}) {
-                    const int red16 = judge16.keyRed + sign * (judge16.keyTolerance + near);
-                    const float redFloat =
-                        judgeFloat.keyRed + static_cast<float>(sign) * judgeFloat.keyTolerance;
-                    ASSERT_TRUE(red16 < 0 || red16 > 32768 ||
-                                SameVerdict<Depth16>(key16, judge16, static_cast<std::uint16_t>(red16)))
-                        << value << " +- " << tolerance;
-                    ASSERT_TRUE(SameVerdict<DepthFloat>(
-                        keyFloat, judgeFloat, std::nextafter(redFloat, redFloat + static_cast<float>(near))))
-                        << value << " +- " << tolerance;
-                }
-        }
 }
 
 }  // namespace

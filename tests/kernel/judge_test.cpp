@@ -16,7 +16,7 @@
 namespace {
 
 #ifdef NDEBUG
-constexpr int picturesPerWidth = 1000;
+constexpr int picturesPerWidth = 600;
 #else
 constexpr int picturesPerWidth = 6;
 #endif
@@ -133,6 +133,21 @@ TYPED_TEST(KernelAgainstJudge, LongShapes) {
     line.fill(2, 10, 2, 2400, 1);
     for (const IndexPicture* shapes : {&step, &stairs, &line})
         EXPECT_TRUE(this->agree(values, *shapes, palette, 1));
+}
+
+/// A staircase whose ramp never runs out is blended to the picture's edge, in every direction.
+TYPED_TEST(KernelAgainstJudge, EndlessStaircases) {
+    const auto palette = std::vector<TypeParam>{{}, {1, 1, 1, 1}, {}, {}};
+    const judge::Values values{.colorThreshold = 0, .softness = 20'000};
+    constexpr int size = 200;
+    for (const bool toRight : {false, true})
+        for (const bool up : {false, true}) {
+            IndexPicture stairs(size, size);
+            for (int y = 2; y < size; ++y)
+                for (int x = 0; x < std::max(y, 4); ++x)
+                    stairs.set(toRight ? x : size - 1 - x, up ? size - 1 - y : y, 1);
+            EXPECT_TRUE(this->agree(values, stairs, palette, 1));
+        }
 }
 
 using FloatKernels = KernelAgainstJudge<judge::PixelFloat>;

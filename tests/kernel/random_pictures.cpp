@@ -150,7 +150,7 @@ judge::Values RandomValues(bool key, bool invert, Dice& dice) {
                              : dice.between(-100, 100);
     v.colorKeyEnable = key;
     v.keyInvert = invert;
-    v.keyRed = dice.below(256);
+    v.keyRed = dice.below(256) + 256 * dice.between(-1, 1);  // the low byte counts
     v.keyGreen = dice.below(256);
     v.keyBlue = dice.below(256);
     v.keyThreshold = dice.oneIn(2) ? 0 : dice.oneIn(2) ? dice.below(256) : dice.oneOf({1, 10, 255});
@@ -212,7 +212,7 @@ judge::PixelFloat ToPixel(const Colour& c, Dice& dice) {
 
 template <typename P>
 std::vector<P> RandomPalette(const judge::Values& values, Dice& dice) {
-    const Colour key = {dice.oneIn(4) ? dice.below(256) : 255, values.keyRed, values.keyGreen,
+    const Colour key = {dice.oneIn(4) ? dice.below(256) : 255, values.keyRed & 255, values.keyGreen,
                         values.keyBlue};
     // In a chain, neighbours make no edge but the next but one does, so that edges come without their usual
     // company.

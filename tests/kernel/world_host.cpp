@@ -68,6 +68,7 @@ WorldHost::WorldHost(int pixelSize, std::uint64_t seed) : pixelSize_(pixelSize),
 WorldHost::~WorldHost() { currentHost = nullptr; }
 
 A_long WorldHost::acquireSuite(const char* name, A_long version, const void** suite) {
+    currentHost->suitesAsked_.emplace_back(name);
     *suite = nullptr;
     if (name == std::string_view(kPFWorldSuite)) *suite = &currentHost->worldSuite_;
     if (name == std::string_view(kPFWorldTransformSuite)) *suite = &currentHost->transformSuite_;
@@ -84,15 +85,17 @@ A_long WorldHost::releaseSuite(const char*, A_long) {
 /// The world holds noise, has at times a larger pitch than asked for, and never a byte more than that.
 PF_Err WorldHost::newWorld(PF_ProgPtr ref, A_long width, A_long height, A_long flags, PF_EffectWorld* world) {
     auto& host = *reinterpret_cast<WorldHost*>(ref);
+    host.worldsAsked_.emplace_back(width, height);
     *world = {};
     if (flags != 0) return PF_Err_BAD_CALLBACK_PARAM;
+    world->data = &host;  // a refusal leaves something behind that is no world
+    if (host.worldCode_ != PF_Err_NONE) return host.worldCode_;
     world->width = width;
     world->height = height;
     world->rowbytes = 4 * (width + (host.dice_.oneIn(2) ? 0 : host.dice_.between(1, 5)));
     host.worlds_.push_back(std::make_unique<GuardedBytes>(Size(world->rowbytes) * Size(height),
                                                           host.dice_.oneIn(2) ? 64 : 0, 0, -1, host.dice_));
     world->data = host.worlds_.back()->data();
-    ++host.worldsMade_;
     return PF_Err_NONE;
 }
 

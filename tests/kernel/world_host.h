@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "sdk/effect_api.h"
@@ -46,7 +48,7 @@ class HostImage {
     PF_EffectWorld world_{};
 };
 
-/// Gives the world suites at version 1, and counts. One at a time on a thread.
+/// Gives the world suites at version 1, and writes down what it is asked for. One at a time on a thread.
 class WorldHost {
   public:
     WorldHost(int pixelSize, std::uint64_t seed);
@@ -55,7 +57,11 @@ class WorldHost {
     WorldHost& operator=(const WorldHost&) = delete;
 
     PF_InData* inData() { return &inData_; }
-    int worldsMade() const { return worldsMade_; }
+    /// Suites by name, and worlds by width and height, in the order in which they were asked for.
+    const std::vector<std::string>& suitesAsked() const { return suitesAsked_; }
+    const std::vector<std::pair<int, int>>& worldsAsked() const { return worldsAsked_; }
+    /// Makes every request for a world fail with this code.
+    void refuseWorlds(PF_Err code) { worldCode_ = code; }
     /// Every suite released, every world disposed of, nothing written outside a world.
     bool balanced() const { return suitesHeld_ == 0 && worlds_.empty() && !damaged_; }
 
@@ -74,7 +80,9 @@ class WorldHost {
     PF_WorldTransformSuite1 transformSuite_{};
     PF_InData inData_{};
     std::vector<std::unique_ptr<GuardedBytes>> worlds_;
+    std::vector<std::string> suitesAsked_;
+    std::vector<std::pair<int, int>> worldsAsked_;
+    PF_Err worldCode_ = PF_Err_NONE;
     int suitesHeld_ = 0;
-    int worldsMade_ = 0;
     bool damaged_ = false;
 };

@@ -1,0 +1,108 @@
+// The frame around the kernels: what they refuse, what they ask of the host, and values that no control
+// gives.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "tests/kernel/kernel_run.h"
+#include "tests/kernel/random_pictures.h"
+
+namespace {
+
+/// A host with two 8-bit images: black above white to be rendered over grey.
+struct Stage {
+    explicit Stage(int width, int height = 3, int outputWidth = 0, int outputHeight = 0)
+        : input(width, height, 4, 1, dice),
+          output(outputWidth > 0 ? outputWidth : width, outputHeight > 0 ? outputHeight : height, 4, 1,
+                 dice) {
+        for (int y = 0; y < height; ++y) fillRow(input, y, y == 0 ? 0 : 255);
+        for (int y = 0; y < output.world()->height; ++y) fillRow(output, y, 128);
+    }
+
+    PF_Err run(const EffectValues& values, PF_PixelFormat format = PF_PixelFormat_ARGB32) {
+        return DispatchKernel({values, host.inData(), format, input.world(), output.world()});
+    }
+    [[nodiscard]] bool outputUntouched() { return output.row(0)[0] == 128 && output.row(1)[0] == 128; }
+    [[nodiscard]] bool outputIsInput() { return output.row(0)[0] == 0 && output.row(1)[0] == 255; }
+
+    Dice dice{1};
+    HostImage input, output;
+    WorldHost host{4, 1};
+
+  private:
+    static void fillRow(HostImage& image, int y, int byte) {
+        std::memset(image.row(y), byte, static_cast<std::size_t>(image.world()->width) * 4);
+    }
+};
+
+constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};
+constexpr EffectValues keyed{10, 70, 0, 1, 1, 2, 3, 0, 0};
+constexpr EffectValues copied{10, 0, 0, 0, 0, 0, 0, 0, 1};
+
+TEST(KernelFrame, RefusesWhatItCannotRender) {
+    for (const EffectValues& values : {smooth, keyed, copied}) {
+        const auto expectRefusal = [&](Stage&& stage, PF_Err code, PF_PixelFormat format) {
+            EXPECT_EQ(stage.run(values, format), code);
+            EXPECT_TRUE(stage.outputUntouched());
+            EXPECT_TRUE(stage.host.suitesAsked().empty());
+        };
+        expectRefusal(Stage(9, 3, 9, 4), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
+        expectRefusal(Stage(9, 3, 10, 3), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
+        expectRefusal(Stage(9), PF_Err_UNRECOGNIZED_PARAM_TYPE, PF_PixelFormat_INVALID);
+    }
+    Stage stage(9);
+    stage.host.inData()->pica_basicP = nullptr;
+    EXPECT_THROW(static_cast<void>(stage.run(smooth)), PF_Err);
+    EXPECT_TRUE(stage.outputUntouched());
+}
+
+TEST(KernelFrame, AsksForNoMoreThanItNeeds) {
+    constexpr int mapStrides[][2] = {{1, 8}, {2, 8}, {3, 8}, {4, 12}, {7, 12}, {8, 16}};
+    for (const auto& [width, mapStride] : mapStrides) {
+        Stage stage(width);
+        EXPECT_EQ(stage.run(smooth), PF_Err_NONE);
+        EXPECT_EQ(stage.host.worldsAsked(), (std::vector<std::pair<int, int>>{{mapStride / 4, 5}}));
+        EXPECT_EQ(stage.host.suitesAsked(),
+                  (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite}));
+    }
+    const std::pair<EffectValues, std::string> suites[] = {{copied, kPFWorldTransformSuite},
+                                                           {keyed, kPFWorldSuite}};
+    for (const auto& [values, suite] : suites) {
+        Stage stage(9);
+        EXPECT_EQ(stage.run(values), PF_Err_NONE);
+        EXPECT_TRUE(stage.outputIsInput());
+        EXPECT_EQ(stage.host.suitesAsked(), std::vector<std::string>{suite});
+    }
+}
+
+TEST(KernelFrame, LeavesTheCopyWhenThereIsNoRoomForTheMap) {
+    for (const EffectValues& values : {smooth, keyed}) {
+        Stage stage(9);
+        stage.host.refuseWorlds(1234);
+        EXPECT_EQ(stage.run(values), 1234);
+        EXPECT_TRUE(stage.outputIsInput());
+        EXPECT_TRUE(stage.host.balanced());
+    }
+}
+
+/// Stored projects and defaults files can hold any integer; the render ends and keeps to its images.
+template <typename P>
+void RenderWithAnyValues(Dice& dice) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    const auto any = [&] { return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most}); };
+    for (int i = 0; i < 300; ++i) {
+        const judge::Values values{any(), any(), any(), dice.below(2), any(), any(), any(), any(), any()};
+        const auto palette = RandomPalette<P>(RandomValues(true, false, dice), dice);
+        RunKernel(values, Paint(RandomShapes(dice.between(1, 80), 12, dice), palette), 1);
+    }
+}
+
+TEST(KernelFrame, ValuesMayBeAnything) {
+    Dice dice(1);
+    RenderWithAnyValues<judge::Pixel8>(dice);
+    RenderWithAnyValues<judge::Pixel16>(dice);
+    RenderWithAnyValues<judge::PixelFloat>(dice);
+}
+
+}  // namespace
