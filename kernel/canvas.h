@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <span>
 
@@ -19,7 +20,9 @@ class Canvas {
 
     Canvas(const ImageView<const Pixel>& input, const ImageView<Pixel>& output,
            const ColorKey<Depth, mode>& key)
-        : input_(input), output_(output), key_(key) {}
+        : input_(input), output_(output), key_(key) {
+        assert(input.width() == output.width() && input.height() == output.height());
+    }
 
     [[nodiscard]] int width() const { return input_.width(); }
     [[nodiscard]] int height() const { return input_.height(); }
@@ -46,6 +49,7 @@ class Canvas {
     void blendAlong(int x, int y, Offset step, const Pixel& src, const Weight* weights,
                     int count) const noexcept {
         if (count == 0) return;
+        assert(contains(x + (count - 1) * step.dx, y + (count - 1) * step.dy));
         const std::ptrdiff_t stride = step.dy * output_.pitch() + step.dx * std::ptrdiff_t{sizeof(Pixel)};
         auto* at = reinterpret_cast<std::byte*>(&output_.at(x, y));
         for (int i = 0; i < count; ++i, at += stride)

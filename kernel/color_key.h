@@ -1,6 +1,7 @@
 // The colour key: turns the pixels of one colour, or of every other colour, transparent.
 #pragma once
 
+#include <cassert>
 #include <cstring>
 
 #include "kernel/image_view.h"
@@ -44,6 +45,7 @@ class ColorKey<Depth, KeyMode::NoKey> {
 template <typename Key, typename Pixel>
 void MarkingCopy(const Key& key, const ImageView<const Pixel>& input,
                  const ImageView<Pixel>& output) noexcept {
+    assert(input.width() == output.width() && input.height() == output.height());
     for (int y = 0; y < input.height(); ++y) {
         const Pixel* from = input.row(y);
         Pixel* to = output.row(y);

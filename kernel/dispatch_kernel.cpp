@@ -1,6 +1,7 @@
 #include "kernel/dispatch_kernel.h"
 
 #include <array>
+#include <cassert>
 
 #include "host/suite_handler.h"
 #include "kernel/kernels.h"
@@ -27,6 +28,7 @@ constexpr std::array<DepthKernels, 3> kernelTable{{
 PF_Err DispatchKernel(const RenderJob& job) { return DispatchKernel(job, BestInstructionSet()); }
 
 PF_Err DispatchKernel(const RenderJob& job, InstructionSet instructionSet) {
+    assert(job.inData != nullptr && job.inputWorld != nullptr && job.outputWorld != nullptr);
     const VectorForms* forms = FormsFor(instructionSet);
     const SuiteHandler suites(job.inData->pica_basicP);
     for (const DepthKernels& depth : kernelTable) {

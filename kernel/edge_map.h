@@ -40,7 +40,9 @@ class EdgeMap {
         : origin_(memory + stride(width) + leftMargin),
           stride_(stride(width)),
           width_(width),
-          height_(height) {}
+          height_(height) {
+        assert(memory != nullptr && width > 0 && height > 0);
+    }
 
     [[nodiscard]] int width() const { return width_; }
     [[nodiscard]] int height() const { return height_; }
@@ -57,18 +59,20 @@ class EdgeMap {
 
     /// Clears the row above (-1) or below (height) the image.
     void clearBorderRow(int y) const {
+        assert(y == -1 || y == height_);
         std::memset(row(y) - leftMargin, 0, static_cast<std::size_t>(stride_));
     }
 
     /// Clears the bytes before and after a row of the image.
     void clearMargins(int y) const {
+        assert(y >= 0 && y < height_);
         std::memset(row(y) - leftMargin, 0, leftMargin);
         for (std::uint8_t* byte = row(y) + width_; byte < row(y) - leftMargin + stride_; ++byte) *byte = 0;
     }
 
     /// The flags at a position of the image or its border.
     [[nodiscard]] std::uint8_t flags(int x, int y) const {
-        assert(x >= -leftMargin && (x - leftMargin < stride_ - 2 * leftMargin || y < height_));
+        assert(x >= -leftMargin && x < stride_ - (y < height_ ? 0 : leftMargin));
         return row(y)[x];
     }
 

@@ -1,6 +1,8 @@
 // Edge detection: compares every pixel with its neighbours and fills the edge map.
 #pragma once
 
+#include <cassert>
+
 #include "kernel/edge_map.h"
 #include "kernel/image_view.h"
 #include "kernel/vector_forms.h"
@@ -68,6 +70,7 @@ void ScanLastRow(const Depth& depth, const typename Depth::Pixel* row, std::uint
 template <typename Depth>
 void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image, const EdgeMap& map,
                const VectorForms* forms) {
+    assert(!image.isEmpty() && map.width() == image.width() && map.height() == image.height());
     const int lastRow = image.height() - 1;
     const int lastColumn = image.width() - 1;
     const bool vector =

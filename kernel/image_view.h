@@ -18,7 +18,9 @@ class ImageView {
         : base_(static_cast<Byte*>(world.data)),
           pitch_(world.rowbytes),
           width_(world.width),
-          height_(world.height) {}
+          height_(world.height) {
+        assert(base_ != nullptr || isEmpty());
+    }
 
     [[nodiscard]] int width() const { return width_; }
     [[nodiscard]] int height() const { return height_; }

@@ -1,8 +1,8 @@
 // The edge map's memory, borrowed from the host for one kernel call.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
-#include <limits>
 
 #include "host/suite_handler.h"
 #include "kernel/edge_map.h"
@@ -10,7 +10,7 @@
 /// A host scratch image large enough for an edge map; given back when it goes.
 class MapWorld {
   public:
-    /// Both references must outlive the object.
+    /// The suites must outlive the object.
     MapWorld(SuiteHandler& suites, PF_ProgPtr effectRef) : suites_(suites), effectRef_(effectRef) {}
     ~MapWorld() {
         if (world_.data != nullptr) suites_.get<PF_WorldSuite1>().dispose_world(effectRef_, &world_);
@@ -21,6 +21,7 @@ class MapWorld {
     /// Asks the host for the memory, which comes uncleared. Returns the host's code, or PF_Err_OUT_OF_MEMORY
     /// when it reports success without memory. Throws a PF_Err when the host lacks the suite.
     [[nodiscard]] PF_Err allocate(int width, int height) {
+        assert(world_.data == nullptr && width > 0 && height > 0);
         const auto pixelWidth = static_cast<A_long>(EdgeMap::stride(width) / A_long{sizeof(PF_Pixel)});
         const PF_Err err =
             suites_.get<PF_WorldSuite1>().new_world(effectRef_, pixelWidth, height + 2, 0, &world_);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 
 #include "kernel/arithmetic.h"
@@ -26,6 +27,7 @@ struct RampState {
 
 /// The weight of the next pixel: the area under the falling line over that pixel, the last one's a triangle.
 [[nodiscard]] inline std::int32_t RampWeight(RampState<std::int32_t>& ramp) noexcept {
+    assert(!ramp.done);
     const std::int64_t before = ramp.remaining;
     ramp.remaining -= ramp.step;
     ramp.done = ramp.remaining <= 0;
@@ -37,6 +39,7 @@ struct RampState {
 }
 
 [[nodiscard]] inline float RampWeight(RampState<float>& ramp) noexcept {
+    assert(!ramp.done);
     const float before = ramp.remaining;
     ramp.remaining = before - ramp.step;
     ramp.done = !(ramp.remaining > 0.0F);
@@ -112,11 +115,13 @@ class BlendWeights {
 
     /// For a run of n pixels whose length factor is `percent`.
     [[nodiscard]] Ramp runRamp(int n, std::int64_t percent) const {
+        assert(n > 0);
         return start(Weights::half, Weights::step(std::max<std::int64_t>(percent, 1) * (n + 1)), bias_);
     }
 
     /// For a thin line of n pixels.
     [[nodiscard]] Ramp thinLineRamp(int n) const {
+        assert(n > 0);
         return start(Weights::one, 2 * Weights::step(atLeastOnePercent() * (n + 1)), thinBias_);
     }
 
@@ -127,7 +132,10 @@ class BlendWeights {
   private:
     static Ramp start(Weight full, Weight step, std::int32_t bias) { return {false, full, full, step, bias}; }
     [[nodiscard]] std::int64_t atLeastOnePercent() const { return std::max(softness_, 1); }
-    [[nodiscard]] Weight staircaseStep(int n) const { return Weights::step(atLeastOnePercent() * n); }
+    [[nodiscard]] Weight staircaseStep(int n) const {
+        assert(n > 0);
+        return Weights::step(atLeastOnePercent() * n);
+    }
 
     std::int32_t softness_;
     std::int32_t bias_;

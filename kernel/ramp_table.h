@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -48,6 +49,7 @@ class RampTable {
 
     template <typename MakeRamp>
     static const KeptRamp<Weight>& find(Table& table, const Key& key, const MakeRamp& makeRamp) {
+        assert(key.n > 0);
         const auto hash = static_cast<std::size_t>(key.percent) * 5 + static_cast<std::size_t>(key.n);
         Entry& entry = table[hash % table.size()];
         if (!(entry.key == key)) {

@@ -57,6 +57,7 @@ int MeasureInnerRun(const MapView<side>& piece) {
 
 template <Side side>
 int RunLength(const EdgeMap& map, int x, int y) noexcept {
+    assert(x >= 0 && x < map.width() && y >= 0 && y < map.height());
     const MapView<side> view(MapFlags(map, x, y));
     const OuterRun outer = MeasureOuterRun(view);
     if (outer.closed || view.inward(0, 0)) return outer.length;
@@ -77,6 +78,7 @@ int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
 }
 
 bool IsolatedBlock(const EdgeMap& map, int bx, int by) noexcept {
+    assert(by >= -1);
     return map.R(bx - 1, by) && map.R(bx - 1, by + 1) && map.R(bx + 1, by) && map.R(bx + 1, by + 1) &&
            map.D(bx, by - 1) && map.D(bx, by + 1) && map.D(bx + 1, by - 1) && map.D(bx + 1, by + 1) &&
            !map.R(bx, by) && !map.R(bx, by + 1) && !map.D(bx, by) && !map.D(bx + 1, by);
@@ -84,6 +86,7 @@ bool IsolatedBlock(const EdgeMap& map, int bx, int by) noexcept {
 
 template <Side side>
 bool BlockNear(const EdgeMap& map, int x, int y) noexcept {
+    assert(x >= -1 && x <= map.width() && y >= -1 && y <= map.height());
     if (y < 0) return false;  // all clear out there, and the map has no row further up
     constexpr int step = StepOf(side);
     constexpr int nearest = step < 0 ? 0 : 1;

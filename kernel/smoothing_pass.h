@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -20,7 +21,9 @@ class SmoothingPass {
 
   public:
     SmoothingPass(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights)
-        : canvas_(canvas), map_(map), weights_(weights), ramps_(weights) {}
+        : canvas_(canvas), map_(map), weights_(weights), ramps_(weights) {
+        assert(map.width() == canvas.width() && map.height() == canvas.height());
+    }
 
     /// Rows top to bottom, pixels left to right. With vector forms stretches of a row are decided on at once.
     void run(const VectorForms* forms) noexcept {

@@ -1,6 +1,9 @@
 #include "kernel/staircases.h"
 
+#include <cassert>
+
 int StaircaseLength(const StaircaseVariant& variant, const EdgeMap& map, int x, int y) noexcept {
+    assert(x >= 0 && x < map.width() && y >= 0 && y < map.height());
     const Offset beside = variant.besideCell();
     int cellX = x + variant.start.dx;
     int cellY = y + variant.start.dy;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 #include "kernel/offset.h"
@@ -14,7 +15,10 @@ struct StepMask {
 
     std::uint64_t word[windows];
 
-    [[nodiscard]] bool test(int window, int bit) const { return (word[window] >> bit & 1U) != 0; }
+    [[nodiscard]] bool test(int window, int bit) const {
+        assert(window >= 0 && window < windows && bit >= 0 && bit < 64);
+        return (word[window] >> bit & 1U) != 0;
+    }
 };
 
 /// All steps. Only a run may turn out to be none when it is measured.

@@ -1,5 +1,7 @@
 #include "kernel/vector_forms.h"
 
+#include <cassert>
+
 #include "kernel/processor.h"
 
 #ifdef NEVREL_X64
@@ -37,6 +39,7 @@ InstructionSet BestInstructionSet() noexcept {
 }
 
 const VectorForms* FormsFor(InstructionSet set) noexcept {
+    assert(set <= BestInstructionSet());
     switch (set) {
         case InstructionSet::avx2:
             return &avx2Forms;
