@@ -1,0 +1,125 @@
+// The module as a file: what a host reads in it before it runs any of it.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Bytes = std::string;
+
+class ModuleFile : public testing::Test {
+  protected:
+    ~ModuleFile() override { FreeLibrary(module); }
+
+    [[nodiscard]] Bytes resource(LPCSTR type, WORD id, WORD language) const {
+        HRSRC found = FindResourceExA(module, type, MAKEINTRESOURCEA(id), language);
+        if (found == nullptr) return {};
+        const auto* data = static_cast<const char*>(LockResource(LoadResource(module, found)));
+        return {data, SizeofResource(module, found)};
+    }
+
+    template <typename T>
+    [[nodiscard]] const T* at(DWORD offset) const {
+        return reinterpret_cast<const T*>(reinterpret_cast<const char*>(module) + offset);
+    }
+    [[nodiscard]] const IMAGE_OPTIONAL_HEADER64& header() const {
+        return at<IMAGE_NT_HEADERS64>(static_cast<DWORD>(at<IMAGE_DOS_HEADER>(0)->e_lfanew))->OptionalHeader;
+    }
+    [[nodiscard]] const IMAGE_DATA_DIRECTORY& directory(int index) const {
+        return header().DataDirectory[index];
+    }
+
+    HMODULE module = LoadLibraryA(MODULE_FILE);
+};
+
+Bytes Number(unsigned value, int size) {
+    Bytes bytes;
+    for (int i = 0; i < size; ++i) bytes += static_cast<char>(value >> 8 * i & 0xFF);
+    return bytes;
+}
+
+// A four-character code as a little-endian number.
+Bytes Code(Bytes text) {
+    std::reverse(text.begin(), text.end());
+    return text;
+}
+
+Bytes Padded(Bytes data) {
+    data.resize((data.size() + 3) / 4 * 4);
+    return data;
+}
+
+Bytes Name(const Bytes& text) { return Padded(static_cast<char>(text.size()) + text); }
+
+Bytes Property(const char* key, const Bytes& data) {
+    return Code("8BIM") + Code(key) + Number(0, 4) + Number(static_cast<unsigned>(data.size()), 4) +
+           Padded(data);
+}
+
+TEST_F(ModuleFile, DescribesTheEffectToTheHost) {
+    const Bytes expected = Number(1, 2) + Number(0, 4) + Number(12, 4) + Property("kind", Code("eFKT")) +
+                           Property("name", Name("nevrel")) + Property("catg", Name("KOVRA")) +
+                           Property("8664", Padded("EntryPointFunc")) +
+                           Property("ePVR", Number(2, 2) + Number(0, 2)) +
+                           Property("eSVR", Number(13, 2) + Number(0, 2)) +
+                           Property("eVER", Number(0x84601, 4)) + Property("eINF", Number(0, 2)) +
+                           Property("eGLO", Number(0x6000030, 4)) + Property("eGL2", Number(0x1418, 4)) +
+                           Property("eMNA", Name("KOVRA NEVREL")) + Property("aeFL", Number(0, 4));
+    EXPECT_EQ(resource("PiPL", 16000, 1033), expected);
+}
+
+TEST_F(ModuleFile, HoldsTheDialogTemplates) {
+    struct Head {
+        unsigned version, help, extendedStyle, style;
+        unsigned short controls;
+        short x, y, width, height;
+    };
+    const auto headOf = [this](WORD id) {
+        const Bytes bytes = resource(RT_DIALOG, id, 1041);
+        Head head{};
+        std::memcpy(&head, bytes.data(), std::min<std::size_t>(26, bytes.size()));
+        return head;
+    };
+    const auto expectHead = [](const Head& head, unsigned style, int controls, int height) {
+        EXPECT_EQ(head.version, 0xFFFF0001U) << "an extended template";
+        EXPECT_EQ(head.extendedStyle, 0U);
+        EXPECT_EQ(head.style, style);
+        EXPECT_EQ(head.controls, controls);
+        EXPECT_EQ(head.width, 283);
+        EXPECT_EQ(head.height, height);
+    };
+    expectHead(headOf(101), 0x90C800C8U, 1, 273);
+    expectHead(headOf(103), 0x50000048U, 4, 94);
+}
+
+TEST_F(ModuleFile, ExportsItsEntryPointAlone) {
+    const auto& exports = *at<IMAGE_EXPORT_DIRECTORY>(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
+    ASSERT_EQ(exports.NumberOfFunctions, 1U);
+    ASSERT_EQ(exports.NumberOfNames, 1U);
+    EXPECT_STREQ(at<char>(*at<DWORD>(exports.AddressOfNames)), "EntryPointFunc");
+}
+
+TEST_F(ModuleFile, NeedsSystemLibrariesAlone) {
+    std::set<std::string> libraries;
+    const auto* entry = at<IMAGE_IMPORT_DESCRIPTOR>(directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
+    for (; entry->Name != 0; ++entry) libraries.insert(at<char>(entry->Name));
+    EXPECT_FALSE(libraries.empty());
+    const std::set<std::string> system{"KERNEL32.dll", "USER32.dll", "msvcrt.dll"};
+    for (const std::string& library : libraries) EXPECT_TRUE(system.contains(library)) << library;
+}
+
+TEST_F(ModuleFile, IsHardened) {
+    constexpr WORD wanted = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
+                            IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA;
+    EXPECT_EQ(header().DllCharacteristics & wanted, wanted);
+    EXPECT_NE(directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U) << "without relocations it cannot move";
+    EXPECT_EQ(directory(IMAGE_DIRECTORY_ENTRY_DEBUG).Size, 0U);
+}
+
+}  // namespace
