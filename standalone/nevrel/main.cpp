@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <optional>
 #include <string>
 
@@ -11,6 +12,7 @@
 #include "standalone/nevrel/picture_error.h"
 #include "standalone/nevrel/session.h"
 #include "standalone/nevrel/smooth_picture.h"
+#include "standalone/nevrel/terminal_dialog.h"
 #include "standalone/nevrel/whole_file.h"
 
 namespace nevrel {
@@ -66,6 +68,13 @@ void AddSmooth(CLI::App& app, CommandLine& line) {
     smooth->add_option("--layer", line.job.layer, "the layer of an EXR to smooth")->type_name("NAME");
 }
 
+void AddOptions(CLI::App& app, CommandLine& line) {
+    CLI::App* options =
+        app.add_subcommand("options", "shows the effect's options dialog, here in the terminal");
+    options->footer("The options of the controls set what the dialog calls the current parameter values.");
+    AddControlOptions(*options, line.controls);
+}
+
 void Smooth(CommandLine& line) {
     if (line.depth) line.job.depth = Depth(*line.depth);
     const Session session(line.modulePath);
@@ -75,6 +84,18 @@ void Smooth(CommandLine& line) {
     if (!setUp.ok())
         throw standalone::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
     SmoothPicture(instance, line.job);
+}
+
+void ShowOptions(const CommandLine& line) {
+    TerminalDialog dialog(std::cin, std::cout);
+    HWND__ mainWindow;
+    mainWindow.shower = &dialog;
+    const Session session(line.modulePath, &mainWindow);
+    standalone::Instance instance(session.effect());
+    ApplyControls(line.controls, instance);
+    const auto result = instance.doDialog();
+    if (!result.ok()) throw standalone::ModuleError(line.modulePath + ": options " + FailureText(result));
+    if (!dialog.hasShown()) throw standalone::ModuleError(line.modulePath + ": has no options dialog");
 }
 
 void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
@@ -89,6 +110,7 @@ int Run(int argc, char** argv) {
         ->type_name("FILE");
     app.add_option("-L", line.language, "language of the effect's texts, JP or EN")->type_name("LANGUAGE");
     AddSmooth(app, line);
+    AddOptions(app, line);
     app.add_subcommand("about", "prints what the module says about itself");
     app.add_subcommand("params", "prints the controls with their ranges and defaults");
     try {
@@ -99,6 +121,7 @@ int Run(int argc, char** argv) {
         throw UsageError(OneLine(error.what()));
     }
     if (app.got_subcommand("smooth")) Smooth(line);
+    if (app.got_subcommand("options")) ShowOptions(line);
     if (app.got_subcommand("about")) Print(AboutText(Session(line.modulePath).effect()));
     if (app.got_subcommand("params")) Print(ParamsText(Session(line.modulePath).effect()));
     return 0;

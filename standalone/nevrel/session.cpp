@@ -9,9 +9,10 @@ namespace nevrel {
 using standalone::CommandResult;
 using standalone::ModuleError;
 
-Session::Session(const std::filesystem::path& modulePath)
+Session::Session(const std::filesystem::path& modulePath, HWND mainWindow)
     : module_(modulePath), effect_(host_, module_.entryPoint()) {
     host_.identity.pluginPath = module_.path().string();
+    host_.identity.mainWindow = mainWindow;
     const auto require = [&](const char* what, const CommandResult& result) {
         if (!result.ok()) throw ModuleError(modulePath.string() + ": " + what + " " + FailureText(result));
     };

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "platform/windows_types.h"
 #include "standalone/effect.h"
 #include "standalone/module.h"
 
@@ -11,7 +12,8 @@ namespace nevrel {
 /// Throws standalone::ModuleError when the module cannot be loaded or its set-up fails.
 class Session {
   public:
-    explicit Session(const std::filesystem::path& modulePath);
+    /// Dialogs are shown at `mainWindow`; without one there are none.
+    explicit Session(const std::filesystem::path& modulePath, HWND mainWindow = nullptr);
 
     [[nodiscard]] const standalone::Effect& effect() const { return effect_; }
 
