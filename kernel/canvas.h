@@ -65,14 +65,14 @@ class Canvas {
     void restorePixel(int x, int y, Weight weight) const noexcept { blendFrom(x, y, x, y, weight); }
 
     /// Averages the output pixel with its direct neighbours in the input.
-    void averageTip(int x, int y, Weight tipWeight) const noexcept {
+    void tipAverage(int x, int y, Weight tipWeight) const noexcept {
         std::array<Pixel, 4> neighbours;
         std::size_t count = 0;
         if (x > 0) neighbours[count++] = source(x - 1, y);
         if (x + 1 < width()) neighbours[count++] = source(x + 1, y);
         if (y > 0) neighbours[count++] = source(x, y - 1);
         if (y + 1 < height()) neighbours[count++] = source(x, y + 1);
-        Depth::averageTip(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count), tipWeight);
+        Depth::tipAverage(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count), tipWeight);
     }
 
   private:

@@ -40,7 +40,7 @@ class Depth16 {
     }
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha.
-    static void averageTip(Pixel& centre, std::span<const Pixel> neighbours,
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
                            std::int32_t tipWeight) noexcept {
         TipSums sums;
         for (const Pixel& neighbour : neighbours)
@@ -63,7 +63,7 @@ class Depth16 {
                    Scale16(LowByte(values.keyBlue)), Scale16(values.keyThreshold)} {}
 
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            return key_.distance(p) <= key_.tolerance;
+            return key_.keyDistance(p) <= key_.tolerance;
         }
 
       private:

@@ -35,7 +35,7 @@ class Depth8 {
     }
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha, in 16.16 fixed point.
-    static void averageTip(Pixel& centre, std::span<const Pixel> neighbours,
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
                            std::int32_t tipWeight) noexcept {
         Sums sums;
         for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
@@ -58,7 +58,7 @@ class Depth8 {
               exact_{0, LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue)} {}
 
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            return key_.tolerance == 0 ? hasKeyColor(p) : key_.distance(p) <= key_.tolerance;
+            return key_.tolerance == 0 ? hasKeyColor(p) : key_.keyDistance(p) <= key_.tolerance;
         }
 
       private:

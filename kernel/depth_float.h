@@ -70,7 +70,7 @@ class DepthFloat {
     }
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha.
-    static void averageTip(Pixel& centre, std::span<const Pixel> neighbours, float tipWeight) noexcept {
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours, float tipWeight) noexcept {
         TipSums sums;
         for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
         if (!(sums.weight > 0.0F)) return;

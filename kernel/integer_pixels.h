@@ -33,7 +33,7 @@ struct IntegerKey {
 
     /// Sum of the absolute differences of the colour channels; alpha does not count.
     template <typename Pixel>
-    [[nodiscard]] std::int32_t distance(const Pixel& p) const noexcept {
+    [[nodiscard]] std::int32_t keyDistance(const Pixel& p) const noexcept {
         return std::abs(p.red - red) + std::abs(p.green - green) + std::abs(p.blue - blue);
     }
 };

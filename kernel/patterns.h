@@ -36,7 +36,7 @@ class Patterns {
                     set(steps.line[2], line<Side::up>()) | set(steps.line[3], line<Side::down>()) | columns |
                     setAll(steps.horizontalNotch, window, horizontalNotch()) |
                     setAll(steps.cornerNotch, window, cornerNotch()));
-        const Mask tips = set(steps.anyTip, set(steps.tip, tip()) | set(steps.aboveTip, aboveTip()) |
+        const Mask tips = set(steps.anyTip, set(steps.tip, tipShape()) | set(steps.aboveTip, aboveTip()) |
                                                 set(steps.besideTip, besideTip()));
         const Mask ends = set(steps.anyJunction, setAll(steps.junction, window, junction()));
         set(steps.any, vertical | horizontal | tips | ends);
@@ -147,7 +147,7 @@ class Patterns {
     }
 
     // A pixel closed on three or four sides, whose diagonal neighbours show that it stands out.
-    [[nodiscard]] Mask tip() const {
+    [[nodiscard]] Mask tipShape() const {
         const Mask left = R(-1, 0);
         const Mask right = R(0, 0);
         const Mask top = D(0, -1);

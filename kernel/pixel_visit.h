@@ -38,7 +38,7 @@ class PixelVisit {
         if (applies(steps_.anyVertical)) treatVerticalPiece();
         if (applies(steps_.anyHorizontal)) treatHorizontalPiece();
         if (applies(steps_.anyTip) && !thinBlended_) treatTip();
-        if (applies(steps_.anyJunction)) blendJunctions();
+        if (applies(steps_.anyJunction)) junctionBlend();
     }
 
   private:
@@ -50,34 +50,39 @@ class PixelVisit {
         const Blended left = blendSide<Side::left>();
         const Blended right = blendSide<Side::right>();
         const bool stairs = applies(steps_.anyHorizontalStaircase);
-        if (stairs) blendStaircases(horizontalStaircases, steps_.horizontalStaircase);
-        if (!stairs && applies(steps_.corner)) {
-            if (right == Blended::no) canvas_.blendFrom(x_, y_, x_ + 1, y_, weights_.cornerWeight);
-            if (left == Blended::no) canvas_.blendFrom(x_ + 1, y_, x_, y_, weights_.cornerWeight);
-        }
-        restoreFirst(steps_.verticalNotch, verticalNotchPixel, Weights::half);
+        if (stairs) staircaseBlend(horizontalStaircases, steps_.horizontalStaircase);
+        if (!stairs && applies(steps_.corner)) cornerBlend(left, right);
+        notchRestore(steps_.verticalNotch, verticalNotchPixel);
     }
 
     void treatHorizontalPiece() noexcept {
         blendSide<Side::up>();
         blendSide<Side::down>();
         if (applies(steps_.anyVerticalStaircase))
-            blendStaircases(verticalStaircases, steps_.verticalStaircase);
-        restoreFirst(steps_.horizontalNotch, horizontalNotchPixel, Weights::half);
-        restoreFirst(steps_.cornerNotch, cornerNotchPixel, Weights::half);
+            staircaseBlend(verticalStaircases, steps_.verticalStaircase);
+        notchRestore(steps_.horizontalNotch, horizontalNotchPixel);
+        notchRestore(steps_.cornerNotch, cornerNotchPixel);
     }
 
     void treatTip() noexcept {
         if (applies(steps_.tip)) {
-            canvas_.averageTip(x_, y_, weights_.tipWeight);
-        } else if (applies(steps_.aboveTip) && x_ <= map_.width() - 4 && y_ >= 3) {
+            canvas_.tipAverage(x_, y_, weights_.tipWeight);
+        } else {
+            tipRestore();
+        }
+    }
+
+    // A pixel of column 0 is never restored: the patterns that restore the pixel itself need an edge flag of
+    // the column on its left.
+    void tipRestore() noexcept {
+        if (applies(steps_.aboveTip) && x_ <= map_.width() - 4 && y_ >= 3) {
             canvas_.restorePixel(x_ + 1, y_ - 1, Weights::threeQuarters);
         } else if (applies(steps_.besideTip)) {
             canvas_.restorePixel(x_, y_, Weights::threeQuarters);
         }
     }
 
-    void blendJunctions() noexcept {
+    void junctionBlend() noexcept {
         for (std::size_t i = 0; i < junctions.size(); ++i) {
             if (!applies(steps_.junction[i])) continue;
             const auto& [from, into] = junctions[i];
@@ -85,13 +90,18 @@ class PixelVisit {
         }
     }
 
+    // A light blend across a piece, from each side that got no ramp.
+    void cornerBlend(Blended left, Blended right) noexcept {
+        if (right == Blended::no) canvas_.blendFrom(x_, y_, x_ + 1, y_, weights_.cornerWeight);
+        if (left == Blended::no) canvas_.blendFrom(x_ + 1, y_, x_, y_, weights_.cornerWeight);
+    }
+
     // Restores the pixel of the first pattern that applies.
     template <std::size_t count>
-    void restoreFirst(const StepMask (&patterns)[count], const std::array<Offset, count>& restored,
-                      Weight weight) noexcept {
+    void notchRestore(const StepMask (&patterns)[count], const std::array<Offset, count>& restored) noexcept {
         for (std::size_t i = 0; i < count; ++i) {
             if (!applies(patterns[i])) continue;
-            canvas_.restorePixel(x_ + restored[i].dx, y_ + restored[i].dy, weight);
+            canvas_.restorePixel(x_ + restored[i].dx, y_ + restored[i].dy, Weights::half);
             return;
         }
     }
@@ -146,8 +156,8 @@ class PixelVisit {
         }
     }
 
-    void blendStaircases(const std::array<StaircaseVariant, 4>& variants,
-                         const StepMask (&masks)[4]) noexcept {
+    void staircaseBlend(const std::array<StaircaseVariant, 4>& variants,
+                        const StepMask (&masks)[4]) noexcept {
         for (std::size_t i = 0; i < variants.size(); ++i) {
             if (!applies(masks[i])) continue;
             walkStaircase(variants[i], StaircaseLength(variants[i], map_, x_, y_));

@@ -212,11 +212,13 @@ class WindowPlanes {
     /// Reads the rows around a window. Rows outside the image are clear.
     void load(int window, const MapRow& row, int x) {
         for (int dy = -rowsAbove; dy <= rowsBelow; ++dy) {
-            const std::uint8_t* flags = row.flags + dy * row.stride + x;
             Planes& planes = planes_[dy + rowsAbove];
             if (-dy > row.above || dy > row.below) {
                 for (auto& plane : planes) plane[window] = 0;
-            } else if (row.end - flags >= StepWindows::columns) {
+                continue;
+            }
+            const std::uint8_t* flags = row.flags + dy * row.stride + x;
+            if (row.end - flags >= StepWindows::columns) {
                 split(flags, planes, window);
             } else {
                 std::uint8_t padded[StepWindows::columns] = {};
