@@ -11,28 +11,27 @@ namespace {
 
 /// A host with two 8-bit images: black above white to be rendered over grey.
 struct Stage {
-    explicit Stage(int width, int height = 3, int outputWidth = 0, int outputHeight = 0)
-        : input(width, height, 4, 1, dice),
-          output(outputWidth > 0 ? outputWidth : width, outputHeight > 0 ? outputHeight : height, 4, 1,
-                 dice) {
-        for (int y = 0; y < height; ++y) fillRow(input, y, y == 0 ? 0 : 255);
-        for (int y = 0; y < output.world()->height; ++y) fillRow(output, y, 128);
+    explicit Stage(int width, int outputWidth = 0, int outputHeight = 3)
+        : input(PF_PixelFormat_ARGB32, width, 3),
+          output(PF_PixelFormat_ARGB32, outputWidth > 0 ? outputWidth : width, outputHeight) {
+        const auto fill = [](standalone::World& world, int y, int byte) {
+            std::memset(world.row<char>(y), byte, static_cast<std::size_t>(world.width()) * 4);
+        };
+        for (int y = 0; y < 3; ++y) fill(input, y, y == 0 ? 0 : 255);
+        for (int y = 0; y < outputHeight; ++y) fill(output, y, 128);
     }
 
     PF_Err run(const EffectValues& values, PF_PixelFormat format = PF_PixelFormat_ARGB32) {
-        return DispatchKernel({values, host.inData(), format, input.world(), output.world()});
+        return DispatchKernel({values, host.inData(), format, &input.record(), &output.record()});
     }
-    [[nodiscard]] bool outputUntouched() { return output.row(0)[0] == 128 && output.row(1)[0] == 128; }
-    [[nodiscard]] bool outputIsInput() { return output.row(0)[0] == 0 && output.row(1)[0] == 255; }
-
-    Dice dice{1};
-    HostImage input, output;
-    WorldHost host{4, 1};
-
-  private:
-    static void fillRow(HostImage& image, int y, int byte) {
-        std::memset(image.row(y), byte, static_cast<std::size_t>(image.world()->width) * 4);
+    [[nodiscard]] bool outputStartsWith(int row0, int row1) const {
+        return *output.row<A_u_char>(0) == row0 && *output.row<A_u_char>(1) == row1;
     }
+    [[nodiscard]] bool outputUntouched() const { return outputStartsWith(128, 128); }
+    [[nodiscard]] bool outputIsInput() const { return outputStartsWith(0, 255); }
+
+    standalone::World input, output;
+    WorldHost host{1};
 };
 
 constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};
@@ -46,8 +45,8 @@ TEST(KernelFrame, RefusesWhatItCannotRender) {
             EXPECT_TRUE(stage.outputUntouched());
             EXPECT_TRUE(stage.host.suitesAsked().empty());
         };
-        expectRefusal(Stage(9, 3, 9, 4), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
-        expectRefusal(Stage(9, 3, 10, 3), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
+        expectRefusal(Stage(9, 9, 4), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
+        expectRefusal(Stage(9, 10), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9), PF_Err_UNRECOGNIZED_PARAM_TYPE, PF_PixelFormat_INVALID);
     }
     Stage stage(9);

@@ -28,23 +28,23 @@ template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture, std::uint64_t seed,
                             InstructionSet instructionSet) {
     Dice dice(seed);
+    constexpr PF_PixelFormat format = FormatOf<P>();
+    standalone::World input(format, picture.width, picture.height, RandomStyle(format, dice));
+    standalone::World output(format, picture.width, picture.height, RandomStyle(format, dice));
     const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
-    HostImage input(picture.width, picture.height, sizeof(P), sizeof(typename P::Channel), dice);
-    HostImage output(picture.width, picture.height, sizeof(P), sizeof(typename P::Channel), dice);
-    for (int y = 0; y < picture.height; ++y) std::memcpy(input.row(y), &picture.at(0, y), rowSize);
+    for (int y = 0; y < picture.height; ++y) std::memcpy(input.row<P>(y), &picture.at(0, y), rowSize);
 
-    WorldHost host(sizeof(P), seed);
-    const RenderJob job = {ToEffectValues(values), host.inData(), FormatOf<P>(), input.world(),
-                           output.world()};
+    WorldHost host(seed);
+    const RenderJob job = {ToEffectValues(values), host.inData(), format, &input.record(), &output.record()};
     EXPECT_EQ(DispatchKernel(job, instructionSet), PF_Err_NONE);
     EXPECT_TRUE(host.balanced());
-    EXPECT_TRUE(input.paddingIntact() && output.paddingIntact());
+    EXPECT_TRUE(input.guardsIntact() && output.guardsIntact());
 
     judge::Picture<P> result(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {
-        EXPECT_EQ(std::memcmp(input.row(y), &picture.at(0, y), rowSize), 0)
+        EXPECT_EQ(std::memcmp(input.row<P>(y), &picture.at(0, y), rowSize), 0)
             << "input row " << y << " was written";
-        std::memcpy(&result.at(0, y), output.row(y), rowSize);
+        std::memcpy(&result.at(0, y), output.row<P>(y), rowSize);
     }
     return result;
 }

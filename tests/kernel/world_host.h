@@ -1,57 +1,23 @@
 // The least host that a kernel can run on: its two world suites, with memory that shows what was touched.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "sdk/effect_api.h"
+#include "standalone/world.h"
 #include "tests/kernel/dice.h"
 
-/// Bytes between two guard bands. Without the bands the block ends where the heap's own checks begin.
-class GuardedBytes {
-  public:
-    /// `misalignment` moves the first byte; the bytes hold `fill`, or noise when it is negative.
-    GuardedBytes(std::size_t size, std::size_t guard, std::size_t misalignment, int fill, Dice& dice);
-
-    unsigned char* data() { return block_.get() + front_; }
-    const unsigned char* data() const { return block_.get() + front_; }
-    std::size_t size() const { return size_; }
-    bool guardsIntact() const;
-
-  private:
-    std::size_t size_;
-    std::size_t front_;
-    std::size_t back_;
-    std::unique_ptr<unsigned char[]> block_;
-};
-
-/// A host image in memory of its own: any row pitch, padded or negative, aligned to the channel type alone.
-class HostImage {
-  public:
-    HostImage(int width, int height, int pixelSize, int channelSize, Dice& dice);
-
-    PF_EffectWorld* world() { return &world_; }
-    unsigned char* row(int y) {
-        return static_cast<unsigned char*>(world_.data) + std::ptrdiff_t{world_.rowbytes} * y;
-    }
-    /// Whether nothing but pixels was written since the image was made.
-    bool paddingIntact() const;
-
-  private:
-    int rowSize_;
-    int pitch_;
-    GuardedBytes bytes_;
-    PF_EffectWorld world_{};
-};
+/// Any row pitch, padded or negative, aligned to the channel type alone; between guards, or in a block that
+/// ends where the heap's own checks begin.
+standalone::MemoryStyle RandomStyle(PF_PixelFormat format, Dice& dice);
 
 /// Gives the world suites at version 1, and writes down what it is asked for. One at a time on a thread.
 class WorldHost {
   public:
-    WorldHost(int pixelSize, std::uint64_t seed);
+    /// The seed chooses how its worlds lie in memory.
+    explicit WorldHost(std::uint64_t seed);
     ~WorldHost();
     WorldHost(const WorldHost&) = delete;
     WorldHost& operator=(const WorldHost&) = delete;
@@ -73,13 +39,12 @@ class WorldHost {
     static PF_Err copy(PF_ProgPtr host, PF_EffectWorld* src, PF_EffectWorld* dst, PF_Rect* srcRect,
                        PF_Rect* dstRect);
 
-    int pixelSize_;
     Dice dice_;
     SPBasicSuite basicSuite_{};
     PF_WorldSuite1 worldSuite_{};
     PF_WorldTransformSuite1 transformSuite_{};
     PF_InData inData_{};
-    std::vector<std::unique_ptr<GuardedBytes>> worlds_;
+    std::vector<std::unique_ptr<standalone::World>> worlds_;
     std::vector<std::string> suitesAsked_;
     std::vector<std::pair<int, int>> worldsAsked_;
     PF_Err worldCode_ = PF_Err_NONE;
