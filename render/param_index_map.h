@@ -23,6 +23,9 @@ enum class ParamRole : std::size_t {
 /// The index of a role that the layout does not have.
 inline constexpr PF_ParamIndex kNoParam = -1;
 
+/// The input layer, which the host puts first in every layout.
+inline constexpr PF_ParamIndex kInputLayerParam = 0;
+
 /// The parameter whose type tells the layouts apart.
 inline constexpr PF_ParamIndex kLayoutParam = 4;
 

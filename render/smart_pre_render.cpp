@@ -38,9 +38,9 @@ PF_LRect Union(const PF_LRect& a, const PF_LRect& b) {
 /// Asks for the input layer over the area of the request, and adds what there is of it to the output's area.
 PF_Err CheckoutInput(const PF_InData* inData, const PF_RenderRequest& request, PF_PreRenderExtra* extra) {
     PF_CheckoutResult layer{};
-    const PF_Err code = extra->cb->checkout_layer(
-        inData->effect_ref, static_cast<PF_ParamIndex>(ParamRole::InputLayer), kInputCheckoutId, &request,
-        inData->current_time, inData->time_step, inData->time_scale, &layer);
+    const PF_Err code =
+        extra->cb->checkout_layer(inData->effect_ref, kInputLayerParam, kInputCheckoutId, &request,
+                                  inData->current_time, inData->time_step, inData->time_scale, &layer);
     if (code != PF_Err_NONE) return code;
     PF_PreRenderOutput& output = *extra->output;
     output.result_rect = Union(output.result_rect, layer.result_rect);

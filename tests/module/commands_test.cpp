@@ -44,6 +44,7 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
         EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
         EXPECT_TRUE(SameOut(result.out, NoisyOut()));
     }
+    EXPECT_TRUE(Instance(session.effect).sequenceSetdown().ok()) << "nothing to set down";
     EXPECT_EQ(session.host.calls.count(), 0);
     session.host.givesBasicSuite = true;
 }
@@ -95,6 +96,14 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
     for (const auto& [stored, expected] : cases) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
+    }
+    // When the stored record or the fresh one cannot be locked for the copy, the fresh one stands.
+    for (const int nth : {2, 3}) {
+        session.host.calls.inject({.call = HostCall::LockHandle, .nth = nth, .shape = FaultShape::Null});
+        EXPECT_EQ(instance.sequenceResetup(std::as_bytes(std::span(cases[1][0]))).error,
+                  PF_Err_INTERNAL_STRUCT_DAMAGED);
+        session.host.calls.clearFault();
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
     }
 }
 

@@ -108,6 +108,17 @@ TEST(ParamsSetup, DeclaresTheControls) {
     }
 }
 
+TEST(ParamsSetup, StopsAtAControlThatTheHostRefuses) {
+    Session session;
+    session.host.calls.resetCounts();
+    session.host.calls.inject({.call = HostCall::AddParam, .nth = 4, .code = 1234});
+    const CommandResult result = Effect(session.effect).paramsSetup();
+    session.host.calls.clearFault();
+    EXPECT_EQ(result.error, 1234);
+    EXPECT_EQ(result.out.num_params, 0);
+    EXPECT_EQ(session.host.calls.count(HostCall::AddParam), 4);
+}
+
 /// The ids of the controls that a UI command updates, in order.
 std::vector<A_long> Updates(Session& session, Instance& instance, bool userChanged) {
     session.host.calls.record(true);
@@ -160,6 +171,9 @@ TEST(UpdateParamsUi, ARenderEngineHasEverythingDisabled) {
         if (grouped) order.insert(order.end(), {1000, 1001});
         for (int i = 0; i < 2; ++i) EXPECT_EQ(Updates(session, instance, false), order);
         for (const A_long id : order) EXPECT_EQ(instance.param(id).ui_flags, PF_PUI_DISABLED) << id;
+        session.host.calls.inject({.call = HostCall::UpdateParamUi, .fromThereOn = true});
+        EXPECT_EQ(Updates(session, instance, false), order) << "a refused update stops none of the others";
+        session.host.calls.clearFault();
     }
 }
 

@@ -1,6 +1,8 @@
 // The render commands.
+#include <algorithm>
 #include <array>
 #include <thread>
+#include <utility>
 
 #include "tests/module/session.h"
 
@@ -10,16 +12,16 @@ namespace {
 
 using Values = std::array<A_long, 9>;  // in the order in which pre-render hands them over
 
-/// Gives every control a value of its own; one of the two switches is on.
-Values SetOwnValues(Instance& instance, bool key) {
+/// Gives every control a value of its own; the key colour is about the green of the pictures.
+Values SetOwnValues(Instance& instance, bool key, bool invert) {
     instance.setSlider(kThreshold, 11);
     instance.setSlider(kSoftness, 60);
     instance.setSlider(kBias, 20);
     instance.setCheckbox(kKeyEnable, key);
-    instance.setColor(kKeyColor, {99, 10, 240, 30});
+    instance.setColor(kKeyColor, {99, 10, 250, 5});
     instance.setSlider(kKeyThreshold, 40);
-    instance.setCheckbox(kKeyInvert, !key);
-    return {11, 60, 20, key ? 1 : 0, 10, 240, 30, 40, key ? 0 : 1};
+    instance.setCheckbox(kKeyInvert, invert);
+    return {11, 60, 20, key ? 1 : 0, 10, 250, 5, 40, invert ? 1 : 0};
 }
 
 Values HandedOver(const Session& session, const Frame& frame) {
@@ -35,7 +37,7 @@ TEST(SmartPreRender, HandsTheValuesOver) {
     for (const bool grouped : {true, false}) {
         Session session(grouped ? "" : kFlatLayout);
         Instance instance(session.effect);
-        const Values own = SetOwnValues(instance, grouped);
+        const Values own = SetOwnValues(instance, grouped, !grouped);
         Picture input(PF_PixelFormat_ARGB32);
         Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
         // Whichever parameter cannot be had, that of the layout first: the frame passes through unchanged.
@@ -90,34 +92,29 @@ TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
     EXPECT_TRUE(outside.preRenderOutput().max_result_rect == (PF_LRect{0, 0, 40, 12}));
 }
 
-TEST(SmartRender, RendersEveryDepthWithThePreRenderedValues) {
-    for (const PF_PixelFormat format :
-         {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
-        Session session;
-        session.host.watchesInputs = true;
-        Instance instance(session.effect);
-        Picture input(format);
-        Picture smooth(format), again(format), copy(format), blank(format);
-        std::memset(blank.row<char>(0), 0, 4);
-        Frame frame(instance, input);
-        for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
-        instance.setSlider(kSoftness, 0);
-        EXPECT_TRUE(frame.render(smooth).ok());
-        EXPECT_NE(smooth.pixels(), input.pixels());
-        EXPECT_TRUE(frame.render(again).ok());
-        EXPECT_EQ(again.pixels(), smooth.pixels());
-        EXPECT_TRUE(SmartRender(instance, input, copy).ok());
-        EXPECT_EQ(copy.pixels(), input.pixels());
+TEST(SmartRender, RendersWithThePreRenderedValues) {
+    Session session;
+    session.host.watchesInputs = true;
+    Instance instance(session.effect);
+    Picture input(PF_PixelFormat_ARGB64);
+    Picture smooth(PF_PixelFormat_ARGB64), again(PF_PixelFormat_ARGB64), copy(PF_PixelFormat_ARGB64);
+    Frame frame(instance, input);
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
+    instance.setSlider(kSoftness, 0);
+    EXPECT_TRUE(frame.render(smooth).ok());
+    EXPECT_NE(smooth.pixels(), input.pixels());
+    EXPECT_TRUE(frame.render(again).ok());
+    EXPECT_EQ(again.pixels(), smooth.pixels());
+    EXPECT_TRUE(SmartRender(instance, input, copy).ok());
+    EXPECT_EQ(copy.pixels(), input.pixels());
 
-        // Pre-render data that cannot be locked, or none: nothing is rendered.
-        const std::vector<char> before = blank.pixels();
-        session.host.calls.inject({.call = HostCall::LockHandle, .shape = FaultShape::Null});
-        EXPECT_TRUE(frame.render(blank).ok());
-        session.host.calls.clearFault();
-        frame.deletePreRenderData();
-        EXPECT_TRUE(frame.render(blank).ok());
-        EXPECT_EQ(blank.pixels(), before);
-    }
+    // Pre-render data that cannot be locked, or none: nothing is rendered.
+    session.host.calls.inject({.call = HostCall::LockHandle, .shape = FaultShape::Null});
+    EXPECT_TRUE(frame.render(copy).ok());
+    session.host.calls.clearFault();
+    frame.deletePreRenderData();
+    EXPECT_TRUE(frame.render(copy).ok());
+    EXPECT_EQ(copy.pixels(), input.pixels());
 }
 
 TEST(SmartRender, TellsTheUserAboutAMissingSuite) {
@@ -135,18 +132,29 @@ TEST(SmartRender, TellsTheUserAboutAMissingSuite) {
     EXPECT_STREQ(result.out.return_msg, "Couldn't load suite.");
 }
 
-TEST(Render, GivesWhatSmartRenderGives) {
-    for (const PF_PixelFormat format : {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64}) {
+bool IsTransparent(const Picture& picture, A_long x, A_long y) {
+    const auto size = static_cast<std::size_t>(PixelBytes(picture.format()));
+    const char* alpha = picture.row<char>(y) + static_cast<std::size_t>(x) * size;
+    return std::all_of(alpha, alpha + size / 4, [](char byte) { return byte == 0; });
+}
+
+/// Green is at the lower left of the pictures, white at the upper right.
+TEST(Rendering, GoesToTheKernelOfDepthAndKeyMode) {
+    for (const PF_PixelFormat format :
+         {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
         for (const bool grouped : {true, false}) {
             Session session(grouped ? "" : kFlatLayout);
             session.host.watchesInputs = true;
             Instance instance(session.effect);
-            Picture input(format), classic(format), smart(format);
-            for (const bool own : {false, true}) {
-                if (own) SetOwnValues(instance, grouped);
-                EXPECT_TRUE(instance.render(input, classic).ok());
+            Picture input(format), smart(format), classic(format);
+            for (const auto& [key, invert] : {std::pair{false, true}, {true, false}, {true, true}}) {
+                SetOwnValues(instance, key, invert);
                 EXPECT_TRUE(SmartRender(instance, input, smart).ok());
-                EXPECT_NE(classic.pixels(), input.pixels());
+                EXPECT_NE(smart.pixels(), input.pixels());
+                EXPECT_EQ(IsTransparent(smart, 0, 11), key && !invert);
+                EXPECT_EQ(IsTransparent(smart, 39, 0), key && invert);
+                if (format == PF_PixelFormat_ARGB128) continue;  // by the smart pair alone
+                EXPECT_TRUE(instance.render(input, classic).ok());
                 EXPECT_EQ(classic.pixels(), smart.pixels());
             }
         }
@@ -183,7 +191,7 @@ TEST(Rendering, StartsOnManyThreads) {
     for (int round = 0; round < 10; ++round) {
         Session session(round % 2 == 0 ? "" : kFlatLayout);
         Instance instance(session.effect);
-        SetOwnValues(instance, true);
+        SetOwnValues(instance, true, false);
         Picture input(PF_PixelFormat_ARGB32), expected(PF_PixelFormat_ARGB32);
         std::vector<std::thread> threads;
         std::array<std::vector<char>, 4> results;
