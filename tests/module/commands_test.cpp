@@ -29,7 +29,7 @@ TEST(EntryPoint, UnknownCommandsDoNothing) {
 
 TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     Session session;
-    Instance instance(session.effect);
+    Instance instance(session.effect), bare(session.effect);
     ASSERT_TRUE(instance.sequenceSetup().ok());
     Picture image(PF_PixelFormat_ARGB32);
     Frame frame(instance, image);
@@ -44,7 +44,7 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
         EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
         EXPECT_TRUE(SameOut(result.out, NoisyOut()));
     }
-    EXPECT_TRUE(Instance(session.effect).sequenceSetdown().ok()) << "nothing to set down";
+    EXPECT_TRUE(bare.sequenceSetdown().ok()) << "nothing to set down";
     EXPECT_EQ(session.host.calls.count(), 0);
     session.host.givesBasicSuite = true;
 }
