@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "standalone/command.h"
 #include "standalone/frame.h"
@@ -18,7 +19,7 @@ PF_Err CheckoutParam(PF_ProgPtr effectRef, PF_ParamIndex index, A_long whatTime,
     const CallVerdict verdict = command->host.calls.enter(HostCall::CheckoutParam, index);
     if (verdict.fault) return verdict.result();
     const bool known = index >= 0 && static_cast<std::size_t>(index) < command->values.size();
-    if (!command->expect(known, "check-out of parameter " + std::to_string(index)))
+    if (!command->allows(known, "check-out of parameter " + std::to_string(index)))
         return PF_Err_BAD_CALLBACK_PARAM;
     const PF_InData& in = command->inData;
     command->expect(whatTime == in.current_time && timeStep == in.time_step && timeScale == in.time_scale,
@@ -40,11 +41,12 @@ PF_Err AddParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
     if (command == nullptr || def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     const CallVerdict verdict = command->host.calls.enter(HostCall::AddParam, def->uu.id);
     if (verdict.fault) return verdict.result();
-    if (!command->expect(command->declaration != nullptr && index == -1,
-                         "declaration of a parameter out of turn")) {
+    std::vector<PF_ParamDef>* declaration = index == -1 ? command->declaration : nullptr;
+    if (declaration == nullptr) {
+        command->violation("declaration of a parameter out of turn");
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    command->declaration->push_back(*def);
+    declaration->push_back(*def);
     return PF_Err_NONE;
 }
 
@@ -105,7 +107,7 @@ PF_UtilCallbacks MakeUtilCallbacks() {
 /// The frame that the command works on; null, with a violation, in any other command.
 Frame* FrameOf(const Command& command, PF_Cmd selector, const char* what) {
     const bool inTurn = command.selector == selector && command.frame != nullptr;
-    return command.expect(inTurn, std::string(what) + " out of turn") ? command.frame : nullptr;
+    return command.allows(inTurn, std::string(what) + " out of turn") ? command.frame : nullptr;
 }
 
 PF_Err CheckoutLayer(PF_ProgPtr effectRef, PF_ParamIndex index, A_long checkoutId,
@@ -131,10 +133,10 @@ PF_Err CheckoutLayerPixels(PF_ProgPtr effectRef, A_long checkoutId, PF_EffectWor
     if (verdict.fault) return verdict.result();
     Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-out of pixels");
     PF_EffectWorld* layer = frame == nullptr ? nullptr : frame->layer(checkoutId);
-    if (!command->expect(layer != nullptr, "check-out of pixels that were not asked for")) {
+    if (!command->allows(layer != nullptr, "check-out of pixels that were not asked for")) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    if (!command->expect(!command->host.accounts.isLent(LoanKind::Layer, layer),
+    if (!command->allows(!command->host.accounts.isLent(LoanKind::Layer, layer),
                          "second check-out of pixels")) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }

@@ -49,7 +49,9 @@ class Command {
 
     void violation(const std::string& what) const;
     /// Notes a violation unless `right`.
-    bool expect(bool right, const std::string& what) const;
+    void expect(bool right, const std::string& what) const;
+    /// The same for those who go on only when it is right.
+    [[nodiscard]] bool allows(bool right, const std::string& what) const;
     void lend(LoanKind kind, const void* key, std::string what) const;
     [[nodiscard]] bool giveBack(LoanKind kind, const void* key) const;
     /// The image behind a record that the effect passes; null, with a violation, for any other record.

@@ -23,9 +23,9 @@ class Effect {
     /// Fills `declared`, the input layer first; leaves it empty when the command fails.
     CommandResult paramsSetup();
     /// The text comes in the result's `return_msg`.
-    CommandResult about() const { return send(PF_Cmd_ABOUT); }
+    [[nodiscard]] CommandResult about() const { return send(PF_Cmd_ABOUT); }
     /// Any command that needs no parameters, images or extra record.
-    CommandResult send(PF_Cmd selector) const;
+    [[nodiscard]] CommandResult send(PF_Cmd selector) const;
 
     [[nodiscard]] Host& host() const { return host_; }
     [[nodiscard]] PF_EntryPoint entryPoint() const { return entryPoint_; }

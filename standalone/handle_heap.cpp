@@ -13,7 +13,7 @@ PF_Handle HandleHeap::make(A_HandleSize size) try {
     block->memory.reset(new std::byte[block->size]);
     std::fill_n(block->memory.get(), block->size, std::byte{0xA5});
     block->master = block->memory.get();
-    const PF_Handle handle = &block->master;
+    PF_Handle handle = &block->master;
     const std::lock_guard lock(mutex_);
     blocks_.emplace(handle, std::move(block));
     return handle;

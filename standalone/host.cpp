@@ -3,7 +3,7 @@
 namespace standalone {
 
 PF_Handle Host::makeHandle(std::size_t size) {
-    const PF_Handle handle = handles.make(size);
+    PF_Handle handle = handles.make(size);
     if (handle != nullptr)
         accounts.lend({LoanKind::Handle, handle, std::to_string(size) + " bytes", 0, -1, true});
     return handle;

@@ -88,7 +88,7 @@ CommandResult Instance::sequenceSetup() {
 
 CommandResult Instance::sequenceResetup(std::optional<std::span<const std::byte>> stored) {
     Host& host = effect_.host();
-    const PF_Handle incoming = stored ? host.makeHandle(stored->size()) : nullptr;
+    PF_Handle incoming = stored ? host.makeHandle(stored->size()) : nullptr;
     if (incoming != nullptr) std::copy(stored->begin(), stored->end(), host.handles.bytes(incoming).begin());
     const CommandResult result = sendSequence(PF_Cmd_SEQUENCE_RESETUP, incoming);
     host.disposeHandle(incoming);

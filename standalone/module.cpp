@@ -53,10 +53,9 @@ std::string Complaint(const std::filesystem::path& path, const std::string& reas
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& path) {
+Module::Module(const std::filesystem::path& path) : path_(std::filesystem::absolute(path)) {
     std::error_code error;
-    path_ = std::filesystem::absolute(path, error);
-    if (error || !std::filesystem::exists(path_, error)) throw ModuleError(Complaint(path, "no such module"));
+    if (!std::filesystem::exists(path_, error)) throw ModuleError(Complaint(path, "no such module"));
     if (std::filesystem::is_directory(path_, error))
         throw ModuleError(Complaint(path, "is a folder, not a module"));
     library_ = OpenLibrary(path_);

@@ -19,7 +19,7 @@ namespace {
 PF_Handle NewHandle(A_HandleSize size) {
     const Command& command = Command::current();
     if (command.host.calls.enter(HostCall::NewHandle, static_cast<A_long>(size)).fault) return nullptr;
-    const PF_Handle handle = command.host.handles.make(size);
+    PF_Handle handle = command.host.handles.make(size);
     if (handle != nullptr) command.lend(LoanKind::Handle, handle, std::to_string(size) + " bytes");
     return handle;
 }
@@ -28,7 +28,7 @@ void* LockHandle(PF_Handle handle) {
     const Command& command = Command::current();
     if (command.host.calls.enter(HostCall::LockHandle).fault || handle == nullptr) return nullptr;
     void* memory = command.host.handles.lock(handle);
-    if (command.expect(memory != nullptr, "lock of a handle that is none")) {
+    if (command.allows(memory != nullptr, "lock of a handle that is none")) {
         command.lend(LoanKind::Lock, handle, "handle");
     }
     return memory;
@@ -133,11 +133,12 @@ PF_Err UpdateParamUi(PF_ProgPtr effectRef, PF_ParamIndex index, const PF_ParamDe
     if (verdict.fault) return verdict.result();
     const bool inTurn =
         command->selector == PF_Cmd_UPDATE_PARAMS_UI || command->selector == PF_Cmd_USER_CHANGED_PARAM;
-    if (!command->expect(inTurn && command->instance != nullptr, "update of a control out of turn") ||
-        !command->instance->updateControl(index, *def)) {
+    Instance* instance = inTurn ? command->instance : nullptr;
+    if (instance == nullptr) {
+        command->violation("update of a control out of turn");
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    return PF_Err_NONE;
+    return instance->updateControl(index, *def) ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;
 }
 
 const PF_ParamUtilsSuite1 kParamUtilsSuite{UpdateParamUi, {}};
@@ -198,7 +199,7 @@ A_long ReleaseSuite(const char* name, A_long version) {
     const Command& command = Command::current();
     const CallVerdict verdict = command.host.calls.enter(HostCall::ReleaseSuite, version, name);
     const SuiteEntry* entry = FindSuite(name, version);
-    if (!command.expect(entry != nullptr, "release of an unknown suite")) return kNoSuchSuite;
+    if (!command.allows(entry != nullptr, "release of an unknown suite")) return kNoSuchSuite;
     return command.giveBack(LoanKind::Suite, entry) ? verdict.result() : kNoSuchSuite;
 }
 
@@ -213,6 +214,7 @@ int Sprintf(char* dst, const char* format, ...) {
     Command::current().host.calls.enter(HostCall::Sprintf, 0, format);
     std::va_list arguments;
     va_start(arguments, format);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start has just set it
     const int length = std::vsprintf(dst, format, arguments);
     va_end(arguments);
     return length;
@@ -220,6 +222,7 @@ int Sprintf(char* dst, const char* format, ...) {
 
 char* Strcpy(char* dst, const char* src) {
     Command::current().host.calls.enter(HostCall::Strcpy, 0, src);
+    // NOLINTNEXTLINE(clang-analyzer-security.insecureAPI.strcpy): the host's function has no bound
     return std::strcpy(dst, src);
 }
 

@@ -85,7 +85,9 @@ std::vector<Layer> Layers(const Picture& picture) {
 
 std::string Names(const std::vector<Layer>& layers) {
     std::vector<std::string> names;
-    for (const Layer& layer : layers) names.push_back(layer.name);
+    for (const Layer& layer : layers) {
+        if (!layer.name.empty()) names.push_back(layer.name);
+    }
     return Join(names);
 }
 
@@ -94,7 +96,8 @@ ColorChannels FindLayer(const std::vector<Layer>& layers, const std::string& nam
     for (const Layer& layer : layers) {
         if (layer.name == name) return layer.channels;
     }
-    throw PictureError(path, "has no layer " + name + (layers.empty() ? "" : "; there are " + Names(layers)));
+    const std::string others = Names(layers);
+    throw PictureError(path, "has no layer " + name + (others.empty() ? "" : "; its layers are " + others));
 }
 
 }  // namespace
@@ -105,9 +108,10 @@ ColorChannels FindColorChannels(const Picture& picture, const std::string& layer
     const std::vector<Layer> layers = named ? Layers(picture) : std::vector<Layer>{};
     if (!layer.empty()) return FindLayer(layers, layer, path);
     if (!named) return ChannelsByPlace(picture.parts.front().spec);
-    if (layers.empty())
-        throw PictureError(
-            path, "has no color channels; there are " + Join(picture.parts.front().spec.channelnames));
+    if (layers.empty()) {
+        const std::string channels = Join(picture.parts.front().spec.channelnames);
+        throw PictureError(path, "has no color channels; there are " + channels);
+    }
     const auto own = std::find_if(layers.begin(), layers.end(),
                                   [](const Layer& candidate) { return candidate.channels.prefix.empty(); });
     if (own != layers.end()) return own->channels;

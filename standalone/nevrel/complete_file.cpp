@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <string_view>
 
 namespace nevrel {
 namespace {
@@ -31,7 +32,7 @@ bool PngIsComplete(std::ifstream& file, std::uint64_t size) {
 class DpxHeader {
   public:
     explicit DpxHeader(std::ifstream& file) {
-        file.read(reinterpret_cast<char*>(bytes_.data()), bytes_.size());
+        file.read(reinterpret_cast<char*>(bytes_.data()), static_cast<std::streamsize>(bytes_.size()));
     }
 
     [[nodiscard]] std::uint64_t dataEnd() const {
@@ -80,11 +81,16 @@ bool DpxIsComplete(std::ifstream& file, std::uint64_t size) {
 
 }  // namespace
 
-bool IsComplete(const std::filesystem::path& path, const std::string& format) {
+bool IsComplete(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
+    std::array<char, 4> magic{};
+    file.read(magic.data(), magic.size());
+    file.clear();
+    file.seekg(0);
     const std::uint64_t size = std::filesystem::file_size(path);
-    if (format == "png") return PngIsComplete(file, size);
-    if (format == "dpx") return DpxIsComplete(file, size);
+    const std::string_view start(magic.data(), magic.size());
+    if (start == "\x89PNG") return PngIsComplete(file, size);
+    if (start == "SDPX" || start == "XPDS") return DpxIsComplete(file, size);
     return true;
 }
 

@@ -2,13 +2,12 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 namespace nevrel {
 
 /// False when the file is shorter than its own structure says. Knows PNG (the chunks up to the end mark) and
-/// DPX (the size of the stored image); true for the other formats, whose readers report a missing byte
+/// DPX (the size of the stored image) by their first bytes; true for others, whose readers miss every byte
 /// themselves.
-[[nodiscard]] bool IsComplete(const std::filesystem::path& path, const std::string& format);
+[[nodiscard]] bool IsComplete(const std::filesystem::path& path);
 
 }  // namespace nevrel

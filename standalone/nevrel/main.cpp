@@ -1,4 +1,5 @@
 // The command `nevrel`: loads the effect's module and smooths pictures with it, as any host would.
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -127,8 +128,13 @@ int Run(int argc, char** argv) {
     return 0;
 }
 
+/// Picture libraries print to `stderr` on their own; the one line that the user gets comes from here.
+void SilenceLibraries() {
+    if (std::FILE* nowhere = std::fopen("/dev/null", "w")) stderr = nowhere;
+}
+
 int Report(const std::exception& error, int status) {
-    std::fprintf(stderr, "nevrel: %s\n", error.what());
+    dprintf(STDERR_FILENO, "nevrel: %s\n", error.what());
     return status;
 }
 
@@ -136,7 +142,8 @@ int Report(const std::exception& error, int status) {
 }  // namespace nevrel
 
 int main(int argc, char** argv) try {
-    nevrel::DeferInterrupts();
+    nevrel::PrepareSignals();
+    nevrel::SilenceLibraries();
     return nevrel::Run(argc, argv);
 } catch (const nevrel::UsageError& error) {
     return nevrel::Report(error, nevrel::kWrongUsage);

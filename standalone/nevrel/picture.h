@@ -55,7 +55,7 @@ struct Picture {
     std::vector<Part> parts;
 };
 
-/// Reads all parts of a file. Throws PictureError: missing, unreadable, truncated, or of a kind not
+/// Reads all parts of a file. Throws UnreadablePicture: missing, unreadable, truncated, or of a kind not
 /// supported.
 [[nodiscard]] Picture ReadPicture(const std::filesystem::path& path);
 
@@ -65,6 +65,9 @@ struct Picture {
 
 /// How a format stores alpha: EXR multiplies, TIFF says which, the others are straight.
 [[nodiscard]] bool StoresAssociated(const std::string& format, const Part& part);
+
+/// Whether a format has pictures of two channels, grey and alpha.
+[[nodiscard]] bool HoldsGreyWithAlpha(const std::string& format);
 
 /// Encodes the picture in `picture.format` and puts it in place whole. Throws PictureError when the format
 /// cannot hold what the picture has, or the file cannot be written.

@@ -15,6 +15,12 @@ class PictureError : public std::runtime_error {
         : std::runtime_error(path.string() + ": " + reason) {}
 };
 
+/// The kind of it that a file which is no whole picture gives.
+class UnreadablePicture : public PictureError {
+  public:
+    using PictureError::PictureError;
+};
+
 /// Wrong usage of the command; the text is one line and names the option.
 class UsageError : public std::runtime_error {
   public:

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 #include <cstring>
+#include <numeric>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "standalone/nevrel/sample_types.h"
 
@@ -57,10 +60,9 @@ void WithView(const World& world, Action&& action) {
     }
 }
 
-template <typename Channel>
-bool SameBits(Channel a, Channel b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
+bool SameBits(std::uint8_t a, std::uint8_t b) { return a == b; }
+bool SameBits(Channel16 a, Channel16 b) { return a.value == b.value; }
+bool SameBits(float a, float b) { return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b); }
 
 /// Calls `action` with a view of the channel, typed as its samples are.
 template <typename Action>
@@ -69,6 +71,25 @@ void WithChannel(const Part& part, int channel, Action&& action) {
         action(ChannelView<decltype(sample)>(part, channel), sample);
     });
     assert(known);
+}
+
+/// Like WithChannel for copying: also for samples that are no intensities, such as 32-bit object numbers.
+template <typename Action>
+void WithRawChannel(const Part& part, int channel, Action&& action) {
+    switch (part.channelType(channel).size()) {
+        case 1:
+            action(ChannelView<std::uint8_t>(part, channel));
+            break;
+        case 2:
+            action(ChannelView<std::uint16_t>(part, channel));
+            break;
+        case 4:
+            action(ChannelView<std::uint32_t>(part, channel));
+            break;
+        default:
+            action(ChannelView<std::uint64_t>(part, channel));
+            break;
+    }
 }
 
 std::array<int, 3> Colors(const ColorChannels& channels) {
@@ -125,21 +146,40 @@ void StoreAssociatedColor(const View& before, const View& after, int place, cons
     });
 }
 
-OIIO::ImageSpec WithAlphaChannel(const OIIO::ImageSpec& spec, int place, const ColorChannels& channels) {
-    OIIO::ImageSpec wider = spec;
-    ++wider.nchannels;
-    if (wider.alpha_channel < 0) {
-        wider.alpha_channel = place;
-    } else if (wider.alpha_channel >= place) {
-        ++wider.alpha_channel;
+constexpr int kOpaque = -1;
+
+void CopyChannel(const Part& from, int source, const Part& to, int target) {
+    WithRawChannel(from, source, [&](auto samples) {
+        const decltype(samples) copies(to, target);
+        for (std::size_t i = 0; i < from.pixels(); ++i) copies.set(i, samples.get(i));
+    });
+}
+
+void FillOpaque(const Part& part, int channel) {
+    WithChannel(part, channel, [&](auto samples, auto sample) {
+        for (std::size_t i = 0; i < part.pixels(); ++i) samples.set(i, FromUnit<decltype(sample)>(1.0));
+    });
+}
+
+/// A part whose channels are those at `sources` in `part`, or opaque alpha of the type of channel `like`.
+Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& sources, int like) {
+    spec.nchannels = static_cast<int>(sources.size());
+    if (!spec.channelformats.empty()) {
+        spec.channelformats.clear();
+        for (const int source : sources) {
+            spec.channelformats.push_back(part.channelType(source == kOpaque ? like : source));
+        }
     }
-    if (wider.z_channel >= place) ++wider.z_channel;
-    const std::string name = channels.prefix + "A";
-    wider.channelnames.insert(wider.channelnames.begin() + place, name);
-    if (!wider.channelformats.empty()) {
-        wider.channelformats.insert(wider.channelformats.begin() + place, spec.channelformat(channels.green));
+    Part arranged = MakePart(spec, part.associated);
+    for (int channel = 0; channel < spec.nchannels; ++channel) {
+        const int source = sources[static_cast<std::size_t>(channel)];
+        if (source == kOpaque) {
+            FillOpaque(arranged, channel);
+        } else {
+            CopyChannel(part, source, arranged, channel);
+        }
     }
-    return wider;
+    return arranged;
 }
 
 }  // namespace
@@ -179,26 +219,27 @@ void StorePixels(const World& before, const World& after, const ColorChannels& c
     });
 }
 
-void AddAlpha(Part& part, ColorChannels& channels, bool associated) {
+void AddAlpha(Part& part, ColorChannels& channels) {
     assert(channels.alpha < 0);
     const int place = std::max({channels.red, channels.green, channels.blue}) + 1;
-    Part wider = MakePart(WithAlphaChannel(part.spec, place, channels), associated);
-    const std::size_t lead = part.spec.pixel_bytes(0, place, true);
-    const std::size_t rest = part.spec.pixel_bytes(true) - lead;
-    const std::size_t added = wider.channelType(place).size();
-    const std::byte* from = part.samples.get();
-    std::byte* to = wider.samples.get();
-    for (std::size_t i = 0; i < part.pixels(); ++i, from += lead + rest, to += lead + added + rest) {
-        std::memcpy(to, from, lead);
-        std::memcpy(to + lead + added, from + lead, rest);
-    }
-    WithChannel(wider, place, [&](auto alphas, auto sample) {
-        for (std::size_t i = 0; i < wider.pixels(); ++i) alphas.set(i, FromUnit<decltype(sample)>(1.0));
-    });
-    for (int* channel : {&channels.red, &channels.green, &channels.blue})
-        *channel += *channel >= place ? 1 : 0;
+    OIIO::ImageSpec spec = part.spec;
+    std::vector<int> sources(static_cast<std::size_t>(spec.nchannels));
+    std::iota(sources.begin(), sources.end(), 0);
+    sources.insert(sources.begin() + place, kOpaque);
+    spec.channelnames.insert(spec.channelnames.begin() + place, channels.prefix + "A");
+    for (int* named : {&spec.alpha_channel, &spec.z_channel}) *named += *named >= place ? 1 : 0;
+    if (spec.alpha_channel < 0) spec.alpha_channel = place;
+    part = Rearranged(part, spec, sources, channels.green);
     channels.alpha = place;
-    part = std::move(wider);
+}
+
+void ExpandGrey(Part& part, ColorChannels& channels) {
+    assert(channels.isGrey() && channels.alpha >= 0);
+    OIIO::ImageSpec spec = part.spec;
+    spec.channelnames = {"R", "G", "B", "A"};
+    spec.alpha_channel = 3;
+    part = Rearranged(part, spec, {channels.red, channels.red, channels.red, channels.alpha}, channels.red);
+    channels = {channels.part, 0, 1, 2, 3, ""};
 }
 
 Part Recast(const Part& part, const ColorChannels& channels, bool associated) {

@@ -15,8 +15,11 @@ void LoadPixels(const Part& part, const ColorChannels& channels, standalone::Wor
 void StorePixels(const standalone::World& before, const standalone::World& after,
                  const ColorChannels& channels, Part& part);
 
-/// Gives the picture an opaque alpha channel behind its last colour channel, and moves `channels` along.
-void AddAlpha(Part& part, ColorChannels& channels, bool associated);
+/// Gives the part an opaque alpha channel behind its last colour channel, and sets it in `channels`.
+void AddAlpha(Part& part, ColorChannels& channels);
+
+/// Makes a grey part with alpha an RGBA one, for formats without the former; its other channels go.
+void ExpandGrey(Part& part, ColorChannels& channels);
 
 /// The part with float samples and colour multiplied by alpha or not, for formats that store it otherwise.
 /// Where alpha is 0, straight colour is lost by multiplication.

@@ -38,8 +38,8 @@ bool FileIsAssociated(const std::string& format, const OIIO::ImageSpec& spec) {
 }
 
 void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
-    if (spec.deep) throw PictureError(path, "holds deep pixels, which are not supported");
-    if (spec.depth > 1) throw PictureError(path, "holds a volume, which is not supported");
+    if (spec.deep) throw UnreadablePicture(path, "holds deep pixels, which are not supported");
+    if (spec.depth > 1) throw UnreadablePicture(path, "holds a volume, which is not supported");
 }
 
 Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::filesystem::path& path,
@@ -51,17 +51,18 @@ Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::fil
         input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN, part.samples.get());
     // Some readers report a missing part of a file and succeed all the same.
     const std::string error = input.geterror();
-    if (!read || !error.empty()) throw PictureError(path, "damaged or truncated: " + OneLine(error));
+    if (!read || !error.empty()) throw UnreadablePicture(path, "damaged or truncated: " + OneLine(error));
     return part;
 }
 
 void RequireReadableFile(const std::filesystem::path& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) throw PictureError(path, "no such file");
-    if (!std::filesystem::is_regular_file(status)) throw PictureError(path, "is not a regular file");
+    if (!std::filesystem::exists(status)) throw UnreadablePicture(path, "no such file");
+    if (!std::filesystem::is_regular_file(status)) throw UnreadablePicture(path, "is not a regular file");
     std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) throw PictureError(path, std::string("cannot be read: ") + std::strerror(errno));
+    if (file == nullptr)
+        throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
     std::fclose(file);
 }
 
@@ -76,20 +77,21 @@ Part MakePart(const OIIO::ImageSpec& spec, bool associated) {
 
 Picture ReadPicture(const std::filesystem::path& path) try {
     RequireReadableFile(path);
+    if (!IsComplete(path)) throw UnreadablePicture(path, "is truncated");
     const OIIO::ImageSpec hints = ReadingHints();
     const auto input = OIIO::ImageInput::open(path.string(), &hints);
-    if (!input) throw PictureError(path, "is no picture: " + OneLine(OIIO::geterror()));
+    if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
     Picture picture{input->format_name(), {}};
     RequireSupported(path, picture.format);
-    if (!IsComplete(path, picture.format)) throw PictureError(path, "is truncated");
     for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
         picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
-        if (input->seek_subimage(subimage, 1)) throw PictureError(path, "holds reduced copies (MIP levels)");
+        if (input->seek_subimage(subimage, 1))
+            throw UnreadablePicture(path, "holds reduced copies (MIP levels)");
     }
     static_cast<void>(input->geterror());  // that there is no further part is no error
     return picture;
 } catch (const std::bad_alloc&) {
-    throw PictureError(path, "not enough memory for its pixels");
+    throw UnreadablePicture(path, "not enough memory for its pixels");
 }
 
 std::string FormatForPath(const std::filesystem::path& path) {

@@ -12,6 +12,10 @@ bool StoresAssociated(const std::string& format, const Part& part) {
     return format == "openexr" || (format == "tiff" && part.associated);
 }
 
+bool HoldsGreyWithAlpha(const std::string& format) {
+    return format == "png" || format == "tiff" || format == "openexr";
+}
+
 namespace {
 
 /// What the format's writer is told about a part.
@@ -43,6 +47,21 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
     }
 }
 
+/// Writers leave out channels that they have no place for, and may not notice that a write failed.
+void RequireWhole(const std::string& encoded, const Picture& picture, const std::filesystem::path& path) try {
+    const Picture found = ReadPicture(encoded);
+    for (std::size_t i = 0; i < picture.parts.size(); ++i) {
+        const OIIO::ImageSpec& spec = picture.parts[i].spec;
+        const OIIO::ImageSpec& held = found.parts.at(i).spec;
+        if (held.nchannels == spec.nchannels && (held.alpha_channel >= 0) == (spec.alpha_channel >= 0))
+            continue;
+        throw PictureError(
+            path, picture.format + " cannot hold these channels together: " + Join(spec.channelnames));
+    }
+} catch (const UnreadablePicture&) {
+    throw PictureError(path, "cannot be encoded whole; is there a limit to file size or memory?");
+}
+
 class Encoder {
   public:
     Encoder(const Picture& picture, const std::filesystem::path& path)
@@ -60,7 +79,6 @@ class Encoder {
             require(output_->write_image(type, picture_.parts[i].samples.get()));
         }
         require(output_->close());
-        requireNothingDropped(to);
     }
 
   private:
@@ -69,22 +87,6 @@ class Encoder {
         if (specs_.size() == 1 || output_->supports("appendsubimage"))
             return output_->open(to, specs_.front());
         return output_->open(to, static_cast<int>(specs_.size()), specs_.data());
-    }
-
-    /// Some writers leave out channels that they have no place for.
-    void requireNothingDropped(const std::string& from) const {
-        const auto input = OIIO::ImageInput::create(picture_.format);
-        OIIO::ImageSpec found;
-        if (!input || !input->open(from, found)) throw PictureError(path_, "cannot be read back");
-        for (std::size_t i = 0; i < specs_.size(); ++i) {
-            const OIIO::ImageSpec& spec = specs_[i];
-            const bool held = input->seek_subimage(static_cast<int>(i), 0) &&
-                              input->spec().nchannels == spec.nchannels &&
-                              (input->spec().alpha_channel >= 0) == (spec.alpha_channel >= 0);
-            if (held) continue;
-            throw PictureError(
-                path_, picture_.format + " cannot hold these channels together: " + Join(spec.channelnames));
-        }
     }
 
     void require(bool success) const {
@@ -104,6 +106,7 @@ class Encoder {
 void WritePicture(const Picture& picture, const std::filesystem::path& path) try {
     MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
     Encoder(picture, path).encode(encoded.path());
+    RequireWhole(encoded.path(), picture, path);
     WriteWholeFile(path, encoded.bytes());
 } catch (const std::bad_alloc&) {
     throw PictureError(path, "not enough memory to encode the picture");

@@ -68,7 +68,7 @@ template <typename To, typename From>
 /// Calls `action` with a value of the type of a file's samples. False for types that no picture is smoothed
 /// in.
 template <typename Action>
-bool WithSampleType(OIIO::TypeDesc type, Action&& action) {
+bool WithSampleType(const OIIO::TypeDesc& type, Action&& action) {
     switch (type.basetype) {
         case OIIO::TypeDesc::UINT8:
             action(std::uint8_t{});

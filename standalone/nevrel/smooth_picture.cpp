@@ -54,8 +54,9 @@ void Adapt(Part& part, const ColorChannels& channels, const Picture& input, cons
     }
     for (int channel = 0; channel < part.spec.nchannels; ++channel) {
         if (WithSampleType(part.channelType(channel), [](auto) {})) continue;
-        const auto& name = part.spec.channelnames[static_cast<std::size_t>(channel)];
-        throw PictureError(path, format + " cannot hold the samples of channel " + name);
+        throw PictureError(path, std::string(format)
+                                     .append(" cannot hold the samples of channel ")
+                                     .append(part.spec.channelnames[static_cast<std::size_t>(channel)]));
     }
     part = Recast(part, channels, associated);
 }
@@ -81,7 +82,9 @@ void SmoothPicture(Instance& instance, const SmoothJob& job) try {
 
     Adapt(part, channels, picture, format, job.output);
     const bool keyed = instance.param(kColorKeyEnable).u.bd.value != 0;
-    if (keyed && channels.alpha < 0) AddAlpha(part, channels, part.associated);
+    if (keyed && channels.alpha < 0) AddAlpha(part, channels);
+    if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
+        ExpandGrey(part, channels);
     StorePixels(input, output, channels, part);
     picture.format = format;
     WritePicture(picture, job.output);

@@ -1,12 +1,12 @@
 #include "standalone/nevrel/whole_file.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <string>
 
@@ -141,8 +141,9 @@ void WriteWholeFile(const std::filesystem::path& path, std::span<const std::byte
     NewFile(path).write(bytes);
 }
 
-void DeferInterrupts() {
+void PrepareSignals() {
     for (const int number : kEndingSignals) signal(number, OnSignal);
+    signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace nevrel

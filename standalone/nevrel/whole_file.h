@@ -12,8 +12,8 @@ namespace nevrel {
 /// followed. Throws PictureError; what was there before then stays.
 void WriteWholeFile(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
-/// Lets SIGINT, SIGTERM and SIGHUP end the program only when no file is just being put in place. Call once,
-/// early.
-void DeferInterrupts();
+/// Lets SIGINT, SIGTERM and SIGHUP end the program only when no file is just being put in place, and makes a
+/// file size limit an error of the write that passes it. Call once, early.
+void PrepareSignals();
 
 }  // namespace nevrel

@@ -1,6 +1,7 @@
 // The host held against an effect that uses every function it offers, and against effects that misbehave.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <functional>
 #include <iterator>
@@ -66,7 +67,7 @@ PF_Err PreRender(const Call& call) {
     call.in->inter.checkin_param(call.in->effect_ref, &def);
     const PF_HandleSuite1* suite = HandleSuite(call.in);
     if (suite == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_Handle handle = suite->host_new_handle(4);
+    PF_Handle handle = suite->host_new_handle(4);
     if (handle != nullptr) {
         if (void* memory = suite->host_lock_handle(handle)) {
             std::memcpy(memory, &def.u.sd.value, 4);
@@ -246,9 +247,9 @@ TEST_F(HostTest, EveryFaultReachesTheEffectAndTheBooksStayBalanced) {
     host.calls.inject({.call = HostCall::CopyWorld, .nth = 2, .code = 77, .fromThereOn = true});
     Instance instance(effect);
     host.calls.record(true);
-    std::vector<PF_Err> errors;
-    for (int i = 0; i < 3; ++i) errors.push_back(instance.render(input, output).error);
-    EXPECT_EQ(errors, (std::vector<PF_Err>{0, 77, 77}));
+    std::array<PF_Err, 3> errors{};
+    for (PF_Err& error : errors) error = instance.render(input, output).error;
+    EXPECT_EQ(errors, (std::array<PF_Err, 3>{0, 77, 77}));
     EXPECT_EQ(host.calls.recorded().front().name, kPFWorldTransformSuite);
 }
 
@@ -267,14 +268,14 @@ TEST_F(HostTest, MisdeedsAreNoted) {
         {"lock of a handle that is none", PF_Cmd_RENDER,
          [](const Call& c) {
              const PF_HandleSuite1* suite = HandleSuite(c.in);
-             const PF_Handle handle = suite->host_new_handle(8);
+             PF_Handle handle = suite->host_new_handle(8);
              suite->host_dispose_handle(handle);
              suite->host_lock_handle(handle);
          }},
         {"disposal of a locked handle", PF_Cmd_RENDER,
          [](const Call& c) {
              const PF_HandleSuite1* suite = HandleSuite(c.in);
-             const PF_Handle handle = suite->host_new_handle(8);
+             PF_Handle handle = suite->host_new_handle(8);
              suite->host_lock_handle(handle);
              suite->host_dispose_handle(handle);
          }},
@@ -331,9 +332,9 @@ TEST_F(HostTest, ServesSeveralThreadsInOneHostAndInHostsOfTheirOwn) {
     Effect shared(host, CopyEffect);
     ASSERT_TRUE(shared.paramsSetup().ok());
     Instance instance(shared);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
+    std::array<std::thread, 4> threads;
+    for (std::thread& thread : threads) {
+        thread = std::thread([&] {
             Host own;
             Effect effect(own, CopyEffect);
             effect.paramsSetup();

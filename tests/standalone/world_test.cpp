@@ -16,15 +16,16 @@ TEST(WorldTest, PixelsAreWhereTheRecordSays) {
               MemoryStyle{0, 12, true, false, 0}}) {
             World world(format, 5, 3, style);
             const PF_EffectWorld& record = world.record();
+            const auto pixel = static_cast<std::size_t>(PixelBytes(format));
             EXPECT_EQ(record.rowbytes, (style.bottomUp ? -1 : 1) * (5 * PixelBytes(format) + style.padding));
             EXPECT_EQ(world.row<char>(0), record.data);
             for (A_long y = 0; y < 3; ++y) {
-                std::memset(world.row<char>(y), y + 1, static_cast<std::size_t>(5 * PixelBytes(format)));
+                std::memset(world.row<char>(y), y + 1, 5 * pixel);
             }
-            EXPECT_EQ(*(static_cast<char*>(record.data) + 2 * record.rowbytes), 3);
+            EXPECT_EQ(*(static_cast<char*>(record.data) + std::ptrdiff_t{2} * record.rowbytes), 3);
             EXPECT_TRUE(world.guardsIntact());
             const PF_EffectWorld part = world.part({2, 1, 5, 3});
-            EXPECT_EQ(part.data, world.row<char>(1) + 2 * PixelBytes(format));
+            EXPECT_EQ(part.data, world.row<char>(1) + 2 * pixel);
             EXPECT_EQ(part.width * 100 + part.height, 302);
         }
     }

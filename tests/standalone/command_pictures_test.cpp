@@ -1,0 +1,325 @@
+// What `nevrel smooth` does to the samples of real files of every format and depth.
+#include <OpenImageIO/half.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "standalone/frame.h"
+#include "standalone/module.h"
+#include "tests/standalone/command_runner.h"
+#include "tests/standalone/picture_files.h"
+
+namespace {
+
+using OIIO::TypeDesc;
+
+struct FileKind {
+    const char* name;
+    TypeDesc type;
+    int channels;
+    Alpha alpha = Alpha::Straight;
+    int bits = 0;
+};
+
+const FileKind kFileKinds[] = {
+    {"rgb8.png", TypeDesc::UINT8, 3},
+    {"rgba8.png", TypeDesc::UINT8, 4},
+    {"ya8.png", TypeDesc::UINT8, 2},
+    {"rgba16.png", TypeDesc::UINT16, 4},
+    {"y16.png", TypeDesc::UINT16, 1},
+    {"straight8.tif", TypeDesc::UINT8, 4},
+    {"associated8.tif", TypeDesc::UINT8, 4, Alpha::Associated},
+    {"straight16.tif", TypeDesc::UINT16, 4},
+    {"associated16.tif", TypeDesc::UINT16, 4, Alpha::Associated},
+    {"straightfloat.tif", TypeDesc::FLOAT, 4},
+    {"associatedfloat.tif", TypeDesc::FLOAT, 4, Alpha::Associated},
+    {"rgba.tga", TypeDesc::UINT8, 4},
+    {"y.tga", TypeDesc::UINT8, 1},
+    {"rgb.bmp", TypeDesc::UINT8, 3},
+    {"rgba.bmp", TypeDesc::UINT8, 4},
+    {"rgb10.dpx", TypeDesc::UINT16, 3, Alpha::Straight, 10},
+    {"rgba16.dpx", TypeDesc::UINT16, 4, Alpha::Straight, 16},
+    {"half.exr", TypeDesc::HALF, 4, Alpha::Associated},
+    {"float.exr", TypeDesc::FLOAT, 4, Alpha::Associated},
+    {"y.exr", TypeDesc::HALF, 1, Alpha::Associated},
+};
+
+TestPicture MakePictureOf(const FileKind& kind, int width, int height) {
+    TestPicture picture = MakePicture(width, height, kind.channels, kind.type, kind.alpha);
+    if (kind.bits > 0) picture.spec.attribute("oiio:BitsPerSample", kind.bits);
+    return picture;
+}
+
+/// Samples and description agree; OpenImageIO keeps the window and the metadata in the description.
+void ExpectSamePicture(const TestPicture& a, const TestPicture& b, const std::string& name) {
+    EXPECT_EQ(a.samples, b.samples) << name;
+    EXPECT_EQ(a.spec.channelnames, b.spec.channelnames) << name;
+    EXPECT_EQ(a.spec.roi(), b.spec.roi()) << name;
+    EXPECT_EQ(a.spec.roi_full(), b.spec.roi_full()) << name;
+    EXPECT_EQ(a.spec.to_xml(), b.spec.to_xml()) << name;
+}
+
+TEST_F(CommandTest, SoftnessZeroReproducesEverySample) {
+    unsigned seed = 1;
+    for (const FileKind& kind : kFileKinds) {
+        TestPicture picture = MakePictureOf(kind, 61, 37);
+        FillWithNoise(picture, seed++);
+        picture.spec.attribute("Copyright", "somebody");
+        WriteTestPicture(path(kind.name), picture);
+        const CommandRun result = smooth(kind.name, "--softness 0");
+        ASSERT_EQ(result.status, 0) << result.errors;
+        ExpectSamePicture(ReadTestPicture(path(kind.name)),
+                          ReadTestPicture(path(std::string("out_") + kind.name)), kind.name);
+    }
+}
+
+/// An 8-bit, 16-bit or float rendering of the picture by the same module, from straight pixels on the unit
+/// scale.
+class Reference {
+  public:
+    Reference() : module_("nevrel.so"), effect_(host_, module_.entryPoint()) {
+        effect_.globalSetup();
+        effect_.paramsSetup();
+    }
+
+    /// Red, green, blue and alpha of every pixel, as they come out of the kernels of the picture's depth.
+    std::vector<double> render(const TestPicture& picture, const std::vector<double>& straight) {
+        const OIIO::ImageSpec& spec = picture.spec;
+        if (spec.format == TypeDesc::UINT8) {
+            return render<std::uint8_t>(spec, PF_PixelFormat_ARGB32, 255, straight);
+        }
+        if (spec.format == TypeDesc::UINT16) {
+            return render<std::uint16_t>(spec, PF_PixelFormat_ARGB64, 32768, straight);
+        }
+        return render<float>(spec, PF_PixelFormat_ARGB128, 0, straight);
+    }
+
+  private:
+    /// `full` is full intensity of integer channels; 0 stands for float ones, which need no rounding.
+    template <typename Channel>
+    std::vector<double> render(const OIIO::ImageSpec& spec, PF_PixelFormat format, double full,
+                               const std::vector<double>& straight) {
+        standalone::World input(format, spec.width, spec.height), output(format, spec.width, spec.height);
+        const auto place = [](std::size_t i) {
+            return i / 4 * 4 + (i + 1) % 4;
+        };  // alpha comes first in there
+        for (std::size_t i = 0; i < straight.size(); ++i) {
+            const double value = full > 0 ? std::round(straight[i] * full) : straight[i];
+            input.row<Channel>(0)[place(i)] = static_cast<Channel>(value);
+        }
+        standalone::Instance instance(effect_);
+        EXPECT_TRUE(standalone::SmartRender(instance, input, output).ok());
+        std::vector<double> result(straight.size());
+        for (std::size_t i = 0; i < straight.size(); ++i) {
+            result[i] = static_cast<double>(output.row<Channel>(0)[place(i)]) / (full > 0 ? full : 1);
+        }
+        return result;
+    }
+
+    standalone::Module module_;
+    standalone::Host host_;
+    standalone::Effect effect_;
+};
+
+double Unit(const TestPicture& picture, int x, int y, int channel) {
+    switch (picture.spec.format.basetype) {
+        case TypeDesc::UINT8:
+            return picture.get<std::uint8_t>(x, y, channel) / 255.0;
+        case TypeDesc::UINT16:
+            return picture.get<std::uint16_t>(x, y, channel) / 65535.0;
+        case TypeDesc::HALF:
+            return static_cast<double>(static_cast<float>(picture.get<half>(x, y, channel)));
+        default:
+            return static_cast<double>(picture.get<float>(x, y, channel));
+    }
+}
+
+std::vector<double> Pixels(const TestPicture& picture, bool straighten) {
+    std::vector<double> pixels;
+    for (int y = 0; y < picture.spec.height; ++y) {
+        for (int x = 0; x < picture.spec.width; ++x) {
+            const double alpha = Unit(picture, x, y, 3);
+            const double divisor = straighten && alpha != 0 ? alpha : 1;
+            for (int c = 0; c < 3; ++c) pixels.push_back(Unit(picture, x, y, c) / divisor);
+            pixels.push_back(alpha);
+        }
+    }
+    return pixels;
+}
+
+TEST_F(CommandTest, SmoothsAtThePicturesOwnDepthAndAlphaConvention) {
+    Reference reference;
+    for (const FileKind& kind : kFileKinds) {
+        if (kind.channels != 4) continue;
+        const bool associated = kind.alpha == Alpha::Associated;
+        TestPicture picture = MakePictureOf(kind, 48, 40);
+        DrawDisc(picture, {0.25, 0.125, 0.0625, 0.5}, {0.5, 0.75, 0.25, 1.0});
+        WriteTestPicture(path(kind.name), picture);
+        ASSERT_EQ(smooth(kind.name).status, 0);
+        const TestPicture result = ReadTestPicture(path(std::string("out_") + kind.name));
+        const std::vector<double> before = Pixels(picture, associated);
+        std::vector<double> expected = reference.render(picture, before);
+        const std::vector<double> actual = Pixels(result, false);
+        // Half a step of the file's samples, or what half floats keep.
+        const double tolerance = kind.type == TypeDesc::UINT8    ? 0.51 / 255
+                                 : kind.type == TypeDesc::UINT16 ? 0.51 / 32768
+                                                                 : 0.0005;
+        int changed = 0;
+        for (std::size_t i = 0; i < expected.size(); i += 4) {
+            for (std::size_t c = 0; c < 4; ++c) {
+                const double factor = associated && c < 3 ? expected[i + 3] : 1;
+                EXPECT_NEAR(actual[i + c], expected[i + c] * factor, tolerance)
+                    << kind.name << " sample " << i + c;
+            }
+            changed += expected[i + 3] != before[i + 3] ? 1 : 0;
+        }
+        EXPECT_GT(changed, 100) << kind.name;
+    }
+}
+
+TEST_F(CommandTest, DepthOptionChoosesTheKernelsAndKeepsTheFilesDepth) {
+    TestPicture picture = MakePicture(48, 40, 3, TypeDesc::UINT8);
+    DrawDisc(picture, {0.1, 0.2, 0.3}, {0.9, 0.8, 0.4});
+    WriteTestPicture(path("in.png"), picture);
+    std::vector<TestPicture> results;
+    for (const char* depth : {"8", "16", "float"}) {
+        ASSERT_EQ(run(std::string("smooth --depth ") + depth + " -o out.png in.png").status, 0);
+        results.push_back(ReadTestPicture(path("out.png")));
+        EXPECT_EQ(results.back().spec.format, TypeDesc::UINT8);
+        int different = 0;
+        for (std::size_t i = 0; i < picture.samples.size(); ++i) {
+            const int a = std::to_integer<int>(results.back().samples[i]);
+            const int b = std::to_integer<int>(results.front().samples[i]);
+            EXPECT_LE(std::abs(a - b), 2) << depth << " sample " << i;
+            different += a != b ? 1 : 0;
+        }
+        EXPECT_EQ(different == 0, depth == std::string("8"));
+    }
+}
+
+TEST_F(CommandTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
+    for (const FileKind& kind : kFileKinds) {
+        if (kind.channels != 1 && kind.channels != 3) continue;
+        TestPicture picture = MakePictureOf(kind, 48, 40);
+        DrawDisc(picture, {0, 0, 0}, {1, 1, 1});
+        WriteTestPicture(path(kind.name), picture);
+        const std::string name = kind.name;
+        ASSERT_EQ(smooth(name, "--color-key '#ffffff' --invert").status, 0) << name;
+        const TestPicture inverted = ReadTestPicture(path("out_" + name));
+        ASSERT_EQ(smooth(name, "--color-key '#ffffff'").status, 0) << name;
+        const TestPicture keyed = ReadTestPicture(path("out_" + name));
+        const bool greyBecomesColor = name == "y.tga";
+        const int alpha = greyBecomesColor ? 3 : kind.channels;
+        ASSERT_EQ(keyed.spec.nchannels, alpha + 1) << name;
+        EXPECT_EQ(Unit(keyed, 0, 0, alpha), 0) << name;
+        EXPECT_EQ(Unit(keyed, 24, 20, alpha), 1) << name;
+        EXPECT_EQ(Unit(inverted, 0, 0, alpha), 1) << name;
+        EXPECT_EQ(Unit(inverted, 24, 20, alpha), 0) << name;
+        EXPECT_EQ(Unit(keyed, 0, 0, 0), kind.alpha == Alpha::Associated ? 0 : 1) << name;
+        bool soft = false;
+        for (int x = 0; x < 48; ++x) soft |= Unit(keyed, x, 7, alpha) > 0 && Unit(keyed, x, 7, alpha) < 1;
+        EXPECT_TRUE(soft) << name;
+    }
+}
+
+TEST_F(CommandTest, OtherChannelsAndPartsAreCarriedOver) {
+    TestPicture picture = MakePicture(48, 40, 9, TypeDesc::HALF);
+    picture.spec.channelnames = {"R",         "G",         "B",         "Z",        "id",
+                                 "diffuse.R", "diffuse.G", "diffuse.B", "diffuse.A"};
+    picture.spec.channelformats.assign(9, TypeDesc::HALF);
+    picture.spec.channelformats[3] = TypeDesc::FLOAT;
+    picture.spec.channelformats[4] = TypeDesc::UINT32;
+    picture.samples.resize(picture.spec.image_bytes(true));
+    DrawDisc(picture, {0, 0, 0, 7, 0, 0, 0.5, 0, 0.5}, {1, 1, 1, 9, 0, 1, 0.25, 1, 1});
+    for (int y = 0; y < 40; ++y) picture.set(y, y, 4, 0xFFFFFFF0U + static_cast<unsigned>(y));
+    WriteTestPicture(path("in.exr"), picture);
+    const TestPicture input = ReadTestPicture(path("in.exr"));
+    const auto changedChannels = [&](const std::string& options) {
+        EXPECT_EQ(run("smooth " + options + " -o out.exr in.exr").status, 0);
+        const TestPicture output = ReadTestPicture(path("out.exr"));
+        std::string changed;
+        for (const std::string& name : input.spec.channelnames) {
+            const int from = input.spec.channelindex(name), to = output.spec.channelindex(name);
+            const std::size_t size = input.spec.channelformat(from).size();
+            EXPECT_EQ(input.spec.channelformat(from), output.spec.channelformat(to)) << name;
+            bool same = true;
+            for (int i = 0; i < 48 * 40; ++i) {
+                const auto at = [&](const TestPicture& p, int c) {
+                    return p.samples.data() + static_cast<std::size_t>(i) * p.spec.pixel_bytes(true) +
+                           p.spec.pixel_bytes(0, c, true);
+                };
+                same = same && std::memcmp(at(input, from), at(output, to), size) == 0;
+            }
+            if (!same) changed += name + " ";
+        }
+        return changed + std::to_string(output.spec.nchannels);
+    };
+    EXPECT_EQ(changedChannels(""), "R G B 9");
+    EXPECT_EQ(changedChannels("--color-key '#ffffff'"), "R G B 10");
+    EXPECT_EQ(changedChannels("--layer diffuse"), "diffuse.R diffuse.G diffuse.B diffuse.A 9");
+    EXPECT_EQ(changedChannels("--layer diffuse --softness 0"), "9");
+    EXPECT_NE(run("smooth --layer specular -o out.exr in.exr").errors.find("layers are diffuse"),
+              std::string::npos);
+    EXPECT_NE(run("smooth -o out.tif in.exr").errors.find("channel id"), std::string::npos);
+    EXPECT_NE(run("smooth -o out.png in.exr").errors.find("out.png: png cannot hold"), std::string::npos);
+}
+
+TEST_F(CommandTest, WindowsTilesAndPartsAreKept) {
+    TestPicture window = MakePicture(48, 40, 4, TypeDesc::HALF, Alpha::Associated);
+    window.spec.x = 10;
+    window.spec.y = -5;
+    window.spec.full_width = 100;
+    window.spec.full_height = 80;
+    FillWithNoise(window, 3);
+    WriteTestPicture(path("window.exr"), window);
+    TestPicture tiles = MakePicture(50, 41, 4, TypeDesc::UINT8);
+    tiles.spec.tile_width = tiles.spec.tile_height = 16;
+    FillWithNoise(tiles, 4);
+    WriteTestPicture(path("tiles.tif"), tiles);
+    for (const std::string name : {"window.exr", "tiles.tif"}) {
+        ASSERT_EQ(smooth(name, "--softness 0").status, 0);
+        ExpectSamePicture(ReadTestPicture(path(name)), ReadTestPicture(path("out_" + name)), name);
+    }
+    EXPECT_EQ(run("smooth -o out.png window.exr").status, 1);
+}
+
+TEST_F(CommandTest, AnotherFormatGetsItsOwnAlphaConvention) {
+    TestPicture straight = MakePicture(48, 40, 4, TypeDesc::UINT8);
+    DrawDisc(straight, {1, 0.5, 0, 0.4}, {0, 0.5, 1, 0.8});
+    WriteTestPicture(path("in.png"), straight);
+    ASSERT_EQ(run("smooth --softness 0 -o out.exr in.png").status, 0);
+    ASSERT_EQ(run("smooth --softness 0 -o back.png out.exr").status, 0);
+    const TestPicture associated = ReadTestPicture(path("out.exr"));
+    const TestPicture back = ReadTestPicture(path("back.png"));
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 48; ++x) {
+            const double alpha = Unit(straight, x, y, 3);
+            EXPECT_NEAR(Unit(associated, x, y, 3), alpha, 0.0003);
+            for (int c = 0; c < 3; ++c) {
+                EXPECT_NEAR(Unit(associated, x, y, c), Unit(straight, x, y, c) * alpha, 0.0003);
+                EXPECT_NEAR(Unit(back, x, y, c), Unit(straight, x, y, c), 0.001);
+            }
+        }
+    }
+}
+
+TEST_F(CommandTest, FiniteFloatPicturesStayFiniteAndOthersEnd) {
+    TestPicture picture = MakePicture(48, 40, 4, TypeDesc::FLOAT, Alpha::Associated);
+    DrawDisc(picture, {1e30, 1, 1, 1e-30}, {0.5, 0.5, 0.5, 1});
+    WriteTestPicture(path("tiny_alpha.exr"), picture);
+    ASSERT_EQ(run("smooth -o out.exr tiny_alpha.exr").status, 0);
+    const TestPicture finite = ReadTestPicture(path("out.exr"));
+    for (std::size_t i = 0; i < finite.samples.size() / 4; ++i) {
+        float sample = 0;
+        std::memcpy(&sample, &finite.samples[i * 4], 4);
+        ASSERT_TRUE(std::isfinite(sample)) << i;
+    }
+    picture.set(5, 5, 0, std::nanf(""));
+    picture.set(40, 30, 1, INFINITY);
+    WriteTestPicture(path("nan.exr"), picture);
+    ASSERT_EQ(run("smooth --softness 0 -o out.exr nan.exr").status, 0);
+    ExpectSamePicture(ReadTestPicture(path("nan.exr")), ReadTestPicture(path("out.exr")), "nan.exr");
+    EXPECT_EQ(run("smooth -o out.exr nan.exr").status, 0);
+}
+
+}  // namespace

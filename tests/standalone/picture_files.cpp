@@ -1,0 +1,92 @@
+#include "tests/standalone/picture_files.h"
+
+#include <OpenImageIO/half.h>
+
+#include <cmath>
+#include <random>
+#include <stdexcept>
+
+namespace {
+
+constexpr char kStraight[] = "oiio:UnassociatedAlpha";
+
+void Require(bool success, const std::string& path, const std::string& reason) {
+    if (!success) throw std::runtime_error(path + ": " + reason);
+}
+
+}  // namespace
+
+TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDesc& type, Alpha alpha) {
+    TestPicture picture{OIIO::ImageSpec(width, height, channels, type), {}};
+    if (channels == 1) picture.spec.channelnames = {"Y"};
+    if (channels == 2) {
+        picture.spec.channelnames = {"Y", "A"};
+        picture.spec.alpha_channel = 1;
+    }
+    if (alpha == Alpha::Straight && picture.spec.alpha_channel >= 0) picture.spec.attribute(kStraight, 1);
+    picture.samples.resize(static_cast<std::size_t>(picture.spec.image_bytes(true)));
+    return picture;
+}
+
+void SetUnit(TestPicture& picture, int x, int y, int channel, double value) {
+    switch (picture.spec.channelformat(channel).basetype) {
+        case OIIO::TypeDesc::UINT8:
+            picture.set(x, y, channel, static_cast<std::uint8_t>(std::lround(value * 255)));
+            break;
+        case OIIO::TypeDesc::UINT16:
+            picture.set(x, y, channel, static_cast<std::uint16_t>(std::lround(value * 65535)));
+            break;
+        case OIIO::TypeDesc::HALF:
+            picture.set(x, y, channel, half(static_cast<float>(value)));
+            break;
+        default:
+            picture.set(x, y, channel, static_cast<float>(value));
+            break;
+    }
+}
+
+void FillWithNoise(TestPicture& picture, unsigned seed) {
+    std::mt19937 generator(seed);
+    const auto next = [&] { return static_cast<double>(generator() % 1024) / 1023; };
+    for (int y = 0; y < picture.spec.height; ++y) {
+        for (int x = 0; x < picture.spec.width; ++x) {
+            for (int c = 0; c < picture.spec.nchannels; ++c) SetUnit(picture, x, y, c, next());
+            // Colour behind an alpha of 0 has to survive too.
+            if (picture.spec.alpha_channel >= 0 && x % 3 == 0)
+                SetUnit(picture, x, y, picture.spec.alpha_channel, 0);
+        }
+    }
+}
+
+void DrawDisc(TestPicture& picture, const std::vector<double>& inside, const std::vector<double>& outside) {
+    const int width = picture.spec.width, height = picture.spec.height;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const bool within = std::hypot(x - width / 2, y - height / 2) < height * 0.4;
+            for (int c = 0; c < picture.spec.nchannels; ++c) {
+                SetUnit(picture, x, y, c, (within ? inside : outside).at(static_cast<std::size_t>(c)));
+            }
+        }
+    }
+}
+
+void WriteTestPicture(const std::string& path, const TestPicture& picture) {
+    const auto output = OIIO::ImageOutput::create(path);
+    Require(output != nullptr && output->open(path, picture.spec), path, OIIO::geterror());
+    const bool mixed = !picture.spec.channelformats.empty();
+    const OIIO::TypeDesc type = mixed ? OIIO::TypeDesc::UNKNOWN : picture.spec.format;
+    Require(output->write_image(type, picture.samples.data()) && output->close(), path, output->geterror());
+}
+
+TestPicture ReadTestPicture(const std::string& path) {
+    OIIO::ImageSpec hints;
+    hints.attribute(kStraight, 1);
+    const auto input = OIIO::ImageInput::open(path, &hints);
+    Require(input != nullptr, path, OIIO::geterror());
+    TestPicture picture{input->spec(), {}};
+    picture.samples.resize(static_cast<std::size_t>(picture.spec.image_bytes(true)));
+    const int channels = picture.spec.nchannels;
+    Require(input->read_image(0, 0, 0, channels, OIIO::TypeDesc::UNKNOWN, picture.samples.data()), path,
+            input->geterror());
+    return picture;
+}
