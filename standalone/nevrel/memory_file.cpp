@@ -38,6 +38,10 @@ std::span<const std::byte> MemoryFile::bytes() {
     return {static_cast<const std::byte*>(mapping_), size_};
 }
 
+void MemoryFile::set(std::size_t offset, std::byte value) const {
+    Require(pwrite(descriptor_, &value, 1, static_cast<off_t>(offset)) == 1);
+}
+
 void MemoryFile::unmap() {
     if (mapping_ != nullptr) munmap(mapping_, size_);
     mapping_ = nullptr;

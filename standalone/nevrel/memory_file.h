@@ -19,6 +19,8 @@ class MemoryFile {
     [[nodiscard]] std::string path() const;
     /// What the file holds now; valid until the next call, and only while nothing writes to it.
     [[nodiscard]] std::span<const std::byte> bytes();
+    /// Overwrites one byte.
+    void set(std::size_t offset, std::byte value) const;
 
   private:
     void unmap();

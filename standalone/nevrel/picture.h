@@ -63,8 +63,9 @@ struct Picture {
 /// ones.
 [[nodiscard]] std::string FormatForPath(const std::filesystem::path& path);
 
-/// How a format stores alpha: EXR multiplies, TIFF says which, the others are straight.
-[[nodiscard]] bool StoresAssociated(const std::string& format, const Part& part);
+/// Whether a part of a picture of format `from` is stored with colour multiplied by alpha in `format`: EXR
+/// always does, TIFF can say so, TGA can too but is rarely heeded, so only a TGA that came that way stays so.
+[[nodiscard]] bool StoresAssociated(const std::string& format, const std::string& from, const Part& part);
 
 /// Whether a format has pictures of two channels, grey and alpha.
 [[nodiscard]] bool HoldsGreyWithAlpha(const std::string& format);

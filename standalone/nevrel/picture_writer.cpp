@@ -1,4 +1,6 @@
 #include <new>
+#include <span>
+#include <string_view>
 #include <system_error>
 
 #include "standalone/nevrel/memory_file.h"
@@ -8,8 +10,9 @@
 
 namespace nevrel {
 
-bool StoresAssociated(const std::string& format, const Part& part) {
-    return format == "openexr" || (format == "tiff" && part.associated);
+bool StoresAssociated(const std::string& format, const std::string& from, const Part& part) {
+    if (format == "openexr") return true;
+    return part.associated && (format == "tiff" || (format == "targa" && from == "targa"));
 }
 
 bool HoldsGreyWithAlpha(const std::string& format) {
@@ -24,7 +27,9 @@ OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(kStraightAttribute);
-    if (!part.associated && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);
+    // The writer of TGA knows straight alpha only and takes colour as it is when told so; see MarkAssociated.
+    const bool asItIs = !part.associated || std::string_view(output.format_name()) == "targa";
+    if (asItIs && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);
     return spec;
 }
 
@@ -45,6 +50,19 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
             throw PictureError(path, format + " cannot hold a data window of its own");
         }
     }
+}
+
+/// Sets the mark in a TGA's extension area that says that colour is multiplied by alpha. The area's place
+/// stands in the footer, the last 26 bytes of the file.
+void MarkAssociated(MemoryFile& targa) {
+    constexpr std::size_t kFooterSize = 26, kAttributesType = 494;
+    constexpr std::byte kPremultiplied{4};
+    const std::span<const std::byte> bytes = targa.bytes();
+    if (bytes.size() < kFooterSize) return;
+    std::size_t area = 0;
+    for (std::size_t i = 4; i-- > 0;)
+        area = area << 8 | std::to_integer<std::size_t>(bytes[bytes.size() - kFooterSize + i]);
+    if (area + kAttributesType < bytes.size()) targa.set(area + kAttributesType, kPremultiplied);
 }
 
 /// Writers leave out channels that they have no place for, and may not notice that a write failed.
@@ -106,6 +124,8 @@ class Encoder {
 void WritePicture(const Picture& picture, const std::filesystem::path& path) try {
     MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
     Encoder(picture, path).encode(encoded.path());
+    const Part& part = picture.parts.front();
+    if (picture.format == "targa" && part.associated && part.spec.alpha_channel >= 0) MarkAssociated(encoded);
     RequireWhole(encoded.path(), picture, path);
     WriteWholeFile(path, encoded.bytes());
 } catch (const std::bad_alloc&) {

@@ -46,7 +46,7 @@ void Render(Instance& instance, World& input, World& output, const std::filesyst
 /// where the format has only one.
 void Adapt(Part& part, const ColorChannels& channels, const Picture& input, const std::string& format,
            const std::filesystem::path& path) {
-    const bool associated = StoresAssociated(format, part);
+    const bool associated = StoresAssociated(format, input.format, part);
     const bool mixedTypes = !part.spec.channelformats.empty() && format != input.format;
     if (!mixedTypes && (channels.alpha < 0 || associated == part.associated)) {
         part.associated = associated;

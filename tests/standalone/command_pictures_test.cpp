@@ -73,6 +73,19 @@ TEST_F(CommandTest, SoftnessZeroReproducesEverySample) {
     }
 }
 
+TEST_F(CommandTest, TgaKeepsItsMarkForAssociatedAlpha) {
+    TestPicture picture = MakePicture(20, 10, 4, TypeDesc::UINT8);
+    FillWithNoise(picture, 6);
+    WriteTestPicture(path("in.tga"), picture);
+    std::string bytes = FileText(path("in.tga"));
+    std::uint32_t extensionArea = 0;
+    std::memcpy(&extensionArea, &bytes[bytes.size() - 26], 4);
+    bytes.at(extensionArea + 494) = 4;
+    std::ofstream(path("in.tga"), std::ios::binary) << bytes;
+    ASSERT_EQ(smooth("in.tga", "--softness 0").status, 0);
+    ExpectSamePicture(ReadTestPicture(path("in.tga")), ReadTestPicture(path("out_in.tga")), "in.tga");
+}
+
 /// An 8-bit, 16-bit or float rendering of the picture by the same module, from straight pixels on the unit
 /// scale.
 class Reference {
