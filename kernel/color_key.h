@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cassert>
-#include <cstring>
 
+#include "kernel/identical.h"
 #include "kernel/image_view.h"
 
 enum class KeyMode { NoKey, Key, KeyInvert };
@@ -51,7 +51,7 @@ void MarkingCopy(const Key& key, const ImageView<const Pixel>& input,
         Pixel* to = output.row(y);
         bool keyedOut = false;
         for (int x = 0; x < input.width(); ++x) {
-            const bool repeats = x > 0 && std::memcmp(&from[x], &from[x - 1], sizeof(Pixel)) == 0;
+            const bool repeats = x > 0 && Identical(from[x], from[x - 1]);
             if (!repeats) keyedOut = key.isKeyedOut(from[x]);
             to[x] = from[x];
             if (keyedOut) to[x].alpha = 0;

@@ -1,11 +1,11 @@
 // The float depth: 1.0 is full intensity, nothing is clamped, all arithmetic is single precision as written.
 #pragma once
 
-#include <cstring>
 #include <span>
 
 #include "kernel/effect_values.h"
 #include "kernel/float_tip.h"
+#include "kernel/identical.h"
 #include "kernel/ramp.h"
 #include "kernel/vector_forms.h"
 #include "sdk/effect_api.h"
@@ -57,7 +57,7 @@ class DepthFloat {
             const Pixel& other = clearP ? q : p;
             return edgeThreshold_ - (((other.green + other.red) + other.blue) + other.alpha) < 0.0F;
         }
-        if (clearP || std::memcmp(&p, &q, sizeof(Pixel)) == 0) return false;
+        if (clearP || Identical(p, q)) return false;
         const float rest =
             (((edgeThreshold_ - FloatDifference(p.red, q.red)) - FloatDifference(p.green, q.green)) -
              FloatDifference(p.blue, q.blue)) -

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
 #include "kernel/arithmetic.h"
 #include "kernel/effect_values.h"
+#include "kernel/identical.h"
 
 /// Sum of the absolute differences of the four channels; a pixel with alpha 0 counts as all zero.
 template <typename Pixel>
@@ -20,7 +20,7 @@ template <typename Pixel>
 /// Whether two pixels differ by more than the threshold. Identical pixels and two transparent ones never do.
 template <typename Pixel>
 [[nodiscard]] bool FormEdge(const Pixel& p, const Pixel& q, std::int32_t threshold) noexcept {
-    const bool same = std::memcmp(&p, &q, sizeof(Pixel)) == 0 || (p.alpha == 0 && q.alpha == 0);
+    const bool same = Identical(p, q) || (p.alpha == 0 && q.alpha == 0);
     return !same && ColorDistance(p, q) > threshold;
 }
 

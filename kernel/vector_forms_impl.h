@@ -9,6 +9,7 @@
 #include "kernel/vector_forms.h"
 #include "kernel/vector_isa.h"
 
+// NOLINTBEGIN(misc-definitions-in-headers)
 namespace {
 
 // Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each other.
@@ -124,6 +125,7 @@ bool IsBlank(const Pixel* row, const Pixel* below) {
         differences = Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
     }
     // The last cell's lower right pixel is in neither comparison.
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the bytes are what counts
     return Isa::isZero(differences) && std::memcmp(row + cells, below + cells, sizeof(Pixel)) == 0;
 }
 
@@ -311,3 +313,4 @@ constexpr VectorForms MakeVectorForms() {
 }
 
 }  // namespace
+// NOLINTEND(misc-definitions-in-headers)

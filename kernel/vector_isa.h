@@ -9,6 +9,7 @@
 #include <immintrin.h>
 #endif
 
+#include <cstddef>
 #include <cstdint>
 
 namespace {
@@ -70,12 +71,10 @@ struct Sse2 {
     static Floats magnitude(Floats v) { return _mm_andnot_ps(_mm_set1_ps(-0.0F), v); }
     static Vector less(Floats a, Floats b) { return _mm_castps_si128(_mm_cmplt_ps(a, b)); }
     static Vector equal(Floats a, Floats b) { return _mm_castps_si128(_mm_cmpeq_ps(a, b)); }
-    static Vector asBits(Floats v) { return _mm_castps_si128(v); }
-    static Floats asFloats(Vector v) { return _mm_castsi128_ps(v); }
 
     /// As many pixels of four floats as a vector has floats, turned into one vector a channel.
     static void loadChannels(const float* p, Floats channel[4]) {
-        for (int i = 0; i < 4; ++i) channel[i] = _mm_loadu_ps(p + 4 * i);
+        for (std::ptrdiff_t i = 0; i < 4; ++i) channel[i] = _mm_loadu_ps(p + 4 * i);
         _MM_TRANSPOSE4_PS(channel[0], channel[1], channel[2], channel[3]);
     }
 
@@ -150,12 +149,10 @@ struct Avx2 {
     static Floats magnitude(Floats v) { return _mm256_andnot_ps(_mm256_set1_ps(-0.0F), v); }
     static Vector less(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ)); }
     static Vector equal(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_EQ_OQ)); }
-    static Vector asBits(Floats v) { return _mm256_castps_si256(v); }
-    static Floats asFloats(Vector v) { return _mm256_castsi256_ps(v); }
 
     static void loadChannels(const float* p, Floats channel[4]) {
         Floats pixel[4];  // pixel i below pixel i + 4
-        for (int i = 0; i < 4; ++i) {
+        for (std::ptrdiff_t i = 0; i < 4; ++i) {
             pixel[i] = _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(p + 4 * i)),
                                             _mm_loadu_ps(p + 4 * (i + 4)), 1);
         }

@@ -1,5 +1,5 @@
-// The Windows names that the module uses. On Windows these are the system's own; elsewhere the files of this folder
-// stand in for them.
+// The Windows names that the module uses. On Windows these are the system's own; elsewhere the files of this
+// folder stand in for them.
 #pragma once
 
 #ifdef _WIN32

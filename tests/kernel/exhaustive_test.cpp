@@ -26,7 +26,7 @@ template <typename KernelDepth, typename JudgeDepth>
 bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
                typename JudgeDepth::Weight weight) {
     using Pixel = typename KernelDepth::Pixel;
-    Pixel blended = ToHost<Pixel>(dst);
+    auto blended = ToHost<Pixel>(dst);
     KernelDepth::blend(blended, ToHost<Pixel>(src), weight);
     typename JudgeDepth::P judged = dst;
     JudgeDepth::blend(judged, src, weight);

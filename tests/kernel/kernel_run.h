@@ -53,7 +53,7 @@ judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>
 template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
                             std::uint64_t seed) {
-    const judge::Picture<P> plain = RunKernel(values, picture, seed, InstructionSet::plain);
+    judge::Picture<P> plain = RunKernel(values, picture, seed, InstructionSet::plain);
     for (const InstructionSet set : {InstructionSet::sse2, InstructionSet::avx2}) {
         if (set > BestInstructionSet()) break;
         const judge::Picture<P> fast = RunKernel(values, picture, seed, set);

@@ -16,14 +16,14 @@ struct IndexPicture {
 
     IndexPicture(int w, int h);
     /// Positions outside read as 0 and are not written.
-    int get(int x, int y) const;
+    [[nodiscard]] int get(int x, int y) const;
     void set(int x, int y, int index);
     void fill(int left, int top, int right, int bottom, int index);
     /// One character per pixel, one line per row.
-    std::string text() const;
+    [[nodiscard]] std::string text() const;
 
   private:
-    std::size_t index(int x, int y) const {
+    [[nodiscard]] std::size_t index(int x, int y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
     }
 };

@@ -65,7 +65,8 @@ PF_Err WorldHost::newWorld(PF_ProgPtr ref, A_long width, A_long height, A_long f
                                                    standalone::MemoryStyle{.guarded = host.dice_.oneIn(4)}));
     *world = host.worlds_.back()->record();
     world->width = width;
-    std::memset(world->data, 0xFF, static_cast<std::size_t>(world->rowbytes * height));
+    std::memset(world->data, 0xFF,
+                static_cast<std::size_t>(world->rowbytes) * static_cast<std::size_t>(height));
     return PF_Err_NONE;
 }
 
@@ -87,7 +88,7 @@ PF_Err WorldHost::copy(PF_ProgPtr /*ref*/, PF_EffectWorld* src, PF_EffectWorld* 
     if (srcRect != nullptr || dstRect != nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     const World& from = WorldOf(src);
     World& to = WorldOf(dst);
-    const auto rowSize = static_cast<std::size_t>(from.width() * standalone::PixelBytes(from.format()));
-    for (A_long y = 0; y < from.height(); ++y) std::memcpy(to.row<char>(y), from.row<char>(y), rowSize);
+    const std::ptrdiff_t rowSize = std::ptrdiff_t{from.width()} * standalone::PixelBytes(from.format());
+    for (A_long y = 0; y < from.height(); ++y) std::copy_n(from.row<char>(y), rowSize, to.row<char>(y));
     return PF_Err_NONE;
 }

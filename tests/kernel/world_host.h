@@ -24,12 +24,12 @@ class WorldHost {
 
     PF_InData* inData() { return &inData_; }
     /// Suites by name, and worlds by width and height, in the order in which they were asked for.
-    const std::vector<std::string>& suitesAsked() const { return suitesAsked_; }
-    const std::vector<std::pair<int, int>>& worldsAsked() const { return worldsAsked_; }
+    [[nodiscard]] const std::vector<std::string>& suitesAsked() const { return suitesAsked_; }
+    [[nodiscard]] const std::vector<std::pair<int, int>>& worldsAsked() const { return worldsAsked_; }
     /// Makes every request for a world fail with this code.
     void refuseWorlds(PF_Err code) { worldCode_ = code; }
     /// Every suite released, every world disposed of, nothing written outside a world.
-    bool balanced() const { return suitesHeld_ == 0 && worlds_.empty() && !damaged_; }
+    [[nodiscard]] bool balanced() const { return suitesHeld_ == 0 && worlds_.empty() && !damaged_; }
 
   private:
     static A_long acquireSuite(const char* name, A_long version, const void** suite);

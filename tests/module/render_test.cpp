@@ -195,6 +195,7 @@ TEST(Rendering, StartsOnManyThreads) {
         Picture input(PF_PixelFormat_ARGB32), expected(PF_PixelFormat_ARGB32);
         std::vector<std::thread> threads;
         std::array<std::vector<char>, 4> results;
+        threads.reserve(results.size());
         for (std::vector<char>& result : results) {
             threads.emplace_back([&] {
                 Picture output(PF_PixelFormat_ARGB32);

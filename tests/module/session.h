@@ -77,7 +77,7 @@ class Picture : public standalone::World {
     }
 
     [[nodiscard]] std::vector<char> pixels() const {
-        const auto rowSize = static_cast<std::size_t>(width() * standalone::PixelBytes(format()));
+        const auto rowSize = std::ptrdiff_t{width()} * standalone::PixelBytes(format());
         std::vector<char> bytes;
         for (A_long y = 0; y < height(); ++y) bytes.insert(bytes.end(), row<char>(y), row<char>(y) + rowSize);
         return bytes;

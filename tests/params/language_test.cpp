@@ -35,7 +35,7 @@ TEST(LanguageOption, IsReadFromTheCommandLine) {
         {"host -L japanese", 0x4E455345},  // its last four letters
         {"host -L EN -L JP", 0x4A50},
         {"host -x -L JP", 0x4A50},
-        {"\"C:\\host.exe\" -L JP", 0x4A50},
+        {R"("C:\host.exe" -L JP)", 0x4A50},
         {"host -L \xE9", 0xE9},
         {"host -L JP -L", 0},
         {"host -L  ", 0},
@@ -56,6 +56,7 @@ TEST(LanguageOption, IsReadFromTheCommandLine) {
 TEST(StringTable, EveryThreadGetsTheSameLanguage) {
     std::vector<const char*> texts(8);
     std::vector<std::thread> threads;
+    threads.reserve(texts.size());
     for (const char*& text : texts)
         threads.emplace_back([&] { text = LookupString(TextId::GroupParameters); });
     for (std::thread& thread : threads) thread.join();
@@ -72,7 +73,7 @@ std::string FromCodePage932(const std::string& text) {
     WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, utf8.data(), static_cast<int>(utf8.size()), nullptr,
                         nullptr);
 #else
-    const iconv_t converter = iconv_open("UTF-8", "CP932");
+    iconv_t converter = iconv_open("UTF-8", "CP932");
     std::string source = text;
     char* from = source.data();
     char* to = utf8.data();
@@ -80,7 +81,7 @@ std::string FromCodePage932(const std::string& text) {
     iconv(converter, &from, &fromLeft, &to, &toLeft);
     iconv_close(converter);
 #endif
-    return utf8.c_str();
+    return utf8.substr(0, utf8.find('\0'));
 }
 
 // The parameter names and the texts of the about box are held where they are shown.

@@ -49,7 +49,7 @@ TEST(Profile, ReadsIntegers) {
         {"\n\n\n", kFallback},
         {std::string("\x7f"
                      "ELF\0\xff\xfe\n\0[",
-                     11),
+                     10),
          kFallback},
     };
     const TempFolder folder;
