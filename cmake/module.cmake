@@ -19,3 +19,9 @@ else()
   target_link_options(nevrel_module PRIVATE -Wl,--version-script=${exports})
   set_target_properties(nevrel_module PROPERTIES LINK_DEPENDS ${exports})
 endif()
+
+# NEVREL_COVERAGE: counts what tests reach of the module's code, compiled just as it is written.
+if(NEVREL_COVERAGE)
+  target_compile_options(nevrel_effect PRIVATE --coverage -fprofile-update=atomic -O0)
+  target_link_options(nevrel_options INTERFACE --coverage)
+endif()

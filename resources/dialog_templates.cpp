@@ -10,8 +10,8 @@ namespace {
 #define DIALOG_CONTROL(text, id, style, x, y, width, height) \
     ControlTemplate{id, text, style, x, y, width, height},
 
-constexpr std::array kOptionDialogControls = {OPTION_DIALOG_CONTROLS};
-constexpr std::array kSettingsPageControls = {SETTINGS_PAGE_CONTROLS};
+constexpr ControlTemplate kOptionDialogControls[] = {OPTION_DIALOG_CONTROLS};
+constexpr ControlTemplate kSettingsPageControls[] = {SETTINGS_PAGE_CONTROLS};
 
 constexpr std::array<DialogTemplate, 2> kTemplates = {{
     {OPTION_DIALOG_ID, OPTION_DIALOG_CAPTION, OPTION_DIALOG_STYLE, OPTION_DIALOG_WIDTH, OPTION_DIALOG_HEIGHT,

@@ -72,7 +72,7 @@ INT_PTR SettingDialog::onInitDialog(HWND window) const {
 INT_PTR SettingDialog::onCommand(WORD control) {
     EffectValues& edited = editedDefaults;
     if (control == STORE_BUTTON_ID) edited = currentValues;
-    if (control == RESTORE_BUTTON_ID) edited = kBuiltInDefaults;
+    if (control == RESTORE_BUTTON_ID) edited = static_cast<const EffectValues&>(kBuiltInDefaults);
     return 1;
 }
 
