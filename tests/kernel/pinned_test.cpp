@@ -1,122 +1,15 @@
-// Checksums of the nine kernels' results, the same in every build and on every platform.
+// The pinned results, by kernel and judge.
+#include "tests/kernel/pinned_results.h"
+
 #include <gtest/gtest.h>
 
-#include <array>
-#include <string_view>
-#include <vector>
-
-#include "tests/judge/judge.h"
 #include "tests/kernel/kernel_run.h"
-#include "tests/kernel/random_pictures.h"
 
 namespace {
 
-/// A cel: an outlined disc, a slope, a 45-degree line, thin lines with tips, a notched block, specks.
-constexpr std::string_view cel = R"(
-............................................
-.........######.............................
-......###oooooo###..............xxxxxxxxxxxx
-.....#oooooooooooo#.........xxxxxxxxxxxxxxxx
-....#oooooooooooooo#....xxxxxxxxxxxxxxxxxxxx
-...#oooooo##oooooooo#.xxxxxxxxxxxxxxxxxxxxxx
-...#ooooo####ooooooo#...xxxxxxxxxxxxxxxxxxxx
-...#ooooo####ooooooo#.......................
-...#oooooo##oooooooo#...........##..........
-....#oooooooooooooo#...........##......#####
-.....#oooooooooooo#...........##...........#
-......###oooooo###...........##............#
-.........######.............##.....o.......#
-...........................##..............#
-..#########...............##....xx.........#
-.........................##.....xx..........
-.....xxxxxxxxx..........#...................
-.....xxxxx.xxx.........#.........xxxxxxx....
-...xxxxxxxxxxxxx......#..........xxxxxxxx...
-...xxxxx..xxxxxx.....#............xxxxxxx...
-.....xxxxxxxxx......#...........xxxxxxxxx...
-.....xxxxxxxxxx....#.............xxx.xxxx...
-..................#.............xxxxx..x....
-...................................#........
-)";
-
-IndexPicture Cel() {
-    const std::string_view text = cel.substr(1);
-    const auto width = static_cast<int>(text.find('\n'));
-    IndexPicture picture(width, static_cast<int>(text.size()) / (width + 1));
-    std::size_t cell = 0;
-    for (const char c : text)
-        if (c != '\n') picture.cells.at(cell++) = static_cast<std::uint8_t>(std::string_view(".#ox").find(c));
-    return picture;
-}
-
-/// Noise holds most of the small patterns.
-IndexPicture Noise() {
-    IndexPicture picture(45, 20);
-    Dice dice(1);
-    for (std::uint8_t& cell : picture.cells) cell = static_cast<std::uint8_t>(dice.below(4));
-    return picture;
-}
-
 template <typename P>
-std::vector<P> Palette() {
-    const auto channel = [](int v) {
-        if constexpr (sizeof(P) == 4) return static_cast<std::uint8_t>(v);
-        if constexpr (sizeof(P) == 8) return static_cast<std::uint16_t>(v * 32768 / 255);
-        if constexpr (sizeof(P) == 16) return static_cast<float>(v) / 255.0f;
-    };
-    const auto colour = [&](int a, int r, int g, int b) {
-        return P{channel(a), channel(r), channel(g), channel(b)};
-    };
-    return {colour(255, 250, 251, 252), colour(255, 20, 16, 24), colour(200, 240, 180, 60),
-            colour(0, 90, 90, 90)};
-}
-
-/// FNV-1a over the pixels' bytes, row by row.
-template <typename P>
-std::uint64_t Checksum(const judge::Picture<P>& picture) {
-    std::uint64_t sum = 14695981039346656037u;
-    const auto* bytes = reinterpret_cast<const unsigned char*>(picture.pixels.data());
-    for (std::size_t i = 0; i < picture.pixels.size() * sizeof(P); ++i)
-        sum = (sum ^ bytes[i]) * 1099511628211u;
-    return sum;
-}
-
-struct Pinned {
-    const char* what;
-    IndexPicture (*draw)();
-    judge::Values values;
-    std::array<std::uint64_t, 3> checksums;  ///< 8 bit, 16 bit, float
-};
-
-constexpr judge::Values Keyed(judge::Values values, bool invert) {
-    values.colorKeyEnable = 1;
-    values.keyRed = values.keyGreen = values.keyBlue = 255;
-    values.keyThreshold = 20;
-    values.keyInvert = invert;
-    return values;
-}
-
-constexpr judge::Values usual = {.colorThreshold = 10, .softness = 70};
-constexpr judge::Values bent = {.colorThreshold = 100, .softness = 100, .bias = 60};
-
-const Pinned pinned[] = {
-    {"cel", Cel, usual, {0xebaabfc02665ed72, 0x25692517ebb6721, 0x3f31f1935f9c6145}},
-    {"cel, key", Cel, Keyed(usual, false), {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
-    {"cel, inverted key",
-     Cel,
-     Keyed(usual, true),
-     {0x3b90677ca18920d9, 0x108a2f623c4ace6, 0x9a8d148487aa669a}},
-    {"noise", Noise, bent, {0x3b53b659801ecff0, 0x796ae18b66bebeec, 0x4faf7ed57c98cd57}},
-    {"noise, key", Noise, Keyed(bent, false), {0x7310157f0063bd3a, 0xd1bf5d0bc6fce82e, 0x1a91bcfa68033b89}},
-    {"noise, inverted key",
-     Noise,
-     Keyed(bent, true),
-     {0xca4b09567b5bdf9, 0xd0ea92802675fea1, 0x6985fc960cdcb6c}},
-};
-
-template <typename P>
-void ExpectChecksum(const Pinned& pin, std::uint64_t checksum) {
-    const judge::Picture<P> picture = Paint(pin.draw(), Palette<P>());
+void ExpectChecksum(const PinnedResult& pin, std::uint64_t checksum) {
+    const auto picture = PinnedPicture<P>(pin);
     const std::uint64_t kernel = Checksum(RunKernel(pin.values, picture, 1));
     EXPECT_EQ(kernel, checksum) << pin.what << ", " << sizeof(P) / 4 * 8 << " bits: now 0x" << std::hex
                                 << kernel;
@@ -124,7 +17,7 @@ void ExpectChecksum(const Pinned& pin, std::uint64_t checksum) {
 }
 
 TEST(PinnedResults, AreTheSameInEveryBuild) {
-    for (const Pinned& pin : pinned) {
+    for (const PinnedResult& pin : PinnedResults()) {
         ExpectChecksum<judge::Pixel8>(pin, pin.checksums[0]);
         ExpectChecksum<judge::Pixel16>(pin, pin.checksums[1]);
         ExpectChecksum<judge::PixelFloat>(pin, pin.checksums[2]);

@@ -1,0 +1,44 @@
+// The pinned results, by the module's file as it is delivered: on Windows stripped and linked for good.
+#include "tests/kernel/pinned_results.h"
+
+#include "tests/module/session.h"
+
+using namespace standalone;
+
+namespace {
+
+void SetValues(Instance& instance, const judge::Values& v) {
+    instance.setSlider(kThreshold, v.colorThreshold);
+    instance.setSlider(kSoftness, v.softness);
+    instance.setSlider(kBias, v.bias);
+    instance.setCheckbox(kKeyEnable, v.colorKeyEnable != 0);
+    const auto channel = [](std::int32_t value) { return static_cast<A_u_char>(value); };
+    instance.setColor(kKeyColor, {255, channel(v.keyRed), channel(v.keyGreen), channel(v.keyBlue)});
+    instance.setSlider(kKeyThreshold, v.keyThreshold);
+    instance.setCheckbox(kKeyInvert, v.keyInvert != 0);
+}
+
+template <typename P>
+std::uint64_t RenderedChecksum(Instance& instance, PF_PixelFormat format, judge::Picture<P> picture) {
+    const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
+    World input(format, picture.width, picture.height), output(format, picture.width, picture.height);
+    for (int y = 0; y < picture.height; ++y) std::memcpy(input.row<P>(y), &picture.at(0, y), rowSize);
+    EXPECT_TRUE(SmartRender(instance, input, output).ok());
+    for (int y = 0; y < picture.height; ++y) std::memcpy(&picture.at(0, y), output.row<P>(y), rowSize);
+    return Checksum(picture);
+}
+
+TEST(PinnedResults, ComeOutOfTheModule) {
+    Session session;
+    Instance instance(session.effect);
+    for (const PinnedResult& pin : PinnedResults()) {
+        SetValues(instance, pin.values);
+        const std::array<std::uint64_t, 3> checksums{
+            RenderedChecksum(instance, PF_PixelFormat_ARGB32, PinnedPicture<judge::Pixel8>(pin)),
+            RenderedChecksum(instance, PF_PixelFormat_ARGB64, PinnedPicture<judge::Pixel16>(pin)),
+            RenderedChecksum(instance, PF_PixelFormat_ARGB128, PinnedPicture<judge::PixelFloat>(pin))};
+        EXPECT_EQ(checksums, pin.checksums) << pin.what;
+    }
+}
+
+}  // namespace
