@@ -67,7 +67,6 @@ CommandResult Command::run(PF_EntryPoint entry, Params params, PF_LayerDef* outp
     std::vector<PF_ParamDef> passed;
     if (params == Params::Passed) passed = values;
     std::vector<PF_ParamDef*> pointers;
-    pointers.reserve(passed.size());
     for (PF_ParamDef& param : passed) pointers.push_back(&param);
     if (inData.num_params == 0) inData.num_params = static_cast<A_long>(values.size());
 
