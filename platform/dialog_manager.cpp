@@ -12,8 +12,6 @@
 
 namespace {
 
-using Window = HWND__;
-
 // Average character size of the dialogs' font, in pixels; a dialog unit is a quarter of the width and an
 // eighth of the height.
 constexpr LONG kFontWidth = 6;

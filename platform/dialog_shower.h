@@ -22,14 +22,14 @@ class DialogShower {
 
     /// Asked again and again until the dialog has ended: shows it as it looks now, returns what the user does
     /// next.
-    virtual UserAction nextAction(const HWND__& dialog) = 0;
+    virtual UserAction nextAction(const Window& dialog) = 0;
 };
 
 /// A window as plain data: a host's main window, a dialog, a page of it, or a control.
-struct HWND__ {
+struct Window {
     RECT rect{};                     ///< relative to the parent for a child, else to the screen
     DialogShower* shower = nullptr;  ///< of a main window: shows the dialogs that it owns
-    HWND__* parent = nullptr;        ///< or owner
+    Window* parent = nullptr;        ///< or owner
     DWORD style = 0;
     int id = 0;
     std::string text{};  ///< as it was set, in the code page of whoever set it
@@ -39,5 +39,5 @@ struct HWND__ {
     LONG_PTR userData = 0;
     bool ended = false;
     INT_PTR endCode = 0;
-    std::vector<std::unique_ptr<HWND__>> children{};  ///< in the order of creation
+    std::vector<std::unique_ptr<Window>> children{};  ///< in the order of creation
 };

@@ -18,9 +18,9 @@ using LRESULT = LONG_PTR;
 using LPSTR = char*;
 using LPCSTR = const char*;
 using HANDLE = void*;
-using HMODULE = struct HINSTANCE__*;  // NOLINT(bugprone-reserved-identifier)
+using HMODULE = struct LoadedModule*;
 using HINSTANCE = HMODULE;
-using HWND = struct HWND__*;  // NOLINT(bugprone-reserved-identifier)
+using HWND = struct Window*;
 
 inline constexpr BOOL FALSE = 0;
 inline constexpr BOOL TRUE = 1;

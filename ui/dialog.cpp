@@ -9,7 +9,8 @@ LPARAM CreationArgument(Dialog* dialog) { return reinterpret_cast<LPARAM>(dialog
 INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (window == nullptr) return 0;
     if (message == WM_INITDIALOG) SetWindowLongPtrA(window, GWLP_USERDATA, lParam);
-    auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    const LONG_PTR bound = GetWindowLongPtrA(window, GWLP_USERDATA);
+    auto* dialog = reinterpret_cast<Dialog*>(bound);  // NOLINT(performance-no-int-to-ptr): as it came
     return dialog == nullptr ? 0 : dialog->handleMessage(window, message, wParam, lParam);
 }
 

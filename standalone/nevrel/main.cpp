@@ -89,7 +89,7 @@ void Smooth(CommandLine& line) {
 
 void ShowOptions(const CommandLine& line) {
     TerminalDialog dialog(std::cin, std::cout);
-    HWND__ mainWindow;
+    Window mainWindow;
     mainWindow.shower = &dialog;
     const Session session(line.modulePath, &mainWindow);
     standalone::Instance instance(session.effect());

@@ -10,10 +10,10 @@
 namespace nevrel {
 namespace {
 
-DWORD TypeOf(const HWND__& control) { return control.style & BS_TYPEMASK; }
+DWORD TypeOf(const Window& control) { return control.style & BS_TYPEMASK; }
 
 /// The controls that take clicks, in the order in which they are shown: pages lie above the dialog's own.
-void CollectChoices(const HWND__& dialog, std::vector<const HWND__*>& choices) {
+void CollectChoices(const Window& dialog, std::vector<const Window*>& choices) {
     for (const auto& child : dialog.children) {
         if (child->procedure != nullptr) CollectChoices(*child, choices);
     }
@@ -25,6 +25,7 @@ void CollectChoices(const HWND__& dialog, std::vector<const HWND__*>& choices) {
 /// Effects speak code page 932, of which ASCII is a part; terminals UTF-8.
 std::string Utf8(std::string text) {
     iconv_t converter = iconv_open("UTF-8", "CP932");
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv's own mark of failure
     if (converter == reinterpret_cast<iconv_t>(-1)) return text;
     std::string converted(3 * text.size(), '\0');
     char* in = text.data();
@@ -38,7 +39,7 @@ std::string Utf8(std::string text) {
     return converted;
 }
 
-std::string Headings(const HWND__& dialog) {
+std::string Headings(const Window& dialog) {
     std::string text;
     for (const auto& child : dialog.children) {
         if (child->procedure != nullptr) text += Headings(*child);
@@ -47,7 +48,7 @@ std::string Headings(const HWND__& dialog) {
     return text;
 }
 
-std::string Describe(const HWND__& control) {
+std::string Describe(const Window& control) {
     const std::string box = TypeOf(control) != BS_AUTOCHECKBOX ? "" : control.checked ? "[x] " : "[ ] ";
     return box + Utf8(control.text) + (control.enabled ? "" : " (not available)");
 }
@@ -66,9 +67,9 @@ std::optional<std::size_t> Number(const std::string& line, std::size_t count) {
 
 }  // namespace
 
-UserAction TerminalDialog::nextAction(const HWND__& dialog) {
+UserAction TerminalDialog::nextAction(const Window& dialog) {
     hasShown_ = true;
-    std::vector<const HWND__*> choices;
+    std::vector<const Window*> choices;
     CollectChoices(dialog, choices);
     output_ << Utf8(dialog.text) << "\n" << Headings(dialog);
     for (std::size_t i = 0; i < choices.size(); ++i) {

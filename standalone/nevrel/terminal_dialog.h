@@ -13,7 +13,7 @@ class TerminalDialog : public DialogShower {
   public:
     TerminalDialog(std::istream& input, std::ostream& output) : input_(input), output_(output) {}
 
-    UserAction nextAction(const HWND__& dialog) override;
+    UserAction nextAction(const Window& dialog) override;
 
     /// Whether a dialog has come up.
     [[nodiscard]] bool hasShown() const { return hasShown_; }

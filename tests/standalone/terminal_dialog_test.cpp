@@ -14,12 +14,13 @@ std::string Work(Session& session, const std::string& typed) {
     std::istringstream input(typed);
     std::ostringstream output;
     nevrel::TerminalDialog dialog(input, output);
-    HWND__ mainWindow;
+    Window mainWindow;
     mainWindow.shower = &dialog;
     session.host.identity.mainWindow = &mainWindow;
     Instance instance(session.effect);
     instance.setSlider(kSoftness, 33);
     EXPECT_TRUE(instance.doDialog().ok());
+    session.host.identity.mainWindow = nullptr;
     EXPECT_TRUE(dialog.hasShown());
     return output.str();
 }
@@ -58,7 +59,7 @@ TEST(TerminalDialog, ShowsJapaneseTexts) {
     std::istringstream input;
     std::ostringstream output;
     nevrel::TerminalDialog dialog(input, output);
-    HWND__ window;
+    Window window;
     window.text = "\x90\xDD\x92\xE8";
     EXPECT_EQ(dialog.nextAction(window).kind, UserActionKind::CloseBox);
     EXPECT_EQ(output.str(), "\u8a2d\u5b9a\n> \n");

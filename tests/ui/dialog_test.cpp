@@ -41,8 +41,8 @@ struct Page : DialogComponent {
     bool checkboxAtEnd = false;
 };
 
-struct Window : DialogWindow {
-    explicit Window(HWND owner) {
+struct TestDialog : DialogWindow {
+    explicit TestDialog(HWND owner) {
         instance = OwnModule();
         templateId = MAKEINTRESOURCEA(OPTION_DIALOG_ID);
         parent = owner;
@@ -56,7 +56,7 @@ struct Window : DialogWindow {
 #endif
     }
 
-    bool isShowing() const { return WaitForSingleObject(closedEvent, 0) == WAIT_TIMEOUT; }
+    [[nodiscard]] bool isShowing() const { return WaitForSingleObject(closedEvent, 0) == WAIT_TIMEOUT; }
 
     INT_PTR handleMessage(HWND window, UINT message, WPARAM wParam, LPARAM /*lParam*/) override {
         log.note("dialog", message, wParam);
@@ -75,7 +75,7 @@ struct Window : DialogWindow {
 
 TEST(DialogFramework, MessagesComeInOrderAndThePageGoesWithItsControls) {
     test::User user;
-    Window dialog(user.mainWindow());
+    TestDialog dialog(user.mainWindow());
     const auto seen =
         user.work({STORE_BUTTON_ID, GROUP_CHECKBOX_ID, test::kEscape}, [&] { dialog.showModal(); });
     ASSERT_TRUE(seen);
@@ -89,7 +89,7 @@ TEST(DialogFramework, MessagesComeInOrderAndThePageGoesWithItsControls) {
 
 TEST(DialogFramework, GoesFromIdleOverShowingToClosed) {
     test::User user;
-    Window dialog(user.mainWindow());
+    TestDialog dialog(user.mainWindow());
     EXPECT_FALSE(dialog.isShowing());
     EXPECT_EQ(dialog.result, -1);
     dialog.onCommand = [&](HWND window, WORD) {
@@ -110,7 +110,7 @@ TEST(DialogFramework, EveryWayOutArrivesAsACommand) {
     for (const auto& [action, command] : {std::pair{OK_BUTTON_ID, "dialog command 1040"},
                                           {test::kEscape, "dialog command 2"},
                                           {test::kCloseBox, "dialog command 2"}}) {
-        Window dialog(user.mainWindow());
+        TestDialog dialog(user.mainWindow());
         dialog.onInit = [](HWND) {};
         EXPECT_TRUE(user.work({action}, [&] { dialog.showModal(); }));
         EXPECT_EQ(dialog.log.messages, (Messages{"dialog init", command, "dialog destroy"}));
@@ -120,7 +120,7 @@ TEST(DialogFramework, EveryWayOutArrivesAsACommand) {
 
 TEST(DialogFramework, EndedAtInitialisationItNeedsNoUser) {
     test::User user;
-    Window dialog(user.mainWindow());
+    TestDialog dialog(user.mainWindow());
     dialog.onInit = [&](HWND window) { dialog.close(window, 5); };
     user.work({}, [&] { dialog.showModal(); });
     EXPECT_EQ(dialog.result, 5);
@@ -128,7 +128,7 @@ TEST(DialogFramework, EndedAtInitialisationItNeedsNoUser) {
 
 TEST(DialogFramework, WithoutTemplateNothingHappens) {
     test::User user;
-    Window dialog(user.mainWindow());
+    TestDialog dialog(user.mainWindow());
     dialog.templateId = MAKEINTRESOURCEA(102);
     EXPECT_FALSE(user.work({}, [&] { dialog.showModal(); }));
     EXPECT_EQ(dialog.result, -1);
@@ -147,7 +147,7 @@ TEST(DialogProcedure, AnswersNothingForNoWindowAndBeforeInitialisation) {
         return answers.back();
     };
     test::User user;
-    Window dialog(user.mainWindow());
+    TestDialog dialog(user.mainWindow());
     user.work({test::kEscape}, [&] {
         DialogBoxParamA(dialog.instance, dialog.templateId, dialog.parent, procedure,
                         reinterpret_cast<LPARAM>(static_cast<Dialog*>(&dialog)));

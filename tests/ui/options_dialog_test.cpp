@@ -150,8 +150,8 @@ TEST(OptionsDialog, OpensCentredWithThePageOnTop) {
     EXPECT_EQ(seen->page.left, seen->client.left);
     EXPECT_EQ(seen->page.top, seen->client.top);
     EXPECT_EQ(seen->page.right, seen->client.right);
-    // 94 of 273 dialog units
-    EXPECT_NEAR(seen->page.bottom - seen->page.top, (seen->client.bottom - seen->client.top) * 94 / 273, 1);
+    EXPECT_NEAR(seen->page.bottom - seen->page.top, (seen->client.bottom - seen->client.top) * 94.0 / 273, 1)
+        << "in the proportion of their dialog units";
 }
 
 /// Whoever starts this program in a Japanese locale or with the language option says so here.

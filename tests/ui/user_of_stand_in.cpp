@@ -9,13 +9,13 @@ namespace test {
 
 namespace {
 
-RECT PlaceOf(const HWND__& window) {
+RECT PlaceOf(const Window& window) {
     RECT place{};
     GetWindowRect(const_cast<HWND>(&window), &place);
     return place;
 }
 
-void Look(const HWND__& window, SeenDialog& seen) {
+void Look(const Window& window, SeenDialog& seen) {
     for (const auto& child : window.children) {
         if (child->procedure == nullptr) {
             seen.controls[child->id] = {child->text, child->enabled, child->checked};
@@ -40,7 +40,7 @@ UserAction ActionOf(int action) {
 }  // namespace
 
 struct User::Seat : DialogShower {
-    UserAction nextAction(const HWND__& dialog) override {
+    UserAction nextAction(const Window& dialog) override {
         if (!seen) {
             seen = {.caption = dialog.text,
                     .place = PlaceOf(dialog),
@@ -58,7 +58,7 @@ struct User::Seat : DialogShower {
         return ActionOf(action);
     }
 
-    HWND__ window;
+    Window window;
     std::deque<int> actions;
     std::optional<SeenDialog> seen;
 };
