@@ -193,4 +193,27 @@ TEST(OptionsDialog, DoesNotOpenInAHostThatLacksWhatItNeeds) {
     EXPECT_FALSE(std::filesystem::exists(desk.iniPath()));
 }
 
+TEST(Module, ServesAnInstanceThroughItsLife) {
+    Desk desk;
+    Instance& instance = desk.instance;
+    Picture input(PF_PixelFormat_ARGB32);
+    Picture before(PF_PixelFormat_ARGB32);
+    Picture after(PF_PixelFormat_ARGB32);
+    std::vector<std::byte> flat;
+    EXPECT_TRUE(desk.session.effect.about().ok());
+    EXPECT_TRUE(instance.sequenceSetup().ok());
+    EXPECT_TRUE(instance.updateParamsUi().ok());
+    instance.setSlider(kThreshold, 42);
+    EXPECT_TRUE(instance.userChangedParam().ok());
+    EXPECT_TRUE(SmartRender(instance, input, before).ok());
+    EXPECT_NE(before.pixels(), input.pixels());
+    EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
+    EXPECT_TRUE(instance.sequenceResetup(flat).ok());
+    EXPECT_TRUE(desk.work({GROUP_CHECKBOX_ID, STORE_BUTTON_ID, OK_BUTTON_ID}));
+    EXPECT_TRUE(instance.updateParamsUi().ok());
+    EXPECT_TRUE(instance.render(input, after).ok());
+    EXPECT_EQ(after.pixels(), before.pixels()) << "the dialog changes nothing of the instance";
+    EXPECT_TRUE(instance.sequenceSetdown().ok());
+}
+
 }  // namespace
