@@ -6,6 +6,9 @@
 #include "kernel/dispatch_kernel.h"
 #include "tests/kernel/world_host.h"
 
+using standalone::MemoryStyle;
+using standalone::World;
+
 namespace {
 
 /// Most pictures are tiny, for speed; the vector forms begin at 33 columns and work on four times 56.
@@ -56,55 +59,57 @@ struct Drawing {
             pixels.push_back(palette[cells[i / 4 % cells.size()] >> i % 4 * 2 & 3]);
     }
 
+    [[nodiscard]] Pixel* row(int y) { return pixels.data() + y * width; }
     [[nodiscard]] const Pixel* row(int y) const { return pixels.data() + y * width; }
+    [[nodiscard]] std::size_t rowSize() const { return sizeof(Pixel) * static_cast<std::size_t>(width); }
 
     int width;
     int height;
     std::vector<Pixel> pixels;
 };
 
-/// An image of the drawing's size; the same seed lays it out in memory in the same way.
 template <typename Pixel>
-HostImage MakeImage(const Drawing<Pixel>& drawing, std::uint32_t seed) {
-    Dice dice(seed);
-    return {drawing.width, drawing.height, sizeof(Pixel), sizeof(Pixel) / 4, dice};
-}
-
-template <typename Pixel>
-bool SamePixels(HostImage& image, const Drawing<Pixel>& drawing) {
+bool SamePixels(const World& image, const Drawing<Pixel>& drawing) {
     for (int y = 0; y < drawing.height; ++y) {
-        if (std::memcmp(image.row(y), drawing.row(y),
-                        sizeof(Pixel) * static_cast<std::size_t>(drawing.width)) != 0)
-            return false;
+        if (std::memcmp(image.row<Pixel>(y), drawing.row(y), drawing.rowSize()) != 0) return false;
     }
     return true;
+}
+
+/// Any row pitch; guards, which take time, at times.
+MemoryStyle ReadStyle(ByteSource& bytes, PF_PixelFormat format) {
+    const A_long channel = standalone::PixelBytes(format) / 4;
+    return {.padding = channel * bytes.below(40),
+            .misalignment = channel * bytes.below(4),
+            .bottomUp = bytes.flag(),
+            .guarded = bytes.below(16) == 0};
 }
 
 template <typename Pixel>
 void RunKernels(ByteSource& bytes, PF_PixelFormat format) {
     const EffectValues values = ReadValues(bytes);
-    const auto seed = bytes.raw<std::uint16_t>();
+    const MemoryStyle inputStyle = ReadStyle(bytes, format), outputStyle = ReadStyle(bytes, format);
     Drawing<Pixel> drawing(bytes);
-    const auto rowSize = sizeof(Pixel) * static_cast<std::size_t>(drawing.width);
+    World input(format, drawing.width, drawing.height, inputStyle);
+    for (int y = 0; y < drawing.height; ++y)
+        std::memcpy(input.row<Pixel>(y), drawing.row(y), drawing.rowSize());
 
-    HostImage input = MakeImage(drawing, seed);
-    for (int y = 0; y < drawing.height; ++y) std::memcpy(input.row(y), drawing.row(y), rowSize);
     Drawing<Pixel> plain = drawing;
     for (const InstructionSet set : {InstructionSet::plain, InstructionSet::sse2, InstructionSet::avx2}) {
         if (set > BestInstructionSet()) continue;
-        HostImage output = MakeImage(drawing, seed + 1U);
-        WorldHost host(sizeof(Pixel), seed);
-        const RenderJob job{values, host.inData(), format, input.world(), output.world()};
+        World output(format, drawing.width, drawing.height, outputStyle);
+        WorldHost host(static_cast<unsigned>(values.softness));
+        const RenderJob job{values, host.inData(), format, &input.record(), &output.record()};
         Require(DispatchKernel(job, set) == PF_Err_NONE, "a kernel fails");
         Require(host.balanced(), "a kernel keeps something or writes outside its scratch image");
-        Require(output.paddingIntact(), "a kernel writes outside the output");
+        Require(output.guardsIntact(), "a kernel writes outside the output");
         if (set == InstructionSet::plain) {
             for (int y = 0; y < drawing.height; ++y)
-                std::memcpy(plain.pixels.data() + y * drawing.width, output.row(y), rowSize);
+                std::memcpy(plain.row(y), output.row<Pixel>(y), drawing.rowSize());
         }
         Require(SamePixels(output, plain), "two instruction sets differ");
     }
-    Require(SamePixels(input, drawing) && input.paddingIntact(), "a kernel writes to the input");
+    Require(SamePixels(input, drawing) && input.guardsIntact(), "a kernel writes to the input");
 }
 
 }  // namespace

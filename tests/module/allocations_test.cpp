@@ -1,0 +1,64 @@
+// Every memory allocation inside the module fails, once and from there on: each command answers with a code,
+// and everything borrowed is back.
+#include <dlfcn.h>
+
+#include "tests/module/allocation_faults.h"
+#include "tests/module/session.h"
+
+using namespace standalone;
+
+namespace {
+
+struct Case {
+    const char* name;
+    CommandResult (*run)(Session&, Instance&);
+    bool allocates;
+};
+
+constexpr Case kCases[] = {
+    {"parameter set-up", [](Session& s, Instance&) { return Effect(s.effect).paramsSetup(); }, true},
+    {"options", [](Session&, Instance& i) { return i.doDialog(); }, true},
+    {"about", [](Session& s, Instance&) { return s.effect.about(); }, false},
+    {"sequence set-up", [](Session&, Instance& i) { return i.sequenceSetup(); }, false},
+    {"UI update", [](Session&, Instance& i) { return i.updateParamsUi(); }, false},
+    {"smart render",
+     [](Session&, Instance& i) {
+         Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
+         return SmartRender(i, input, output);
+     },
+     false},
+};
+
+AllocationFaults& FaultsOf(const Module& module) {
+    void* library = dlopen(module.path().c_str(), RTLD_NOW | RTLD_NOLOAD);
+    auto* faults = static_cast<AllocationFaults*>(dlsym(library, kAllocationFaultsName));
+    dlclose(library);
+    return *faults;
+}
+
+/// Fails each allocation of the command in turn; returns their number.
+int FailEachAllocation(const Case& c, bool fromThereOn) {
+    Session session;
+    AllocationFaults& faults = FaultsOf(session.module);
+    for (int nth = 1;; ++nth) {
+        SCOPED_TRACE(std::string(c.name) + ", allocation " + std::to_string(nth));
+        Instance instance(session.effect);
+        faults = {.nth = nth, .fromThereOn = fromThereOn};
+        const PF_Err code = c.run(session, instance).error;
+        const bool failed = faults.count >= nth;
+        faults = {};
+        EXPECT_EQ(code, failed ? PF_Err_INTERNAL_STRUCT_DAMAGED : PF_Err_NONE);
+        EXPECT_EQ(session.host.accounts.complaints(), "");
+        if (!failed || testing::Test::HasFailure()) return nth - 1;
+    }
+}
+
+TEST(Allocations, FailAsAStandardException) {
+    for (const Case& c : kCases) {
+        const int failures = FailEachAllocation(c, false) + FailEachAllocation(c, true);
+        std::printf("%5d failures of %s\n", failures, c.name);
+        EXPECT_EQ(failures > 0, c.allocates) << c.name;
+    }
+}
+
+}  // namespace
