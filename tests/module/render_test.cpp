@@ -1,7 +1,6 @@
 // The render commands.
 #include <algorithm>
 #include <array>
-#include <thread>
 #include <utility>
 
 #include "tests/module/session.h"
@@ -184,32 +183,6 @@ TEST(Render, CopiesUnderPremiere) {
     EXPECT_TRUE(instance.render(input, output).ok());
     EXPECT_EQ(output.pixels(), input.pixels());
     EXPECT_EQ(session.host.calls.count(), 3) << "suite, copy, suite";
-}
-
-// The first frames of a process come on several threads at once.
-TEST(Rendering, StartsOnManyThreads) {
-    for (int round = 0; round < 10; ++round) {
-        Session session(round % 2 == 0 ? "" : kFlatLayout);
-        Instance instance(session.effect);
-        SetOwnValues(instance, true, false);
-        Picture input(PF_PixelFormat_ARGB32), expected(PF_PixelFormat_ARGB32);
-        std::vector<std::thread> threads;
-        std::array<std::vector<char>, 4> results;
-        threads.reserve(results.size());
-        for (std::vector<char>& result : results) {
-            threads.emplace_back([&] {
-                Picture output(PF_PixelFormat_ARGB32);
-                const bool smart = &result - results.data() < 3;
-                EXPECT_TRUE(
-                    (smart ? SmartRender(instance, input, output) : instance.render(input, output)).ok());
-                EXPECT_TRUE(instance.updateParamsUi().ok());
-                result = output.pixels();
-            });
-        }
-        for (std::thread& thread : threads) thread.join();
-        EXPECT_TRUE(instance.render(input, expected).ok());
-        for (const std::vector<char>& result : results) EXPECT_EQ(result, expected.pixels());
-    }
 }
 
 }  // namespace

@@ -1,0 +1,112 @@
+// Frames of different depths and values on eight threads, while other commands arrive on one more.
+#include <atomic>
+#include <cstdlib>
+#include <latch>
+#include <thread>
+
+#include "tests/module/session.h"
+
+using namespace standalone;
+
+namespace {
+
+constexpr int kRenderers = 8;
+constexpr int kFrames = 12;
+constexpr int kRounds = 10;
+
+/// An instance with values, a depth and a render command of its own.
+class Renderer {
+  public:
+    Renderer(const Session& session, int number)
+        : instance_(session.effect),
+          input_(number % 3 == 0   ? PF_PixelFormat_ARGB32
+                 : number % 3 == 1 ? PF_PixelFormat_ARGB64
+                                   : PF_PixelFormat_ARGB128),
+          smart_(number % 2 == 0 || number % 3 == 2) {  // only the smart commands render floats
+        instance_.setSlider(kThreshold, 5 + number);
+        instance_.setSlider(kSoftness, 30 + 10 * number);
+        instance_.setSlider(kBias, 12 * number);
+        instance_.setCheckbox(kKeyEnable, number % 4 > 1);
+        instance_.setColor(kKeyColor, {255, 0, 255, 0});
+        instance_.setCheckbox(kKeyInvert, number % 4 > 2);
+    }
+
+    std::vector<char> render() {
+        Picture output(input_.format());
+        EXPECT_TRUE(
+            (smart_ ? SmartRender(instance_, input_, output) : instance_.render(input_, output)).ok());
+        return output.pixels();
+    }
+
+  private:
+    Instance instance_;
+    Picture input_;
+    bool smart_;
+};
+
+std::vector<char> RenderAlone(const std::string& layout, int number) {
+    const Session session(layout);
+    return Renderer(session, number).render();
+}
+
+/// What comes on a host's main thread.
+void SendOtherCommands(const Session& session) {
+    EXPECT_TRUE(session.effect.about().ok());
+    EXPECT_TRUE(session.effect.send(PF_Cmd_GLOBAL_SETUP).ok());
+    EXPECT_TRUE(Effect(session.effect).paramsSetup().ok());
+    Instance instance(session.effect);
+    std::vector<std::byte> flat;
+    EXPECT_TRUE(instance.sequenceSetup().ok());
+    EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
+    EXPECT_TRUE(instance.sequenceResetup(flat).ok());
+    EXPECT_TRUE(instance.updateParamsUi().ok());
+    EXPECT_TRUE(instance.userChangedParam().ok());
+}
+
+TEST(Threads, RenderWhatOneThreadRenders) {
+    for (const std::string layout : {"", kFlatLayout}) {
+        std::vector<std::vector<char>> expected;
+        for (int number = 0; number < kRenderers; ++number) expected.push_back(RenderAlone(layout, number));
+        for (int round = 0; round < kRounds; ++round) {
+            Session session(layout);
+            session.host.scratchMemory = {.misalignment = 4, .guarded = true, .seed = 1};
+            std::atomic<int> rendering = kRenderers;
+            std::latch start(kRenderers + 1);
+            std::vector<std::thread> threads;
+            for (int number = 0; number < kRenderers; ++number) {
+                threads.emplace_back([&, number] {
+                    Renderer renderer(session, number);
+                    start.arrive_and_wait();
+                    for (int frame = 0; frame < kFrames; ++frame)
+                        EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)]) << number;
+                    --rendering;
+                });
+            }
+            start.arrive_and_wait();
+            while (rendering > 0) SendOtherCommands(session);
+            for (std::thread& thread : threads) thread.join();
+        }
+    }
+}
+
+// Sanitizers and Wine start processes slowly.
+#if defined(NDEBUG) && !defined(_WIN32)
+constexpr int kProcesses = 1000;
+#else
+constexpr int kProcesses = 60;
+#endif
+
+/// Each process uses the language and the layout for the first time, on several threads at once.
+TEST(Threads, FreshProcessesChooseOnce) {
+    const TempFolder folder;
+    WriteText(folder.file("flat.ini"), kFlatLayout);
+    for (int number = 0; number < kProcesses; ++number) {
+        const bool flat = number % 2 != 0, japanese = number % 4 > 1;
+        const std::string command = std::string(FIRST_USE) + " " +
+                                    folder.file(flat ? "flat.so" : "grouped.so") +
+                                    (japanese ? " -L JP" : " -L EN");
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    }
+}
+
+}  // namespace
