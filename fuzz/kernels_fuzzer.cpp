@@ -46,7 +46,7 @@ void ReadChannel(ByteSource& bytes, float& channel) {
 template <typename Pixel>
 struct Drawing {
     explicit Drawing(ByteSource& bytes)
-        : width(ReadWidth(bytes)), height(1 + bytes.below(width > 72 ? 4 : 9)) {
+        : width(ReadWidth(bytes)), height(1 + bytes.below(width > 16 ? 4 : 9)) {
         Pixel palette[4];
         for (Pixel& color : palette) {
             for (auto* channel : {&color.alpha, &color.red, &color.green, &color.blue})

@@ -1,0 +1,43 @@
+#include "fuzz/command.h"
+
+#include <dlfcn.h>
+
+#include "fuzz/fuzz_target.h"
+#include "standalone/nevrel/run_command.h"
+
+namespace {
+
+constexpr char kModule[] = "nevrel.so";
+
+}  // namespace
+
+CommandBench& CommandBench::get() {
+    static CommandBench bench;
+    return bench;
+}
+
+CommandBench::CommandBench() {
+    std::filesystem::copy_file(std::filesystem::read_symlink("/proc/self/exe").replace_filename(kModule),
+                               file(kModule));
+    Require(dlopen(file(kModule).c_str(), RTLD_NOW | RTLD_NODELETE) != nullptr, "the module does not load");
+}
+
+bool CommandBench::run(const std::vector<std::string>& arguments) const {
+    const std::string module = file(kModule);
+    std::vector<const char*> argv{"nevrel", "--module", module.c_str()};
+    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+    argv.push_back(nullptr);
+    const auto [status, complaint] = nevrel::RunCommand(static_cast<int>(argv.size()) - 1, argv.data());
+    Require(status >= 0 && status <= 2 && (status == 0) == complaint.empty(),
+            "status " + std::to_string(status));
+    Require(complaint.find('\n') == std::string::npos, "more than one line: '" + complaint + "'");
+    return status == 0;
+}
+
+int CommandBench::clear() const {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+        if (entry.path().filename() != kModule) count += std::filesystem::remove(entry.path()) ? 1 : 0;
+    }
+    return count;
+}
