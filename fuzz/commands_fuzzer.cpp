@@ -26,7 +26,7 @@ PF_PixelFormat ReadFormat(ByteSource& bytes) {
 struct User : DialogShower {
     explicit User(ByteSource& source) : bytes(source) { window.shower = this; }
 
-    UserAction nextAction(const HWND__& /*dialog*/) override {
+    UserAction nextAction(const Window& /*dialog*/) override {
         if (bytes.empty()) return {UserActionKind::CloseBox};
         return {bytes.oneOf({UserActionKind::Click, UserActionKind::Click, UserActionKind::Escape,
                              UserActionKind::CloseBox}),
@@ -35,7 +35,7 @@ struct User : DialogShower {
     }
 
     ByteSource& bytes;
-    HWND__ window;
+    Window window;
 };
 
 /// The host application. It lives as long as the process; each input finds it as new.

@@ -29,8 +29,9 @@ constexpr Case kCases[] = {
      false},
 };
 
+/// The module stays loaded: its runtime library never gives back the memory that it keeps for exceptions.
 AllocationFaults& FaultsOf(const Module& module) {
-    void* library = dlopen(module.path().c_str(), RTLD_NOW | RTLD_NOLOAD);
+    void* library = dlopen(module.path().c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
     auto* faults = static_cast<AllocationFaults*>(dlsym(library, kAllocationFaultsName));
     dlclose(library);
     return *faults;
