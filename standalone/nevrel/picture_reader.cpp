@@ -42,10 +42,33 @@ void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec)
     if (spec.depth > 1) throw UnreadablePicture(path, "holds a volume, which is not supported");
 }
 
+/// The samples of other colour models would be smoothed and written as if they were red, green and blue.
+void RequireRgbOrGrey(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
+    enum Photometric {
+        kMinIsWhite = 0,
+        kMinIsBlack = 1,
+        kSeparated = 5,
+        kYCbCr = 6,
+        kCieLab = 8,
+        kItuLab = 10
+    };
+    const int model = spec.get_int_attribute("tiff:PhotometricInterpretation", -1);
+    if (model == kSeparated) throw UnreadablePicture(path, "holds CMYK colors, which are not supported");
+    if (model >= kCieLab && model <= kItuLab)
+        throw UnreadablePicture(path, "holds L*a*b* colors, which are not supported");
+    if (model == kYCbCr && spec.get_string_attribute("compression") != "jpeg")
+        throw UnreadablePicture(path, "holds YCbCr colors, which are not supported");
+    if ((model == kMinIsWhite || model == kMinIsBlack) && spec.nchannels > 2) {
+        throw UnreadablePicture(path, "holds grey with " + std::to_string(spec.nchannels - 1) +
+                                          " further channels, which is not supported");
+    }
+}
+
 Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::filesystem::path& path,
               int subimage) {
     const OIIO::ImageSpec spec = input.spec(subimage);
     RequireFlat(path, spec);
+    RequireRgbOrGrey(path, spec);
     Part part = MakePart(spec, FileIsAssociated(format, spec));
     const bool read =
         input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN, part.samples.get());

@@ -1,7 +1,10 @@
+#include <algorithm>
+#include <array>
 #include <new>
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "standalone/nevrel/memory_file.h"
 #include "standalone/nevrel/picture.h"
@@ -21,12 +24,23 @@ bool HoldsGreyWithAlpha(const std::string& format) {
 
 namespace {
 
+/// Compressions that change samples give way to one that does not.
+void KeepSamplesWhole(OIIO::ImageSpec& spec) {
+    constexpr std::array<std::string_view, 6> kLossy{"jpeg", "pxr24", "b44", "b44a", "dwaa", "dwab"};
+    const std::string compression = spec.get_string_attribute("compression");
+    const std::string_view name = std::string_view(compression).substr(0, compression.find(':'));
+    if (std::find(kLossy.begin(), kLossy.end(), name) != kLossy.end()) spec.attribute("compression", "zip");
+    // Fewer than 8 bits are too few for the blends; what has more keeps its own number.
+    if (spec.format == OIIO::TypeDesc::UINT8) spec.erase_attribute("oiio:BitsPerSample");
+}
+
 /// What the format's writer is told about a part.
 OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     OIIO::ImageSpec spec = part.spec;
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(kStraightAttribute);
+    KeepSamplesWhole(spec);
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see MarkAssociated.
     const bool asItIs = !part.associated || std::string_view(output.format_name()) == "targa";
     if (asItIs && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);
@@ -36,6 +50,36 @@ OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
 bool HasDataWindow(const OIIO::ImageSpec& spec) {
     return spec.x != spec.full_x || spec.y != spec.full_y || spec.width != spec.full_width ||
            spec.height != spec.full_height;
+}
+
+/// Whether a format without channel names can tell which channel is which: one set of colour channels, and
+/// nothing that only its name explains.
+bool AreNamesImplied(const OIIO::ImageSpec& spec) {
+    constexpr std::array<std::string_view, 10> kImplied{"R",   "G",     "B",    "A",     "Y",
+                                                        "red", "green", "blue", "alpha", "I"};
+    const auto split = [](std::string_view name) {
+        const std::size_t dot = name.rfind('.');
+        return dot == std::string_view::npos ? std::pair{std::string_view(), name}
+                                             : std::pair{name.substr(0, dot), name.substr(dot + 1)};
+    };
+    return std::all_of(spec.channelnames.begin(), spec.channelnames.end(), [&](std::string_view name) {
+        const auto [layer, channel] = split(name);
+        const bool implied = std::find(kImplied.begin(), kImplied.end(), channel) != kImplied.end();
+        return layer == split(spec.channelnames.front()).first && (implied || channel.starts_with("channel"));
+    });
+}
+
+bool HoldsChannels(const std::string& format, const OIIO::ImageSpec& spec) {
+    if (format == "openexr") return true;
+    if (!AreNamesImplied(spec)) return false;
+    if (format == "dpx") return spec.nchannels == 1 || spec.nchannels == 3 || spec.nchannels == 4;
+    return format == "tiff" || spec.nchannels <= 4;
+}
+
+[[noreturn]] void RefuseChannels(const std::filesystem::path& path, const Picture& picture,
+                                 const Part& part) {
+    throw PictureError(
+        path, picture.format + " cannot hold these channels together: " + Join(part.spec.channelnames));
 }
 
 void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
@@ -49,6 +93,7 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
         if (HasDataWindow(part.spec) && !output.supports("displaywindow")) {
             throw PictureError(path, format + " cannot hold a data window of its own");
         }
+        if (!HoldsChannels(format, part.spec)) RefuseChannels(path, picture, part);
     }
 }
 
@@ -73,8 +118,7 @@ void RequireWhole(const std::string& encoded, const Picture& picture, const std:
         const OIIO::ImageSpec& held = found.parts.at(i).spec;
         if (held.nchannels == spec.nchannels && (held.alpha_channel >= 0) == (spec.alpha_channel >= 0))
             continue;
-        throw PictureError(
-            path, picture.format + " cannot hold these channels together: " + Join(spec.channelnames));
+        RefuseChannels(path, picture, picture.parts[i]);
     }
 } catch (const UnreadablePicture&) {
     throw PictureError(path, "cannot be encoded whole; is there a limit to file size or memory?");
