@@ -73,6 +73,45 @@ TEST_F(CommandTest, SoftnessZeroReproducesEverySample) {
     }
 }
 
+/// Lossy compression and bilevel files give way to what holds the result.
+TEST_F(CommandTest, ResultsAreNotLostInTheFilesOwnEncoding) {
+    TestPicture lossy = MakePicture(64, 48, 4, TypeDesc::HALF, Alpha::Associated);
+    FillWithNoise(lossy, 7);
+    lossy.spec.attribute("compression", "dwaa");
+    WriteTestPicture(path("lossy.exr"), lossy);
+    ASSERT_EQ(smooth("lossy.exr", "--softness 0").status, 0);
+    EXPECT_EQ(ReadTestPicture(path("out_lossy.exr")).samples, ReadTestPicture(path("lossy.exr")).samples);
+
+    TestPicture bilevel = MakePicture(48, 40, 1, TypeDesc::UINT8);
+    bilevel.spec.attribute("oiio:BitsPerSample", 1);
+    DrawDisc(bilevel, {0}, {1});
+    WriteTestPicture(path("bilevel.tif"), bilevel);
+    ASSERT_EQ(smooth("bilevel.tif", "").status, 0);
+    const std::vector<std::byte> smoothed = ReadTestPicture(path("out_bilevel.tif")).samples;
+    EXPECT_TRUE(std::any_of(smoothed.begin(), smoothed.end(),
+                            [](std::byte b) { return b != std::byte{0} && b != std::byte{255}; }));
+}
+
+TEST_F(CommandTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
+    TestPicture cmyk = MakePicture(8, 8, 4, TypeDesc::UINT8);
+    cmyk.spec.channelnames = {"C", "M", "Y", "K"};
+    cmyk.spec.alpha_channel = -1;
+    cmyk.spec.attribute("tiff:ColorSpace", "CMYK");
+    WriteTestPicture(path("cmyk.tif"), cmyk);
+    const CommandRun refused = smooth("cmyk.tif", "");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.errors.find("CMYK"), std::string::npos) << refused.errors;
+
+    TestPicture depth = MakePicture(8, 8, 5, TypeDesc::HALF);
+    depth.spec.channelnames = {"R", "G", "B", "A", "Z"};
+    WriteTestPicture(path("depth.exr"), depth);
+    for (const std::string out : {"out.dpx", "out.tif", "out.tga"}) {
+        const CommandRun result = run("smooth -o " + out + " depth.exr");
+        EXPECT_EQ(result.status, 1) << out;
+        EXPECT_NE(result.errors.find("cannot hold these channels"), std::string::npos) << result.errors;
+    }
+}
+
 TEST_F(CommandTest, TgaKeepsItsMarkForAssociatedAlpha) {
     TestPicture picture = MakePicture(20, 10, 4, TypeDesc::UINT8);
     FillWithNoise(picture, 6);
