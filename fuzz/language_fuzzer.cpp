@@ -15,7 +15,7 @@ A_long Parse(const std::string& line) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::string line = ByteSource(data, size).text();
+    std::string line = ByteSource(data, size).text(100);
     line.resize(std::min(line.find('\0'), line.size()));
     const A_long code = Parse(line);
 
