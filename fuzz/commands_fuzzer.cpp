@@ -125,10 +125,8 @@ class Sequence {
         const A_long width = 1 + bytes_.below(70), height = 1 + bytes_.below(6);
         input_ = readPicture(format, width, height);
         output_ = readPicture(format, width, height);
-        MemoryStyle scratch = readStyle(1);
-        scratch.bottomUp = false;                  // the map's bytes follow each other from `data` on,
-        if (scratch.guarded) scratch.padding = 0;  // whatever the row pitch
-        app_.host.scratchMemory = scratch;
+        app_.host.scratchMemory = readStyle(sizeof(PF_Pixel));
+        app_.host.scratchMemory.bottomUp = false;  // the map's bytes follow each other from `data` on
     }
 
     void setControls() {

@@ -12,9 +12,8 @@ PF_Handle HandleHeap::make(A_HandleSize size) try {
     block->size = static_cast<std::size_t>(size);
     block->memory.reset(new std::byte[block->size]);
     std::fill_n(block->memory.get(), block->size, std::byte{0xA5});
-    block->master = block->memory.get();
-    PF_Handle handle = &block->master;
     const std::lock_guard lock(mutex_);
+    PF_Handle handle = &masters_.emplace_back(block->memory.get());
     blocks_.emplace(handle, std::move(block));
     return handle;
 } catch (const std::bad_alloc&) {
@@ -44,7 +43,9 @@ bool HandleHeap::unlock(PF_Handle handle) {
 
 bool HandleHeap::dispose(PF_Handle handle) {
     const std::lock_guard lock(mutex_);
-    return blocks_.erase(handle) == 1;
+    if (blocks_.erase(handle) == 0) return false;
+    *handle = nullptr;
+    return true;
 }
 
 bool HandleHeap::owns(PF_Handle handle) const {

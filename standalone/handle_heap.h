@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -28,7 +29,6 @@ class HandleHeap {
 
   private:
     struct Block {
-        void* master = nullptr;  // what the handle points to
         std::unique_ptr<std::byte[]> memory;
         std::size_t size = 0;
         int locks = 0;
@@ -37,6 +37,7 @@ class HandleHeap {
     [[nodiscard]] Block* find(PF_Handle handle) const;
 
     mutable std::mutex mutex_;
+    std::deque<void*> masters_;  // what handles point to; none serves twice, so a stale handle stays one
     std::map<PF_Handle, std::unique_ptr<Block>> blocks_;
 };
 

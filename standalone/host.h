@@ -24,7 +24,7 @@ struct HostIdentity {
 /// Set it up, then share it: commands of several threads may run in one host at once.
 struct Host {
     HostIdentity identity;
-    MemoryStyle scratchMemory;    ///< of the images that an effect asks for
+    MemoryStyle scratchMemory;    ///< of the images that an effect asks for; padding in whole pixels
     bool givesBasicSuite = true;  ///< false: commands come without `pica_basicP`
     bool watchesInputs = false;   ///< compares inputs before and after each render; slow
     PF_OutData blankOut{};        ///< what a command finds in its out-record

@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "standalone/callbacks.h"
 #include "standalone/command.h"
@@ -55,9 +56,13 @@ const PF_HandleSuite1 kHandleSuite{NewHandle, LockHandle, UnlockHandle, DisposeH
 
 // PF World Suite
 
+/// Padding belongs to a scratch image, so it is made of pixels that the record does not tell of.
 PF_Err MakeWorld(Command& command, A_long width, A_long height, PF_EffectWorld& record) try {
-    auto world = std::make_unique<World>(PF_PixelFormat_ARGB32, width, height, command.host.scratchMemory);
+    MemoryStyle style = command.host.scratchMemory;
+    const A_long padding = std::exchange(style.padding, 0) / PixelBytes(PF_PixelFormat_ARGB32);
+    auto world = std::make_unique<World>(PF_PixelFormat_ARGB32, width + padding, height, style);
     record = world->record();
+    record.width = record.extent_hint.right = width;
     command.lend(LoanKind::World, world.get(), std::to_string(width) + " x " + std::to_string(height));
     command.scratch.push_back(std::move(world));
     return PF_Err_NONE;

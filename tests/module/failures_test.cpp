@@ -19,7 +19,7 @@ enum class KeyMode { Off, On, Inverted };
 /// The pictures and the instances that a command works on.
 struct Stage {
     Stage(Session& theSession, PF_PixelFormat format, KeyMode key)
-        : session(theSession), input(format), output(format) {
+        : session(theSession), input(format), output(format, true) {
         std::memset(output.row<char>(0), 0x11, static_cast<std::size_t>(output.width() * PixelBytes(format)));
         instance.setCheckbox(kKeyEnable, key != KeyMode::Off);
         instance.setCheckbox(kKeyInvert, key == KeyMode::Inverted);

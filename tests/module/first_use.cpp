@@ -2,13 +2,13 @@
 // used for the first time on several threads at once. Arguments: the module's path, as the host tells it, and
 // the language option. Ends with 0 when every thread saw the right ones.
 #include <cstdio>
-#include <latch>
 #include <string_view>
 #include <thread>
 
 #include "host/entry_point.h"
 #include "params/string_table.h"
 #include "standalone/frame.h"
+#include "tests/module/start_line.h"
 
 using namespace standalone;
 
@@ -49,13 +49,13 @@ int main(int argc, char** argv) {
     instance.setCheckbox(kKeyEnable, true);
     instance.setColor(kKeyColor, {255, 200, 0, 0});
 
-    std::latch start(kThreads);
+    StartLine start(kThreads);
     bool right[kThreads] = {};
     {
         std::vector<std::jthread> threads;
         for (int i = 0; i < kThreads; ++i) {
             threads.emplace_back([&, i] {
-                start.arrive_and_wait();
+                start.arriveAndWait();
                 const bool languageFirst = i % 4 > 1 && SpeaksRight(japanese);
                 right[i] = RendersRight(instance, i % 2 == 0) && instance.updateParamsUi().ok() &&
                            SpeaksRight(japanese) && languageFirst == (i % 4 > 1);

@@ -67,7 +67,7 @@ bool operator==(const PF_LRect& a, const PF_LRect& b) { return std::memcmp(&a, &
 TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
     Session session;
     Instance instance(session.effect);
-    Picture input(PF_PixelFormat_ARGB32, 40, 12);
+    Picture input(PF_PixelFormat_ARGB32);
     const struct {
         PF_LRect before, after;
     } cases[] = {
@@ -93,7 +93,6 @@ TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
 
 TEST(SmartRender, RendersWithThePreRenderedValues) {
     Session session;
-    session.host.watchesInputs = true;
     Instance instance(session.effect);
     Picture input(PF_PixelFormat_ARGB64);
     Picture smooth(PF_PixelFormat_ARGB64), again(PF_PixelFormat_ARGB64), copy(PF_PixelFormat_ARGB64);
@@ -143,9 +142,8 @@ TEST(Rendering, GoesToTheKernelOfDepthAndKeyMode) {
          {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
         for (const bool grouped : {true, false}) {
             Session session(grouped ? "" : kFlatLayout);
-            session.host.watchesInputs = true;
             Instance instance(session.effect);
-            Picture input(format), smart(format), classic(format);
+            Picture input(format), smart(format, true), classic(format);
             for (const auto& [key, invert] : {std::pair{false, true}, {true, false}, {true, true}}) {
                 SetOwnValues(instance, key, invert);
                 EXPECT_TRUE(SmartRender(instance, input, smart).ok());

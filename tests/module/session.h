@@ -30,6 +30,8 @@ class Session {
     explicit Session(const std::string& ini = {}, const standalone::HostIdentity& identity = {}) {
         host.identity = identity;
         host.identity.pluginPath = module.path().string();
+        host.scratchMemory = {.padding = 12, .misalignment = 4, .guarded = true, .seed = 1};
+        host.watchesInputs = true;
         if (!ini.empty()) WriteText(folder.file("nevrel.ini"), ini);
         EXPECT_EQ(effect.globalSetup().error, PF_Err_NONE);
         EXPECT_EQ(effect.paramsSetup().error, PF_Err_NONE);
@@ -66,11 +68,17 @@ void DrawSlope(standalone::World& world, Channel full) {
     }
 }
 
-/// An image with one hard slanted edge, green on white; of padded rows between guards.
+/// An image with one hard slanted edge, green on white; between guards, aligned to nothing but the pixel,
+/// with a row pitch twice as long as a row, or negative.
 class Picture : public standalone::World {
   public:
-    explicit Picture(PF_PixelFormat format, A_long width = 40, A_long height = 12)
-        : World(format, width, height, {.padding = 16, .guarded = true, .seed = 1}) {
+    explicit Picture(PF_PixelFormat format, bool bottomUp = false)
+        : World(format, kWidth, kHeight,
+                {.padding = (bottomUp ? 3 : kWidth) * standalone::PixelBytes(format),
+                 .misalignment = standalone::PixelBytes(format),
+                 .bottomUp = bottomUp,
+                 .guarded = true,
+                 .seed = 1}) {
         if (format == PF_PixelFormat_ARGB32) DrawSlope<PF_Pixel, A_u_char>(*this, 255);
         if (format == PF_PixelFormat_ARGB64) DrawSlope<PF_Pixel16, A_u_short>(*this, 32768);
         if (format == PF_PixelFormat_ARGB128) DrawSlope<PF_PixelFloat, float>(*this, 1.0F);
@@ -82,4 +90,7 @@ class Picture : public standalone::World {
         for (A_long y = 0; y < height(); ++y) bytes.insert(bytes.end(), row<char>(y), row<char>(y) + rowSize);
         return bytes;
     }
+
+  private:
+    static constexpr A_long kWidth = 40, kHeight = 12;
 };

@@ -1,10 +1,10 @@
 // Frames of different depths and values on eight threads, while other commands arrive on one more.
 #include <atomic>
 #include <cstdlib>
-#include <latch>
 #include <thread>
 
 #include "tests/module/session.h"
+#include "tests/module/start_line.h"
 
 using namespace standalone;
 
@@ -32,7 +32,7 @@ class Renderer {
     }
 
     std::vector<char> render() {
-        Picture output(input_.format());
+        Picture output(input_.format(), true);
         EXPECT_TRUE(
             (smart_ ? SmartRender(instance_, input_, output) : instance_.render(input_, output)).ok());
         return output.pixels();
@@ -69,20 +69,19 @@ TEST(Threads, RenderWhatOneThreadRenders) {
         for (int number = 0; number < kRenderers; ++number) expected.push_back(RenderAlone(layout, number));
         for (int round = 0; round < kRounds; ++round) {
             Session session(layout);
-            session.host.scratchMemory = {.misalignment = 4, .guarded = true, .seed = 1};
             std::atomic<int> rendering = kRenderers;
-            std::latch start(kRenderers + 1);
+            StartLine start(kRenderers + 1);
             std::vector<std::thread> threads;
             for (int number = 0; number < kRenderers; ++number) {
                 threads.emplace_back([&, number] {
                     Renderer renderer(session, number);
-                    start.arrive_and_wait();
+                    start.arriveAndWait();
                     for (int frame = 0; frame < kFrames; ++frame)
                         EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)]) << number;
                     --rendering;
                 });
             }
-            start.arrive_and_wait();
+            start.arriveAndWait();
             while (rendering > 0) SendOtherCommands(session);
             for (std::thread& thread : threads) thread.join();
         }
@@ -93,7 +92,7 @@ TEST(Threads, RenderWhatOneThreadRenders) {
 #if defined(NDEBUG) && !defined(_WIN32)
 constexpr int kProcesses = 1000;
 #else
-constexpr int kProcesses = 60;
+constexpr int kProcesses = 120;
 #endif
 
 /// Each process uses the language and the layout for the first time, on several threads at once.
