@@ -1,10 +1,9 @@
 #include "params/defaults_file.h"
 
 #include <algorithm>
-#include <array>
-#include <cassert>
 #include <cstdio>
 
+#include "host/plugin_path.h"
 #include "platform/platform.h"
 
 namespace {
@@ -49,16 +48,11 @@ bool hostIgnoresDefaults(const PF_InData* inData) {
 }
 
 std::string DefaultsFilePath(const PF_InData* inData) {
-    assert(inData != nullptr && inData->utils != nullptr);
-    std::array<char, PF_MAX_PATH_LEN> buffer{};
-    if (inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_RES_FILE_PATH, buffer.data()) != 0) {
-        return {};
-    }
-    std::string path(buffer.begin(), std::find(buffer.begin(), buffer.end(), '\0'));
+    std::string path = PluginPath(inData);
     if (path.empty()) return {};
     const std::size_t dot = path.rfind('.');
     path = (dot == std::string::npos ? path + '.' : path.substr(0, dot + 1)) + "ini";
-    path.resize(std::min(path.size(), buffer.size() - 1));
+    path.resize(std::min(path.size(), PF_MAX_PATH_LEN - 1));
     return path;
 }
 

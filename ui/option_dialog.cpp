@@ -1,7 +1,8 @@
 #include "ui/option_dialog.h"
 
-#include <array>
+#include <string>
 
+#include "host/plugin_path.h"
 #include "host/suite_handler.h"
 #include "resources/dialogs.h"
 
@@ -16,16 +17,15 @@ void CenterOver(HWND window, HWND owner) {
     MoveWindow(window, (o.left + o.right - width) / 2, (o.top + o.bottom - height) / 2, width, height, TRUE);
 }
 
-HWND HostWindow(PF_InData& inData) {
+HWND HostWindow(const PF_InData& inData) {
     HWND window = nullptr;
     inData.utils->get_platform_data(inData.effect_ref, PF_PlatData_MAIN_WND, &window);
     return window;
 }
 
-HMODULE OwnModule(PF_InData& inData) {
-    std::array<char, PF_MAX_PATH_LEN + 1> path{};  // ends even when the host fills all it may
-    inData.utils->get_platform_data(inData.effect_ref, PF_PlatData_RES_FILE_PATH, path.data());
-    return GetModuleHandleA(path.data());
+HMODULE OwnModule(const PF_InData& inData) {
+    const std::string path = PluginPath(&inData);
+    return path.empty() ? nullptr : GetModuleHandleA(path.c_str());
 }
 
 }  // namespace

@@ -69,6 +69,9 @@ const Case kCases[] = {
     {"UI update", [](Stage& s) { return s.instance.updateParamsUi(); }},
     {"UI update in a render engine", [](Stage& s) { return s.instance.userChangedParam(); }, k8Bit, kNoKey,
      kRenderEngine},
+#ifndef _WIN32  // where a dialog opens and waits
+    {"options", [](Stage& s) { return s.instance.doDialog(); }},
+#endif
     {"render",
      [](Stage& s) { return s.instance.render(s.input, s.output); },
      {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64},
