@@ -4,8 +4,11 @@ target_link_libraries(nevrel_module PRIVATE nevrel_options ${CMAKE_DL_LIBS})
 set_target_properties(nevrel_module PROPERTIES LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel)
 
 if(WIN32)
+  enable_language(RC)
   set_target_properties(nevrel_module PROPERTIES SUFFIX .aex)
-  target_link_libraries(nevrel_module PRIVATE nevrel_resources)
+  target_sources(nevrel_module PRIVATE resources/nevrel.rc)
+  set_source_files_properties(resources/nevrel.rc PROPERTIES
+    OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/resources/dialogs.h;${PROJECT_SOURCE_DIR}/resources/effect_identity.h")
 endif()
 
 if(MSVC)

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,7 +41,7 @@ class ModuleFile : public testing::Test {
 
 Bytes Number(unsigned value, int size) {
     Bytes bytes;
-    for (int i = 0; i < size; ++i) bytes += static_cast<char>(value >> 8 * i & 0xFF);
+    for (int i = 0; i < size; ++i) bytes += static_cast<char>(std::uint64_t{value} >> 8 * i & 0xFF);
     return bytes;
 }
 
@@ -75,28 +75,46 @@ TEST_F(ModuleFile, DescribesTheEffectToTheHost) {
     EXPECT_EQ(resource("PiPL", 16000, 1033), expected);
 }
 
+Bytes Wide(const Bytes& text) {
+    Bytes wide;
+    for (const char c : text + '\0') wide += Bytes{c, '\0'};
+    return wide;
+}
+
+/// Help and extended style are none; the size is in dialog units.
+Bytes Place(DWORD style, int x, int y, int width, int height, const Bytes& controls = {}) {
+    Bytes bytes = Number(0, 8) + Number(style, 4) + controls;
+    for (const int v : {x, y, width, height}) bytes += Number(static_cast<unsigned>(v), 2);
+    return bytes;
+}
+
+Bytes Button(const Bytes& text, unsigned id, DWORD style, int x, int y, int width, int height) {
+    return Place(WS_CHILD | WS_VISIBLE | style, x, y, width, height) + Number(id, 4) + Wide("BUTTON") +
+           Wide(text) + Number(0, 2);
+}
+
+/// An extended template without menu and window class of its own.
+Bytes Template(const Bytes& caption, DWORD style, int height, const std::vector<Bytes>& controls) {
+    const Bytes count = Number(static_cast<unsigned>(controls.size()), 2);
+    Bytes bytes = Number(0xFFFF0001, 4) + Place(style, 0, 0, 283, height, count) + Number(0, 4) +
+                  Wide(caption) + Number(8, 2) + Number(400, 2) + Number(0, 1) + Number(1, 1) +
+                  Wide("MS Shell Dlg");
+    for (const Bytes& control : controls) bytes = Padded(bytes) + control;
+    return bytes;
+}
+
 TEST_F(ModuleFile, HoldsTheDialogTemplates) {
-    struct Head {
-        unsigned version, help, extendedStyle, style;
-        unsigned short controls;
-        short x, y, width, height;
-    };
-    const auto headOf = [this](WORD id) {
-        const Bytes bytes = resource(RT_DIALOG, id, 1041);
-        Head head{};
-        std::memcpy(&head, bytes.data(), std::min<std::size_t>(26, bytes.size()));
-        return head;
-    };
-    const auto expectHead = [](const Head& head, unsigned style, int controls, int height) {
-        EXPECT_EQ(head.version, 0xFFFF0001U) << "an extended template";
-        EXPECT_EQ(head.extendedStyle, 0U);
-        EXPECT_EQ(head.style, style);
-        EXPECT_EQ(head.controls, controls);
-        EXPECT_EQ(head.width, 283);
-        EXPECT_EQ(head.height, height);
-    };
-    expectHead(headOf(101), 0x90C800C8U, 1, 273);
-    expectHead(headOf(103), 0x50000048U, 4, 94);
+    EXPECT_EQ(
+        resource(RT_DIALOG, 101, 1041),
+        Template("option",
+                 WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT | DS_FIXEDSYS,
+                 273, {Button("OK", 1040, WS_TABSTOP | BS_DEFPUSHBUTTON, 226, 252, 50, 14)}));
+    EXPECT_EQ(resource(RT_DIALOG, 103, 1041),
+              Template("", WS_CHILD | WS_VISIBLE | DS_SETFONT | DS_FIXEDSYS, 94,
+                       {Button("-", 1015, BS_GROUPBOX, 7, 6, 269, 80),
+                        Button("-", 1011, WS_TABSTOP | BS_AUTOCHECKBOX, 66, 21, 199, 10),
+                        Button("-", 1010, WS_TABSTOP | BS_PUSHBUTTON, 44, 38, 193, 14),
+                        Button("-", 1012, WS_TABSTOP | BS_PUSHBUTTON, 44, 57, 193, 14)}));
 }
 
 TEST_F(ModuleFile, ExportsItsEntryPointAlone) {

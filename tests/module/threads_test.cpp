@@ -89,10 +89,12 @@ TEST(Threads, RenderWhatOneThreadRenders) {
 }
 
 // Sanitizers and Wine start processes slowly.
-#if defined(NDEBUG) && !defined(_WIN32)
-constexpr int kProcesses = 1000;
+#if !defined(NDEBUG)
+constexpr int kProcesses = 60;
+#elif defined(_WIN32)
+constexpr int kProcesses = 300;
 #else
-constexpr int kProcesses = 120;
+constexpr int kProcesses = 1000;
 #endif
 
 /// Each process uses the language and the layout for the first time, on several threads at once.

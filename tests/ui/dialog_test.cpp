@@ -43,14 +43,15 @@ struct Page : DialogComponent {
 
 struct TestDialog : DialogWindow {
     explicit TestDialog(HWND owner) {
-        instance = OwnModule();
+        instance = ModuleWithTemplates();
         templateId = MAKEINTRESOURCEA(OPTION_DIALOG_ID);
         parent = owner;
     }
 
-    static HMODULE OwnModule() {
+    static HMODULE ModuleWithTemplates() {
 #ifdef _WIN32
-        return GetModuleHandleA(nullptr);
+        static HMODULE module = LoadLibraryA(MODULE_FILE);
+        return module;
 #else
         return GetModuleHandleA("/proc/self/exe");
 #endif
