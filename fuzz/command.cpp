@@ -27,10 +27,14 @@ bool CommandBench::run(const std::vector<std::string>& arguments) const {
     std::vector<const char*> argv{"nevrel", "--module", module.c_str()};
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     argv.push_back(nullptr);
-    const auto [status, complaint] = nevrel::RunCommand(static_cast<int>(argv.size()) - 1, argv.data());
-    Require(status >= 0 && status <= 2 && (status == 0) == complaint.empty(),
+    int complaints = 0;
+    const int status =
+        nevrel::RunCommand(static_cast<int>(argv.size()) - 1, argv.data(), [&](const std::string& line) {
+            Require(!line.empty() && line.find('\n') == std::string::npos, "not one line: '" + line + "'");
+            ++complaints;
+        });
+    Require(status >= 0 && status <= 2 && (status == 0) == (complaints == 0),
             "status " + std::to_string(status));
-    Require(complaint.find('\n') == std::string::npos, "more than one line: '" + complaint + "'");
     return status == 0;
 }
 

@@ -41,6 +41,8 @@ constexpr const char* kWords[] = {
     "-1",
     "4294967297",
     "out.gif",
+    "--jobs",
+    "--format",
 };
 
 /// A picture of one grey pixel.

@@ -4,14 +4,21 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <optional>
+#include <set>
+#include <span>
 #include <string_view>
 
 namespace nevrel {
 namespace {
 
-std::uint32_t BigEndian(const unsigned char* bytes) {
-    return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 | std::uint32_t{bytes[2]} << 8 |
-           bytes[3];
+enum class ByteOrder { BigEndian, LittleEndian };
+
+std::uint64_t Number(std::span<const unsigned char> bytes, ByteOrder order) {
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        number = number << 8 | bytes[order == ByteOrder::BigEndian ? i : bytes.size() - 1 - i];
+    return number;
 }
 
 constexpr std::uint64_t kPngSignature = 8;
@@ -22,7 +29,8 @@ bool PngIsComplete(std::ifstream& file, std::uint64_t size) {
     while (offset + head.size() <= size) {
         file.seekg(static_cast<std::streamoff>(offset));
         if (!file.read(reinterpret_cast<char*>(head.data()), head.size())) return false;
-        offset += head.size() + BigEndian(head.data()) + 4;  // 4: the chunk's check sum
+        offset += head.size() + Number(std::span(head).first(4), ByteOrder::BigEndian) +
+                  4;  // 4: the chunk's check sum
         if (std::memcmp(head.data() + 4, "IEND", 4) == 0) return offset <= size;
     }
     return false;
@@ -36,8 +44,8 @@ class DpxHeader {
     }
 
     [[nodiscard]] std::uint64_t dataEnd() const {
-        const std::uint64_t rowBits = std::uint64_t{word(kWidth)} * components() * bits();
-        return std::uint64_t{word(kElementOffset)} + (rowBits + 31) / 32 * 4 * word(kHeight);
+        const std::uint64_t rowBits = word(kWidth) * components() * bits();
+        return word(kElementOffset) + (rowBits + 31) / 32 * 4 * word(kHeight);
     }
     [[nodiscard]] bool isRunLengthEncoded() const { return halfWord(kEncoding) == 1; }
 
@@ -45,16 +53,12 @@ class DpxHeader {
     static constexpr std::size_t kWidth = 772, kHeight = 776, kDescriptor = 800, kBits = 803, kPacking = 804,
                                  kEncoding = 806, kElementOffset = 808;
 
-    [[nodiscard]] bool littleEndian() const { return bytes_[0] == 'X'; }
-    [[nodiscard]] std::uint32_t word(std::size_t at) const {
-        const std::uint32_t value = BigEndian(&bytes_[at]);
-        return littleEndian() ? value >> 24 | (value >> 8 & 0xFF00U) | (value << 8 & 0xFF0000U) | value << 24
-                              : value;
+    [[nodiscard]] std::uint64_t number(std::size_t at, std::size_t size) const {
+        return Number(std::span(bytes_).subspan(at, size),
+                      bytes_[0] == 'X' ? ByteOrder::LittleEndian : ByteOrder::BigEndian);
     }
-    [[nodiscard]] std::uint32_t halfWord(std::size_t at) const {
-        return littleEndian() ? bytes_[at] | std::uint32_t{bytes_[at + 1]} << 8
-                              : bytes_[at + 1] | std::uint32_t{bytes_[at]} << 8;
-    }
+    [[nodiscard]] std::uint64_t word(std::size_t at) const { return number(at, 4); }
+    [[nodiscard]] std::uint64_t halfWord(std::size_t at) const { return number(at, 2); }
     [[nodiscard]] std::uint64_t components() const {
         switch (bytes_[kDescriptor]) {
             case 50:
@@ -79,6 +83,43 @@ bool DpxIsComplete(std::ifstream& file, std::uint64_t size) {
     return header.isRunLengthEncoded() || header.dataEnd() <= size;
 }
 
+/// The directories of a TIFF, one for each page, linked by their places in the file.
+class TiffDirectories {
+  public:
+    explicit TiffDirectories(std::ifstream& file) : file_(file) {
+        order_ = file.get() == 'I' ? ByteOrder::LittleEndian : ByteOrder::BigEndian;
+        isBig_ = number(2, 2) == 43;
+    }
+
+    /// A link to where no directory can be counts as one.
+    [[nodiscard]] std::size_t count() {
+        const std::uint64_t entrySize = isBig_ ? 20 : 12, countSize = isBig_ ? 8 : 2,
+                            linkSize = isBig_ ? 8 : 4;
+        std::set<std::uint64_t> places;  // a chain may lead back to its start
+        auto place = number(linkSize, linkSize);
+        while (place && *place != 0 && places.insert(*place).second) {
+            const auto entries = number(*place, countSize);
+            place = entries ? number(*place + countSize + *entries * entrySize, linkSize) : std::nullopt;
+        }
+        return places.size();
+    }
+
+  private:
+    /// Nothing beyond the end of the file.
+    [[nodiscard]] std::optional<std::uint64_t> number(std::uint64_t at, std::size_t size) {
+        std::array<unsigned char, 8> bytes{};
+        file_.clear();
+        file_.seekg(static_cast<std::streamoff>(at));
+        if (!file_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size)))
+            return std::nullopt;
+        return Number(std::span(bytes).first(size), order_);
+    }
+
+    std::ifstream& file_;
+    ByteOrder order_{};
+    bool isBig_ = false;
+};
+
 }  // namespace
 
 bool IsComplete(const std::filesystem::path& path) {
@@ -92,6 +133,11 @@ bool IsComplete(const std::filesystem::path& path) {
     if (start == "\x89PNG") return PngIsComplete(file, size);
     if (start == "SDPX" || start == "XPDS") return DpxIsComplete(file, size);
     return true;
+}
+
+std::size_t CountTiffPages(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return TiffDirectories(file).count();
 }
 
 }  // namespace nevrel

@@ -1,6 +1,7 @@
-// Finding out that a file ends too early where the reading library would not tell.
+// Finding out that a file is damaged where the reading library would not tell.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 
 namespace nevrel {
@@ -9,5 +10,8 @@ namespace nevrel {
 /// DPX (the size of the stored image) by their first bytes; true for others, whose readers miss every byte
 /// themselves.
 [[nodiscard]] bool IsComplete(const std::filesystem::path& path);
+
+/// How many pages a TIFF says that it has. One whose description is damaged counts, but none behind it.
+[[nodiscard]] std::size_t CountTiffPages(const std::filesystem::path& path);
 
 }  // namespace nevrel

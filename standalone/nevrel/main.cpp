@@ -2,9 +2,10 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <string>
 
+#include "standalone/nevrel/ending_signals.h"
 #include "standalone/nevrel/run_command.h"
-#include "standalone/nevrel/whole_file.h"
 
 namespace {
 
@@ -18,7 +19,6 @@ void SilenceLibraries() {
 int main(int argc, char** argv) {
     nevrel::PrepareSignals();
     SilenceLibraries();
-    const nevrel::Outcome outcome = nevrel::RunCommand(argc, argv);
-    if (!outcome.complaint.empty()) dprintf(STDERR_FILENO, "nevrel: %s\n", outcome.complaint.c_str());
-    return outcome.status;
+    return nevrel::RunCommand(
+        argc, argv, [](const std::string& line) { dprintf(STDERR_FILENO, "nevrel: %s\n", line.c_str()); });
 }

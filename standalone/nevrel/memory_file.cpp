@@ -16,30 +16,29 @@ void Require(bool success) {
 
 }  // namespace
 
-MemoryFile::MemoryFile() : descriptor_(memfd_create("picture", MFD_CLOEXEC)) { Require(descriptor_ >= 0); }
-
-MemoryFile::~MemoryFile() {
-    unmap();
-    close(descriptor_);
+MemoryFile::MemoryFile() : descriptor_(memfd_create("picture", MFD_CLOEXEC)) {
+    Require(descriptor_.isOpen());
 }
 
-std::string MemoryFile::path() const { return std::string("/proc/self/fd/") + std::to_string(descriptor_); }
+MemoryFile::~MemoryFile() { unmap(); }
 
 std::span<const std::byte> MemoryFile::bytes() {
     unmap();
     struct stat status {};
-    Require(fstat(descriptor_, &status) == 0);
+    Require(fstat(descriptor_.number(), &status) == 0);
     if (status.st_size == 0) return {};
     const auto size = static_cast<std::size_t>(status.st_size);
-    void* mapping = mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor_, 0);
+    void* mapping = mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor_.number(), 0);
     Require(mapping != MAP_FAILED);
     mapping_ = mapping;
     size_ = size;
     return {static_cast<const std::byte*>(mapping_), size_};
 }
 
-void MemoryFile::set(std::size_t offset, std::byte value) const {
-    Require(pwrite(descriptor_, &value, 1, static_cast<off_t>(offset)) == 1);
+void MemoryFile::set(std::size_t offset, std::span<const std::byte> bytes) const {
+    const ssize_t written =
+        pwrite(descriptor_.number(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    Require(written == static_cast<ssize_t>(bytes.size()));
 }
 
 void MemoryFile::unmap() {

@@ -5,6 +5,8 @@
 #include <span>
 #include <string>
 
+#include "standalone/nevrel/descriptor.h"
+
 namespace nevrel {
 
 /// Cannot run full like a disk, and leaves nothing behind. Throws std::system_error where the system refuses.
@@ -16,16 +18,16 @@ class MemoryFile {
     MemoryFile& operator=(const MemoryFile&) = delete;
 
     /// A path under which this process can open the file for reading and writing.
-    [[nodiscard]] std::string path() const;
+    [[nodiscard]] std::string path() const { return descriptor_.path(); }
     /// What the file holds now; valid until the next call, and only while nothing writes to it.
     [[nodiscard]] std::span<const std::byte> bytes();
-    /// Overwrites one byte.
-    void set(std::size_t offset, std::byte value) const;
+    /// Overwrites what the file holds from `offset` on.
+    void set(std::size_t offset, std::span<const std::byte> bytes) const;
 
   private:
     void unmap();
 
-    int descriptor_;
+    Descriptor descriptor_;
     void* mapping_ = nullptr;
     std::size_t size_ = 0;
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cassert>
+#include <cmath>
 #include <cstring>
 #include <numeric>
 #include <type_traits>
@@ -240,6 +241,19 @@ void ExpandGrey(Part& part, ColorChannels& channels) {
     spec.alpha_channel = 3;
     part = Rearranged(part, spec, {channels.red, channels.red, channels.red, channels.alpha}, channels.red);
     channels = {channels.part, 0, 1, 2, 3, ""};
+}
+
+void RoundToBits(Part& part, int bits) {
+    assert(bits > 8 && bits <= 16);
+    const double largest = (1U << static_cast<unsigned>(bits)) - 1;
+    const int rest = 16 - bits;
+    for (int channel = 0; channel < part.spec.nchannels; ++channel) {
+        const ChannelView<std::uint16_t> samples(part, channel);
+        for (std::size_t i = 0; i < part.pixels(); ++i) {
+            const long rounded = std::lround(ToUnit(samples.get(i)) * largest);
+            samples.set(i, static_cast<std::uint16_t>(rounded << rest | rounded >> (bits - rest)));
+        }
+    }
 }
 
 Part Recast(const Part& part, const ColorChannels& channels, bool associated) {

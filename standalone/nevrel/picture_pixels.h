@@ -21,6 +21,9 @@ void AddAlpha(Part& part, ColorChannels& channels);
 /// Makes a grey part with alpha an RGBA one, for formats without the former; its other channels go.
 void ExpandGrey(Part& part, ColorChannels& channels);
 
+/// Rounds 16-bit samples to the nearest that `bits` of them can hold, 9 to 16; writers cut off the others.
+void RoundToBits(Part& part, int bits);
+
 /// The part with float samples and colour multiplied by alpha or not, for formats that store it otherwise.
 /// Where alpha is 0, straight colour is lost by multiplication.
 [[nodiscard]] Part Recast(const Part& part, const ColorChannels& channels, bool associated);

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <new>
 
 #include "standalone/nevrel/complete_file.h"
+#include "standalone/nevrel/descriptor.h"
 #include "standalone/nevrel/picture_error.h"
 
 namespace nevrel {
@@ -78,15 +78,16 @@ Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::fil
     return part;
 }
 
-void RequireReadableFile(const std::filesystem::path& path) {
+void RequireRegularFile(const std::filesystem::path& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (!std::filesystem::exists(status)) throw UnreadablePicture(path, "no such file");
     if (!std::filesystem::is_regular_file(status)) throw UnreadablePicture(path, "is not a regular file");
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr)
-        throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
-    std::fclose(file);
+}
+
+/// The name under which the library opens the file; it takes a question mark for the start of a query.
+std::string LibraryName(const std::filesystem::path& path, const Descriptor& file) {
+    return path.string().find('?') == std::string::npos ? path.string() : file.path();
 }
 
 }  // namespace
@@ -99,10 +100,12 @@ Part MakePart(const OIIO::ImageSpec& spec, bool associated) {
 }
 
 Picture ReadPicture(const std::filesystem::path& path) try {
-    RequireReadableFile(path);
+    RequireRegularFile(path);
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
     if (!IsComplete(path)) throw UnreadablePicture(path, "is truncated");
     const OIIO::ImageSpec hints = ReadingHints();
-    const auto input = OIIO::ImageInput::open(path.string(), &hints);
+    const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
     if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
     Picture picture{input->format_name(), {}};
     RequireSupported(path, picture.format);
@@ -111,14 +114,18 @@ Picture ReadPicture(const std::filesystem::path& path) try {
         if (input->seek_subimage(subimage, 1))
             throw UnreadablePicture(path, "holds reduced copies (MIP levels)");
     }
-    static_cast<void>(input->geterror());  // that there is no further part is no error
+    static_cast<void>(input->geterror());  // there is one after the last part as well
+    if (picture.format == "tiff" && picture.parts.size() < CountTiffPages(path)) {
+        throw UnreadablePicture(
+            path, "damaged or truncated: cannot find page " + std::to_string(picture.parts.size() + 1));
+    }
     return picture;
 } catch (const std::bad_alloc&) {
     throw UnreadablePicture(path, "not enough memory for its pixels");
 }
 
 std::string FormatForPath(const std::filesystem::path& path) {
-    const auto output = OIIO::ImageOutput::create(path.string());
+    const auto output = OIIO::ImageOutput::create("picture" + path.extension().string());
     static_cast<void>(OIIO::geterror());
     if (!output) throw PictureError(path, "its extension names no picture format");
     RequireSupported(path, output->format_name());

@@ -101,13 +101,21 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
 /// stands in the footer, the last 26 bytes of the file.
 void MarkAssociated(MemoryFile& targa) {
     constexpr std::size_t kFooterSize = 26, kAttributesType = 494;
-    constexpr std::byte kPremultiplied{4};
+    constexpr std::array kPremultiplied{std::byte{4}};
     const std::span<const std::byte> bytes = targa.bytes();
     if (bytes.size() < kFooterSize) return;
     std::size_t area = 0;
     for (std::size_t i = 4; i-- > 0;)
         area = area << 8 | std::to_integer<std::size_t>(bytes[bytes.size() - kFooterSize + i]);
     if (area + kAttributesType < bytes.size()) targa.set(area + kAttributesType, kPremultiplied);
+}
+
+/// Gives a DPX its own name, which stands in its header; the writer put the path it wrote to there.
+void SetFileName(const MemoryFile& dpx, const std::string& name) {
+    constexpr std::size_t kFileName = 36;
+    std::array<char, 100> field{};
+    name.copy(field.data(), field.size() - 1);
+    dpx.set(kFileName, std::as_bytes(std::span(field)));
 }
 
 /// Writers leave out channels that they have no place for, and may not notice that a write failed.
@@ -170,6 +178,7 @@ void WritePicture(const Picture& picture, const std::filesystem::path& path) try
     Encoder(picture, path).encode(encoded.path());
     const Part& part = picture.parts.front();
     if (picture.format == "targa" && part.associated && part.spec.alpha_channel >= 0) MarkAssociated(encoded);
+    if (picture.format == "dpx") SetFileName(encoded, path.filename().string());
     RequireWhole(encoded.path(), picture, path);
     WriteWholeFile(path, encoded.bytes());
 } catch (const std::bad_alloc&) {

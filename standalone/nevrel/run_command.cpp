@@ -1,12 +1,18 @@
 #include "standalone/nevrel/run_command.h"
 
+#include <sched.h>
+
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "standalone/nevrel/controls.h"
 #include "standalone/nevrel/describe_module.h"
@@ -20,12 +26,24 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+constexpr int kMostJobs = 1000;
 constexpr char kDepthOption[] = "--depth";
+
+/// Processors that this process may run on.
+unsigned Processors() {
+    cpu_set_t processors;
+    if (sched_getaffinity(0, sizeof processors, &processors) != 0) return 1;
+    return static_cast<unsigned>(CPU_COUNT(&processors));
+}
 
 struct CommandLine {
     std::string modulePath;
     std::string language;  // read by the module itself from the process's command line
-    SmoothJob job;
+    std::vector<std::filesystem::path> inputs;
+    std::filesystem::path output;
+    std::string format;
+    unsigned jobs = Processors();
+    SmoothSettings settings;
     std::optional<std::string> depth;
     ControlValues controls;
 };
@@ -52,20 +70,31 @@ void AddControlOptions(CLI::App& app, ControlValues& controls) {
 }
 
 void AddSmooth(CLI::App& app, CommandLine& line) {
-    CLI::App* smooth = app.add_subcommand("smooth", "smooths the stair-stepped edges of a picture");
-    smooth->footer("Ranges and defaults of the controls are the module's own: see `nevrel params`.");
-    smooth->add_option("input", line.job.input, "PNG, TIFF, TGA, BMP, EXR or DPX")
-        ->required()
-        ->type_name("IN");
-    smooth->add_option("-o,--output", line.job.output, "the smoothed picture; the extension names the format")
+    CLI::App* smooth = app.add_subcommand("smooth", "smooths the stair-stepped edges of pictures");
+    smooth->footer(
+        "A picture that fails does not stop the others; the exit status is 1 then.\n"
+        "Ranges and defaults of the controls are the module's own: see `nevrel params`.");
+    smooth->add_option("input", line.inputs, "PNG, TIFF, TGA, BMP, EXR or DPX")->required()->type_name("IN");
+    smooth
+        ->add_option("-o,--output", line.output,
+                     "the smoothed picture, whose extension names the format; or a folder for pictures of "
+                     "the inputs' names, a new one with a slash at its end")
         ->required()
         ->type_name("OUT");
+    smooth
+        ->add_option("--format", line.format,
+                     "extension of the pictures in a folder; the inputs' own by default")
+        ->type_name("EXT");
+    smooth
+        ->add_option("--jobs", line.jobs, "pictures to smooth at a time; the number of processors by default")
+        ->check(CLI::Range(1, kMostJobs))
+        ->type_name("N");
     AddControlOptions(*smooth, line.controls);
     smooth
         ->add_option(kDepthOption, line.depth,
                      "depth to smooth at; the file's own by default, which it keeps")
         ->type_name("8|16|float");
-    smooth->add_option("--layer", line.job.layer, "the layer of an EXR to smooth")->type_name("NAME");
+    smooth->add_option("--layer", line.settings.layer, "the layer of an EXR to smooth")->type_name("NAME");
 }
 
 void AddOptions(CLI::App& app, CommandLine& line) {
@@ -75,15 +104,23 @@ void AddOptions(CLI::App& app, CommandLine& line) {
     AddControlOptions(*options, line.controls);
 }
 
-void Smooth(CommandLine& line) {
-    if (line.depth) line.job.depth = Depth(*line.depth);
+void MakeFolder(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw PictureError(folder, "cannot be made: " + error.message());
+}
+
+int Smooth(CommandLine& line, const Complain& complain) {
+    if (line.depth) line.settings.depth = Depth(*line.depth);
+    const std::vector<PicturePaths> pictures = FindOutputs(line.inputs, line.output, line.format);
     const Session session(line.modulePath);
     standalone::Instance instance(session.effect());
     ApplyControls(line.controls, instance);
     const auto setUp = instance.sequenceSetup();
     if (!setUp.ok())
         throw standalone::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
-    SmoothPicture(instance, line.job);
+    if (IsFolder(line.output)) MakeFolder(line.output);
+    return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : kFailed;
 }
 
 void ShowOptions(const CommandLine& line) {
@@ -98,9 +135,15 @@ void ShowOptions(const CommandLine& line) {
     if (!dialog.hasShown()) throw standalone::ModuleError(line.modulePath + ": has no options dialog");
 }
 
-void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+/// What was printed may still lie in a buffer, and the reader may be gone or the disk full.
+void RequirePrinted() {
+    if (!std::cout.flush()) {
+        throw std::runtime_error(std::string("the standard output cannot be written: ") +
+                                 std::strerror(errno));
+    }
+}
 
-int Run(int argc, const char* const* argv) {
+int Run(int argc, const char* const* argv, const Complain& complain) {
     CommandLine line;
     line.modulePath = DefaultModulePath().string();
     CLI::App app("Smooths the stair-stepped edges of pictures with the nevrel effect.", "nevrel");
@@ -116,25 +159,30 @@ int Run(int argc, const char* const* argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& request) {
-        return app.exit(request);
+        app.exit(request);
+        RequirePrinted();
+        return 0;
     } catch (const CLI::ParseError& error) {
         throw UsageError(OneLine(error.what()));
     }
-    if (app.got_subcommand("smooth")) Smooth(line);
+    if (app.got_subcommand("smooth")) return Smooth(line, complain);
     if (app.got_subcommand("options")) ShowOptions(line);
-    if (app.got_subcommand("about")) Print(AboutText(Session(line.modulePath).effect()));
-    if (app.got_subcommand("params")) Print(ParamsText(Session(line.modulePath).effect()));
+    if (app.got_subcommand("about")) std::cout << AboutText(Session(line.modulePath).effect());
+    if (app.got_subcommand("params")) std::cout << ParamsText(Session(line.modulePath).effect());
+    RequirePrinted();
     return 0;
 }
 
 }  // namespace
 
-Outcome RunCommand(int argc, const char* const* argv) try {
-    return {Run(argc, argv), {}};
+int RunCommand(int argc, const char* const* argv, const Complain& complain) try {
+    return Run(argc, argv, complain);
 } catch (const UsageError& error) {
-    return {kWrongUsage, OneLine(error.what())};
+    complain(OneLine(error.what()));
+    return kWrongUsage;
 } catch (const std::exception& error) {
-    return {kFailed, OneLine(error.what())};
+    complain(OneLine(error.what()));
+    return kFailed;
 }
 
 }  // namespace nevrel

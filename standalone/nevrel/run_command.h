@@ -1,16 +1,12 @@
 // The command `nevrel`, from its arguments to its exit status.
 #pragma once
 
-#include <string>
+#include "standalone/nevrel/in_turn.h"
 
 namespace nevrel {
 
-/// How the command ended.
-struct Outcome {
-    int status = 0;         ///< 0, 1 when it failed, 2 when the command line was wrong
-    std::string complaint;  ///< what went wrong, in one line
-};
-
-[[nodiscard]] Outcome RunCommand(int argc, const char* const* argv);
+/// Returns the exit status: 0, 1 when something failed, 2 when the command line was wrong and nothing was
+/// done. `complain` gets a line for each thing that went wrong; there is none when the status is 0.
+[[nodiscard]] int RunCommand(int argc, const char* const* argv, const Complain& complain);
 
 }  // namespace nevrel

@@ -19,14 +19,6 @@ using standalone::Frame;
 using standalone::Instance;
 using standalone::World;
 
-/// The same file can have several names, so names are not compared.
-void RequireOtherFile(const SmoothJob& job) {
-    std::error_code error;
-    if (std::filesystem::equivalent(job.input, job.output, error)) {
-        throw PictureError(job.output, "is the input itself; choose another output");
-    }
-}
-
 void Render(Instance& instance, World& input, World& output, const std::filesystem::path& path) {
     Frame frame(instance, input);
     const auto require = [&](const CommandResult& result) {
@@ -61,35 +53,63 @@ void Adapt(Part& part, const ColorChannels& channels, const Picture& input, cons
     part = Recast(part, channels, associated);
 }
 
-}  // namespace
-
-void SmoothPicture(Instance& instance, const SmoothJob& job) try {
-    const std::string format = FormatForPath(job.output);
-    RequireOtherFile(job);
-    Picture picture = ReadPicture(job.input);
-    ColorChannels channels = FindColorChannels(picture, job.layer, job.input);
-    if (picture.parts.size() > 1 && format != picture.format) {
-        throw PictureError(job.output, "the " + std::to_string(picture.parts.size()) +
-                                           " parts of the input can only be kept as " + picture.format);
-    }
+/// Smooths the part that holds the channels, as `format` stores it.
+void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
+                Picture& picture, ColorChannels& channels, const std::string& format) {
     Part& part = picture.parts[channels.part];
-    const PF_PixelFormat depth = job.depth.value_or(OwnDepth(part, channels, job.input));
-
+    const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
     World input(depth, part.spec.width, part.spec.height);
     World output(depth, part.spec.width, part.spec.height);
     LoadPixels(part, channels, input);
-    Render(instance, input, output, job.input);
+    Render(instance, input, output, paths.input);
 
-    Adapt(part, channels, picture, format, job.output);
+    Adapt(part, channels, picture, format, paths.output);
     const bool keyed = instance.param(kColorKeyEnable).u.bd.value != 0;
     if (keyed && channels.alpha < 0) AddAlpha(part, channels);
     if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
         ExpandGrey(part, channels);
     StorePixels(input, output, channels, part);
+    const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
+    if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16) RoundToBits(part, bits);
+}
+
+/// Lets the picture library use so many threads for one picture.
+void SetLibraryThreads(int threads) {
+    OIIO::attribute("threads", threads);
+    OIIO::attribute("exr_threads", threads > 1 ? threads : -1);  // a pool of one would be one thread too many
+}
+
+}  // namespace
+
+void SmoothPicture(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths) try {
+    const std::string format = FormatForPath(paths.output);
+    Picture picture = ReadPicture(paths.input);
+    ColorChannels channels = FindColorChannels(picture, settings.layer, paths.input);
+    if (picture.parts.size() > 1 && format != picture.format) {
+        throw PictureError(paths.output, "the " + std::to_string(picture.parts.size()) +
+                                             " parts of the input can only be kept as " + picture.format);
+    }
+    SmoothPart(instance, settings, paths, picture, channels, format);
     picture.format = format;
-    WritePicture(picture, job.output);
+    WritePicture(picture, paths.output);
 } catch (const std::bad_alloc&) {
-    throw PictureError(job.input, "not enough memory");
+    throw PictureError(paths.input, "not enough memory");
+}
+
+bool SmoothPictures(Instance& instance, const SmoothSettings& settings,
+                    const std::vector<PicturePaths>& pictures, unsigned jobs, const Complain& complain) {
+    SetLibraryThreads(std::max(1, static_cast<int>(jobs / pictures.size())));
+    const auto smooth = [&](std::size_t i) -> std::string {
+        try {
+            SmoothPicture(instance, settings, pictures[i]);
+            return {};
+        } catch (const PictureError& error) {
+            return OneLine(error.what());
+        } catch (const std::exception& error) {
+            return OneLine(PictureError(pictures[i].input, error.what()).what());
+        }
+    };
+    return DoInTurn(pictures.size(), jobs, smooth, complain);
 }
 
 }  // namespace nevrel

@@ -1,23 +1,30 @@
-// Smoothing one picture, from file to file.
+// Smoothing pictures, from file to file.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "standalone/instance.h"
+#include "standalone/nevrel/in_turn.h"
+#include "standalone/nevrel/output_paths.h"
 
 namespace nevrel {
 
-struct SmoothJob {
-    std::filesystem::path input;
-    std::filesystem::path output;
+/// How pictures are smoothed, beside the instance's controls.
+struct SmoothSettings {
     std::string layer;                    ///< of an EXR; empty for the picture's own channels
     std::optional<PF_PixelFormat> depth;  ///< of the kernels; the picture's own by default
 };
 
 /// Several threads may smooth pictures with one instance at once. Throws PictureError; nothing has been
 /// written then.
-void SmoothPicture(standalone::Instance& instance, const SmoothJob& job);
+void SmoothPicture(standalone::Instance& instance, const SmoothSettings& settings, const PicturePaths& paths);
+
+/// Smooths the pictures, up to `jobs` at a time, each in one thread that reads, renders and writes it. One
+/// that fails is passed to `complain`, in the order of the pictures, and stops no other. Returns whether none
+/// failed.
+bool SmoothPictures(standalone::Instance& instance, const SmoothSettings& settings,
+                    const std::vector<PicturePaths>& pictures, unsigned jobs, const Complain& complain);
 
 }  // namespace nevrel

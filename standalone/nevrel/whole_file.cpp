@@ -6,83 +6,43 @@
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstring>
+#include <optional>
 #include <string>
 
+#include "standalone/nevrel/descriptor.h"
+#include "standalone/nevrel/ending_signals.h"
 #include "standalone/nevrel/picture_error.h"
 
 namespace nevrel {
 namespace {
 
-constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
-
-std::atomic<int> filesInPlacement{0};
-std::atomic<int> pendingSignal{0};
-
-void EndBySignal(int number) {
-    signal(number, SIG_DFL);
-    raise(number);
-}
-
-void OnSignal(int number) {
-    pendingSignal = number;
-    if (filesInPlacement == 0) EndBySignal(number);
-}
-
-/// While one lives, the signals that end the program wait.
-class Placement {
-  public:
-    Placement() { ++filesInPlacement; }
-    ~Placement() {
-        if (--filesInPlacement == 0 && pendingSignal != 0) EndBySignal(pendingSignal);
-    }
-    Placement(const Placement&) = delete;
-    Placement& operator=(const Placement&) = delete;
-};
-
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (isOpen()) close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    [[nodiscard]] int number() const { return number_; }
-
-  private:
-    int number_;
-};
-
 /// One file on its way to its place.
 class NewFile {
   public:
-    explicit NewFile(const std::filesystem::path& path) : path_(path), target_(path) {
-        std::error_code error;
-        if (std::filesystem::is_symlink(path, error))
-            target_ = std::filesystem::weakly_canonical(path, error);
+    explicit NewFile(const std::filesystem::path& path) : path_(path), target_(FollowLinks(path)) {
         struct stat present {};
         if (stat(target_.c_str(), &present) == 0) {
             if (!S_ISREG(present.st_mode)) throw PictureError(path_, "is not a regular file");
-            mode_ = present.st_mode & 0777U;
+            permissions_ = present.st_mode & 0777U;
+        } else {
+            require(errno == ENOENT);
         }
+        constexpr std::size_t kLongestName = 200;  // leaves room for the rest
         const std::string serial = std::to_string(getpid()) + "-" + std::to_string(++serial_);
-        const std::string name = std::string(1, '.') + target_.filename().string() + "." + serial + ".part";
+        const std::string name = target_.filename().string().substr(0, kLongestName);
         temporary_ = target_;
-        temporary_.replace_filename(name);
+        temporary_.replace_filename(std::string(1, '.').append(name) + "." + serial + ".part");
     }
 
     void write(std::span<const std::byte> bytes) {
         const std::filesystem::path folder = target_.has_parent_path() ? target_.parent_path() : ".";
-        const Descriptor unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode_));
+        const Descriptor unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kNewFile));
         if (unnamed.isOpen()) {
             fill(unnamed, bytes);
-            const Placement placement;
-            const std::string link = std::string("/proc/self/fd/") + std::to_string(unnamed.number());
-            require(linkat(AT_FDCWD, link.c_str(), AT_FDCWD, temporary_.c_str(), AT_SYMLINK_FOLLOW) == 0);
+            const EndingSignalsWait wait;
+            require(linkat(AT_FDCWD, unnamed.path().c_str(), AT_FDCWD, temporary_.c_str(),
+                           AT_SYMLINK_FOLLOW) == 0);
             moveIntoPlace();
         } else {
             writeNamed(bytes);
@@ -92,8 +52,8 @@ class NewFile {
   private:
     /// For file systems without unnamed files.
     void writeNamed(std::span<const std::byte> bytes) try {
-        const Placement placement;
-        const Descriptor named(open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode_));
+        const EndingSignalsWait wait;
+        const Descriptor named(open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
         require(named.isOpen());
         try {
             fill(named, bytes);
@@ -113,6 +73,7 @@ class NewFile {
             require(written > 0);
             bytes = bytes.subspan(static_cast<std::size_t>(written));
         }
+        if (permissions_) require(fchmod(file.number(), *permissions_) == 0);
         require(fsync(file.number()) == 0);
     }
 
@@ -128,11 +89,12 @@ class NewFile {
         if (!success) throw PictureError(path_, std::string("cannot be written: ") + std::strerror(errno));
     }
 
+    static constexpr mode_t kNewFile = 0666;
     static inline std::atomic<int> serial_{0};
     std::filesystem::path path_;
     std::filesystem::path target_;
     std::filesystem::path temporary_;
-    mode_t mode_ = 0666;
+    std::optional<mode_t> permissions_;  ///< of the file that is replaced
 };
 
 }  // namespace
@@ -141,9 +103,15 @@ void WriteWholeFile(const std::filesystem::path& path, std::span<const std::byte
     NewFile(path).write(bytes);
 }
 
-void PrepareSignals() {
-    for (const int number : kEndingSignals) signal(number, OnSignal);
-    signal(SIGXFSZ, SIG_IGN);
+std::filesystem::path FollowLinks(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
+    std::filesystem::path place = path;
+    std::error_code error;
+    for (int links = 0; std::filesystem::is_symlink(place, error); ++links) {
+        if (links == kMostLinks) return path;
+        place = place.parent_path() / std::filesystem::read_symlink(place);
+    }
+    return place;
 }
 
 }  // namespace nevrel

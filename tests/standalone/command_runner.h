@@ -17,6 +17,14 @@ struct CommandRun {
     std::string output, errors;
 };
 
+/// One line that starts with the program's name and holds every one of `words`.
+inline void ExpectError(const CommandRun& run, int status, const std::vector<std::string>& words) {
+    EXPECT_EQ(run.status, status) << run.errors;
+    EXPECT_EQ(run.errors.find("nevrel: "), 0U) << run.errors;
+    EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    for (const std::string& word : words) EXPECT_NE(run.errors.find(word), std::string::npos) << run.errors;
+}
+
 inline std::string FileText(const std::filesystem::path& path) {
     std::ostringstream text;
     text << std::ifstream(path, std::ios::binary).rdbuf();
@@ -35,9 +43,9 @@ class CommandTest : public testing::Test {
 
     /// `arguments` are shell text.
     [[nodiscard]] CommandRun run(const std::string& arguments, const std::string& before = "") const {
-        const std::string line = "cd '" + folder.string() + "' && " + before + " '" +
-                                 std::filesystem::absolute("nevrel").string() + "' " + arguments +
-                                 " >logs/output 2>logs/errors";
+        const std::string line = "cd '" + folder.string() + "' && " + before +
+                                 " >logs/output 2>logs/errors '" +
+                                 std::filesystem::absolute("nevrel").string() + "' " + arguments;
         const int status = std::system(line.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileText(folder / "logs/output"),
                 FileText(folder / "logs/errors")};
@@ -45,20 +53,15 @@ class CommandTest : public testing::Test {
 
     /// `nevrel smooth INPUT -o out_INPUT`, with options before them.
     [[nodiscard]] CommandRun smooth(const std::string& input, const std::string& options = "") const {
-        return run(std::string("smooth ")
-                       .append(options)
-                       .append(" -o out_")
-                       .append(input)
-                       .append(" ")
-                       .append(input));
+        return run("smooth " + options + " -o 'out_" + input + "' '" + input + "'");
     }
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
 
-    /// What lies in the folder beside the logs.
-    [[nodiscard]] std::vector<std::string> files() const {
+    /// What lies in the folder, or in a folder there, beside the logs.
+    [[nodiscard]] std::vector<std::string> files(const std::string& within = "") const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder / within)) {
             if (entry.path().filename() != "logs") names.push_back(entry.path().filename().string());
         }
         std::sort(names.begin(), names.end());

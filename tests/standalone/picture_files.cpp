@@ -71,22 +71,35 @@ void DrawDisc(TestPicture& picture, const std::vector<double>& inside, const std
 }
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture) {
-    const auto output = OIIO::ImageOutput::create(path);
-    Require(output != nullptr && output->open(path, picture.spec), path, OIIO::geterror());
-    const bool mixed = !picture.spec.channelformats.empty();
-    const OIIO::TypeDesc type = mixed ? OIIO::TypeDesc::UNKNOWN : picture.spec.format;
-    Require(output->write_image(type, picture.samples.data()) && output->close(), path, output->geterror());
+    WriteTestPictures(path, {picture});
 }
 
-TestPicture ReadTestPicture(const std::string& path) {
+void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts) {
+    const auto output = OIIO::ImageOutput::create(path);
+    Require(output != nullptr, path, OIIO::geterror());
+    std::vector<OIIO::ImageSpec> specs;
+    for (const TestPicture& part : parts) specs.push_back(part.spec);
+    const bool announced = parts.size() > 1 && !output->supports("appendsubimage");
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool opened = i > 0       ? output->open(path, specs[i], OIIO::ImageOutput::AppendSubimage)
+                            : announced ? output->open(path, static_cast<int>(specs.size()), specs.data())
+                                        : output->open(path, specs[0]);
+        const bool mixed = !specs[i].channelformats.empty();
+        const OIIO::TypeDesc type = mixed ? OIIO::TypeDesc::UNKNOWN : specs[i].format;
+        Require(opened && output->write_image(type, parts[i].samples.data()), path, output->geterror());
+    }
+    Require(output->close(), path, output->geterror());
+}
+
+TestPicture ReadTestPicture(const std::string& path, int part) {
     OIIO::ImageSpec hints;
     hints.attribute(kStraight, 1);
     const auto input = OIIO::ImageInput::open(path, &hints);
-    Require(input != nullptr, path, OIIO::geterror());
+    Require(input != nullptr && input->seek_subimage(part, 0), path, OIIO::geterror());
     TestPicture picture{input->spec(), {}};
     picture.samples.resize(static_cast<std::size_t>(picture.spec.image_bytes(true)));
     const int channels = picture.spec.nchannels;
-    Require(input->read_image(0, 0, 0, channels, OIIO::TypeDesc::UNKNOWN, picture.samples.data()), path,
+    Require(input->read_image(part, 0, 0, channels, OIIO::TypeDesc::UNKNOWN, picture.samples.data()), path,
             input->geterror());
     return picture;
 }

@@ -49,4 +49,6 @@ void DrawDisc(TestPicture& picture, const std::vector<double>& inside, const std
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value);
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture);
-TestPicture ReadTestPicture(const std::string& path);
+/// A file of several parts or pages.
+void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts);
+TestPicture ReadTestPicture(const std::string& path, int part = 0);
