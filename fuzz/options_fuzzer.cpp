@@ -1,6 +1,7 @@
 // The options of the command: any order and number of its words, right and wrong values, and anything in
 // between.
 #include <iostream>
+#include <iterator>
 #include <sstream>
 
 #include "fuzz/command.h"
@@ -8,42 +9,14 @@
 
 namespace {
 
-constexpr const char* kWords[] = {
-    "smooth",
-    "about",
-    "params",
-    "options",
-    "in.bmp",
-    "-o",
-    "out.bmp",
-    "out.png",
-    "--output",
-    "--module",
-    "-L",
-    "JP",
-    "--layer",
-    "--depth",
-    "--color-threshold",
-    "--softness",
-    "--bias",
-    "--color-key",
-    "--invert",
-    "8",
-    "16",
-    "float",
-    "--key-threshold",
-    "--no-color-key",
-    "--help",
-    "--no-invert",
-    "0",
-    "100",
-    "#00Ff00",
-    "-1",
-    "4294967297",
-    "out.gif",
-    "--jobs",
-    "--format",
-};
+const std::vector<std::string>& Words() {
+    static std::istringstream text(
+        "smooth about params options in.bmp -o out.bmp out.png --output --module -L JP --layer --depth "
+        "--color-threshold --softness --bias --color-key --invert 8 16 float --key-threshold --no-color-key "
+        "--help --no-invert 0 100 #00Ff00 -1 4294967297 out.gif --jobs --format");
+    static const std::vector<std::string> words(std::istream_iterator<std::string>(text), {});
+    return words;
+}
 
 /// A picture of one grey pixel.
 constexpr char kBitmap[] =
@@ -53,7 +26,7 @@ constexpr char kBitmap[] =
 
 std::string ReadArgument(ByteSource& bytes) {
     const std::size_t choice = bytes.byte();
-    std::string word = choice < std::size(kWords) ? kWords[choice] : bytes.text(choice % 16);
+    std::string word = choice < Words().size() ? Words()[choice] : bytes.text(choice % 16);
     std::erase(word, '/');  // files stay in the bench's folder
     std::erase(word, '\0');
     return word.find('.') == std::string::npos ? word : CommandBench::get().file(word);

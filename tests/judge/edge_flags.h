@@ -25,6 +25,16 @@ struct EdgeFlags {
     bool G(int x, int y) const { return has(x, y, edgeDiagonal); }
     /// (x + 1, y) and (x, y + 1) differ.
     bool A(int x, int y) const { return has(x, y, edgeAntiDiagonal); }
+
+    /// With rows and columns exchanged: R(x, y) is D(y, x), and the diagonals stay what they are.
+    EdgeFlags transposed() const {
+        EdgeFlags result{Picture<unsigned char>(height(), width())};
+        for (int y = 0; y < height(); ++y)
+            for (int x = 0; x < width(); ++x)
+                result.bytes.at(y, x) = static_cast<unsigned char>(
+                    R(x, y) * edgeDown | D(x, y) * edgeRight | (bytes.at(x, y) & ~(edgeRight | edgeDown)));
+        return result;
+    }
 };
 
 /// Whether the pixels at (x1, y1) and (x2, y2) form an edge.

@@ -81,21 +81,16 @@ class Pass : Measures {
         return Blended::nothing;
     }
 
+    /// Away from the piece on that side, from the pixel next to it on; blended with the one across the piece.
     void walkRamp(Side side, RampOf ramp, int x, int y) {
-        switch (side) {
-            case left:
-                for (int c = x; c >= 0 && !ramp.done; --c) blend(c, y, x + 1, y, ramp.next());
-                break;
-            case right:
-                for (int c = x + 1; c < width() && !ramp.done; ++c) blend(c, y, x, y, ramp.next());
-                break;
-            case up:
-                for (int r = y; r >= 0 && !ramp.done; --r) blend(x, r, x, y + 1, ramp.next());
-                break;
-            case down:
-                for (int r = y + 1; r < height() && !ramp.done; ++r) blend(x, r, x, y, ramp.next());
-                break;
-        }
+        const Offset step = side < up ? Offset{1, 0} : Offset{0, 1};
+        const Offset beyond = {x + step.x, y + step.y};
+        const bool back = side == left || side == up;
+        const int sign = back ? -1 : 1;
+        Offset at = back ? Offset{x, y} : beyond;
+        const Offset source = back ? beyond : Offset{x, y};
+        for (; in_.holds(at.x, at.y) && !ramp.done; at = {at.x + sign * step.x, at.y + sign * step.y})
+            blend(at.x, at.y, source.x, source.y, ramp.next());
     }
 
     bool blendStaircases(std::span<const Staircase> variants, int x, int y) {
@@ -231,7 +226,7 @@ Picture<P> Render(const Values& values, const Picture<P>& input) {
     const auto formEdge = [&](int x1, int y1, int x2, int y2) {
         return depth.formEdge(keyed.at(x1, y1), keyed.at(x2, y2));
     };
-    const Measures measures{DetectEdges(input.width, input.height, formEdge)};
+    const Measures measures(DetectEdges(input.width, input.height, formEdge));
     return Pass<P>(values, measures, keyed).smooth();
 }
 

@@ -18,7 +18,7 @@ Measures Draw(const std::vector<std::string>& rows) {
         return rows.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x));
     };
     const auto differ = [&](int x1, int y1, int x2, int y2) { return pixel(x1, y1) != pixel(x2, y2); };
-    return {DetectEdges(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), differ)};
+    return Measures(DetectEdges(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), differ));
 }
 
 Depth8 Eight(int colorThreshold) { return Depth8(Values{.colorThreshold = colorThreshold}); }
@@ -47,15 +47,6 @@ TEST(JudgeRules, RampsGiveTheWorkedWeights) {
     EXPECT_EQ(restoring.next(), 9363);
     EXPECT_EQ((Kinds{70, 100}.thinLine(1).bias), 33);
     EXPECT_FLOAT_EQ((RampKinds<FloatWeights>{30, 0}.thinLine(1).next()), 0.3f);
-}
-
-TEST(JudgeRules, PerCallWeightsFollowSoftness) {
-    EXPECT_EQ(IntegerWeights::tip(100), 16383);
-    EXPECT_EQ(IntegerWeights::tip(70), 11468);
-    const std::vector<std::pair<int, int>> corners = {{0, 0},     {1, 93},    {35, 3276},
-                                                      {69, 6459}, {70, 6553}, {100, 6553}};
-    for (const auto& [softness, weight] : corners)
-        EXPECT_EQ(IntegerWeights::corner(softness), weight) << softness;
 }
 
 TEST(JudgeRules, IntegerBlendsRoundAsWorked) {
@@ -128,28 +119,20 @@ TEST(JudgeRules, DiagonalsAreSkippedInGroupsWithoutAFlag) {
         }
 }
 
-TEST(JudgeRules, KeyComparesColourWithItsTolerance) {
-    const Depth8 depth(Values{.keyRed = 255, .keyGreen = 255, .keyBlue = 255, .keyThreshold = 30});
-    EXPECT_TRUE(depth.matchesKey({255, 250, 245, 240}));
-    EXPECT_FALSE(depth.matchesKey({255, 250, 245, 239}));
-    EXPECT_EQ(Scale16(128), 16448);
-    EXPECT_EQ(Scale16(30), 3855);
-}
-
 TEST(JudgeRules, RunsAndFactorsOfDrawnShapes) {
     const Measures step = Draw({"........",  //
                                 "####....",  //
                                 "########"});
-    EXPECT_EQ(step.leftRun(3, 1), 3);
+    EXPECT_EQ(step.run(left, 3, 1), 3);
     EXPECT_EQ(step.lengthFactor(left, 3, 3, 1, 70), 70);
     const Measures bothEnds = Draw({"..........",  //
                                     "##......##",  //
                                     "##########"});
-    EXPECT_EQ(bothEnds.rightRun(1, 1), 5);
+    EXPECT_EQ(bothEnds.run(right, 1, 1), 5);
     EXPECT_EQ(bothEnds.lengthFactor(right, 5, 1, 1, 70), 50);
     const Measures block = Draw({"....", ".##.", ".##.", "...."});
     for (const int row : {1, 2}) {
-        EXPECT_EQ(block.rightRun(0, row), 1);
+        EXPECT_EQ(block.run(right, 0, row), 1);
         EXPECT_EQ(block.lengthFactor(right, 1, 0, row, 70), 7);
     }
     const Measures line = Draw({"............",  //
@@ -168,18 +151,6 @@ TEST(JudgeRules, RunsAndFactorsOfDrawnShapes) {
                                   ".#####"});
     EXPECT_EQ(stairs.staircaseLength(horizontalStaircases[1], 3, 1), 3);
     EXPECT_TRUE(Draw({"...", ".#.", "..."}).tipShape(1, 1));
-}
-
-TEST(JudgeRules, SoftnessZeroGivesTheMarkedCopy) {
-    Picture<Pixel8> picture(2, 2);
-    picture.at(0, 0) = {255, 10, 20, 30};
-    picture.at(1, 1) = {255, 200, 0, 0};
-    Values values = {.colorThreshold = 1, .colorKeyEnable = 1, .keyRed = 10, .keyGreen = 20, .keyBlue = 30};
-    const Picture<Pixel8> marked = Render(values, picture);
-    EXPECT_TRUE(Identical(marked.at(0, 0), {0, 10, 20, 30}));
-    EXPECT_TRUE(Identical(marked.at(1, 1), {255, 200, 0, 0}));
-    values.keyInvert = 1;
-    EXPECT_TRUE(Identical(Render(values, picture).at(1, 1), {0, 200, 0, 0}));
 }
 
 }  // namespace

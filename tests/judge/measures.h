@@ -40,7 +40,7 @@ inline constexpr std::array<Staircase, 4> verticalStaircases = {{
     {true, {0, 1}, {1, 1}, false, {0, 1}, {1, 1}, false},      // V4 down-right
 }};
 
-/// A question about a column of a horizontal walk or a row of a vertical one.
+/// A question about a column of a walk.
 using Test = std::function<bool(int)>;
 
 /// One run measure: what its two phases ask.
@@ -81,8 +81,8 @@ inline int MeasureRun(const RunRule& rule, int start, int step) {
     return std::max(k, j);
 }
 
-/// The measures of one picture's edge flags; lengths in pixels, factors in percent.
-struct Measures : EdgeFlags {
+/// The measures left and right of a piece with R; lengths in pixels, factors in percent.
+struct RowMeasures : EdgeFlags {
     int leftRun(int x, int y) const {
         return MeasureRun({.skipFirst = G(x, y - 1) || R(x - 1, y),
                            .open = [=, this](int c) { return R(c, y - 1) || !D(c, y - 1); },
@@ -107,64 +107,18 @@ struct Measures : EdgeFlags {
                           x, +1);
     }
 
-    int upRun(int x, int y) const {
-        return MeasureRun({.skipFirst = G(x - 1, y) || D(x, y - 1),
-                           .open = [=, this](int r) { return D(x - 1, r) || !R(x - 1, r); },
-                           .closes = [=, this](int r) { return D(x, r - 1); },
-                           .longSurvivesFirst = R(x, y + 1),
-                           .skipSecond = A(x, y),
-                           .nothingSecond = D(x, y - 1),
-                           .stop = [=, this](int r) { return D(x + 1, r) || !R(x, r); },
-                           .longSurvivesSecond = R(x - 1, y + 1)},
-                          y, -1);
-    }
-
-    int downRun(int x, int y) const {
-        return MeasureRun({.skipFirst = A(x - 1, y) || D(x, y + 1),
-                           .open = [=, this](int r) { return D(x - 1, r) || !R(x - 1, r); },
-                           .closes = [=, this](int r) { return D(x, r + 1); },
-                           .longSurvivesFirst = R(x, y),
-                           .skipSecond = G(x, y),
-                           .nothingSecond = D(x, y + 1),
-                           .stop = [=, this](int r) { return D(x + 1, r) || !R(x, r); },
-                           .longSurvivesSecond = R(x - 1, y)},
-                          y, +1);
-    }
-
-    /// The run on that side of the piece; 0 above row 0.
-    int run(Side side, int x, int y) const {
-        if (side == left) return leftRun(x, y);
-        if (side == right) return rightRun(x, y);
-        if (side == up) return y == 0 ? 0 : upRun(x, y);
-        return downRun(x, y);
-    }
+    int run(Side side, int x, int y) const { return side == left ? leftRun(x, y) : rightRun(x, y); }
 
     int thinLineLength(Side side, int x, int y) const {
-        const auto stopInRow = [&](int c) {
-            return R(c, y) || R(c, y - 1) || !D(c, y - 1) || R(c, y + 1) || !D(c, y);
-        };
-        const auto stopInColumn = [&](int r) {
-            return D(x, r) || D(x - 1, r) || !R(x - 1, r) || D(x + 1, r) || !R(x, r);
-        };
+        const bool none = side == left
+                              ? G(x, y - 1) || D(x + 1, y - 1) || R(x + 1, y) || A(x, y) || D(x + 1, y)
+                              : D(x, y - 1) || A(x, y - 1) || R(x - 1, y) || D(x, y) || G(x, y);
+        if (none) return 0;
+        const int step = side == left ? -1 : 1;
         int j = 0;
-        switch (side) {
-            case left:
-                if (G(x, y - 1) || D(x + 1, y - 1) || R(x + 1, y) || A(x, y) || D(x + 1, y)) return 0;
-                for (int c = x - 1; !stopInRow(c); --c) ++j;
-                break;
-            case right:
-                if (D(x, y - 1) || A(x, y - 1) || R(x - 1, y) || D(x, y) || G(x, y)) return 0;
-                for (int c = x + 1; !stopInRow(c); ++c) ++j;
-                break;
-            case up:
-                if (G(x - 1, y) || A(x, y) || R(x - 1, y + 1) || R(x, y + 1) || D(x, y + 1)) return 0;
-                for (int r = y - 1; !stopInColumn(r); --r) ++j;
-                break;
-            case down:
-                if (D(x, y - 1) || R(x - 1, y) || R(x, y) || A(x - 1, y) || G(x, y)) return 0;
-                for (int r = y + 1; !stopInColumn(r); ++r) ++j;
-                break;
-        }
+        for (int c = x + step; !(R(c, y) || R(c, y - 1) || !D(c, y - 1) || R(c, y + 1) || !D(c, y));
+             c += step)
+            ++j;
         return j > 5 ? (j - 5) / 2 + 5 : j;
     }
 
@@ -176,25 +130,15 @@ struct Measures : EdgeFlags {
 
     bool blockNear(Side side, int x, int y) const {
         if (side == right && x >= width() - 1) return false;
-        if (side == down && y >= height() - 1) return false;
-        if (side == left || side == right) {
-            const int column = side == left ? x : x + 1;
-            const bool c = D(column, y);
-            const bool p = y == 0 ? false : D(column, y - 1);
-            return c != p && isolatedBlock(side == left ? x - 1 : x + 1, c ? y - 1 : y);
-        }
-        const int row = side == up ? y : y + 1;
-        const bool c = R(x, row);
-        const bool p = x == 0 ? false : R(x - 1, row);
-        return c != p && isolatedBlock(c ? x - 1 : x, side == up ? y - 1 : y + 1);
+        const int column = side == left ? x : x + 1;
+        const bool c = D(column, y), p = y == 0 ? false : D(column, y - 1);
+        return c != p && isolatedBlock(side == left ? x - 1 : x + 1, c ? y - 1 : y);
     }
 
     /// The run that comes back from the far end of a run of n.
     int oppositeRun(Side side, int n, int x, int y) const {
         if (side == left) return x - n - 1 >= 0 ? rightRun(x - n - 1, y) : 0;
-        if (side == right) return x + n + 1 < width() ? leftRun(x + n + 1, y) : 0;
-        if (side == up) return y - n - 1 >= 0 ? downRun(x, y - n - 1) : 0;
-        return y + n + 1 < height() ? upRun(x, y + n + 1) : 0;
+        return x + n + 1 < width() ? leftRun(x + n + 1, y) : 0;
     }
 
     /// `n` is the run on that side, not 0.
@@ -203,13 +147,27 @@ struct Measures : EdgeFlags {
         if (m == 0) return softness;
         if (n == 1 && m == 1) {
             if (blockNear(side, x, y)) return softness * 10 / 100;
-            const bool acrossRows = side == left || side == right;
-            if (acrossRows ? blockNear(side, x, y + 1) : blockNear(side, x + 1, y))
-                return softness * 36 / 100;
-            if (acrossRows ? blockNear(side, x, y - 1) : blockNear(side, x - 1, y))
-                return softness * 36 / 100;
+            if (blockNear(side, x, y + 1) || blockNear(side, x, y - 1)) return softness * 36 / 100;
         }
         return (2 * n - m) * softness * 100 / (n * 140);
+    }
+};
+
+/// Every measure; those above and below a piece with D are those of rows, with rows and columns exchanged.
+struct Measures : EdgeFlags {
+    explicit Measures(const EdgeFlags& flags)
+        : EdgeFlags(flags), rows_{flags}, columns_{flags.transposed()} {}
+
+    /// The run on that side of the piece.
+    int run(Side side, int x, int y) const {
+        return side < up ? rows_.run(side, x, y) : columns_.run(Exchanged(side), y, x);
+    }
+    int thinLineLength(Side side, int x, int y) const {
+        return side < up ? rows_.thinLineLength(side, x, y) : columns_.thinLineLength(Exchanged(side), y, x);
+    }
+    int lengthFactor(Side side, int n, int x, int y, int softness) const {
+        return side < up ? rows_.lengthFactor(side, n, x, y, softness)
+                         : columns_.lengthFactor(Exchanged(side), n, y, x, softness);
     }
 
     int staircaseLength(const Staircase& v, int x, int y) const {
@@ -238,6 +196,11 @@ struct Measures : EdgeFlags {
         if (!closedTop) return bottomLeft && bottomRight;
         return topLeft && topRight;
     }
+
+  private:
+    static Side Exchanged(Side side) { return side == up ? left : right; }
+
+    RowMeasures rows_, columns_;
 };
 
 }  // namespace judge

@@ -108,17 +108,6 @@ TEST(ParamsSetup, DeclaresTheControls) {
     }
 }
 
-TEST(ParamsSetup, StopsAtAControlThatTheHostRefuses) {
-    Session session;
-    session.host.calls.resetCounts();
-    session.host.calls.inject({.call = HostCall::AddParam, .nth = 4, .code = 1234});
-    const CommandResult result = Effect(session.effect).paramsSetup();
-    session.host.calls.clearFault();
-    EXPECT_EQ(result.error, 1234);
-    EXPECT_EQ(result.out.num_params, 0);
-    EXPECT_EQ(session.host.calls.count(HostCall::AddParam), 4);
-}
-
 /// The ids of the controls that a UI command updates, in order.
 std::vector<A_long> Updates(Session& session, Instance& instance, bool userChanged) {
     session.host.calls.record(true);

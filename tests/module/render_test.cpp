@@ -115,21 +115,6 @@ TEST(SmartRender, RendersWithThePreRenderedValues) {
     EXPECT_EQ(copy.pixels(), input.pixels());
 }
 
-TEST(SmartRender, TellsTheUserAboutAMissingSuite) {
-    Session session;
-    Instance instance(session.effect);
-    Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
-    Frame frame(instance, input);
-    ASSERT_TRUE(frame.preRender().ok());
-    session.host.blankOut.out_flags = 0x40;
-    session.host.calls.inject({.call = HostCall::AcquireSuite, .nth = 2, .shape = FaultShape::Null});
-    const CommandResult result = frame.render(output);
-    session.host.calls.clearFault();
-    EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
-    EXPECT_EQ(result.out.out_flags, 0x140);
-    EXPECT_STREQ(result.out.return_msg, "Couldn't load suite.");
-}
-
 bool IsTransparent(const Picture& picture, A_long x, A_long y) {
     const auto size = static_cast<std::size_t>(PixelBytes(picture.format()));
     const char* alpha = picture.row<char>(y) + static_cast<std::size_t>(x) * size;

@@ -10,7 +10,6 @@
 
 #include <cstdlib>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "params/string_table.h"
@@ -50,17 +49,6 @@ TEST(LanguageOption, IsReadFromTheCommandLine) {
         {"", 0},
     };
     for (const auto& c : cases) EXPECT_EQ(ParseLanguageOption(c.line), c.code) << c.line;
-}
-
-// The first use of the language, on several threads at once.
-TEST(StringTable, EveryThreadGetsTheSameLanguage) {
-    std::vector<const char*> texts(8);
-    std::vector<std::thread> threads;
-    threads.reserve(texts.size());
-    for (const char*& text : texts)
-        threads.emplace_back([&] { text = LookupString(TextId::GroupParameters); });
-    for (std::thread& thread : threads) thread.join();
-    for (const char* text : texts) EXPECT_EQ(text, texts.front());
 }
 
 /// A text of code page 932 in UTF-8.
