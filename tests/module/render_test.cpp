@@ -1,7 +1,5 @@
 // The render commands.
-#include <algorithm>
 #include <array>
-#include <utility>
 
 #include "tests/module/session.h"
 
@@ -113,34 +111,6 @@ TEST(SmartRender, RendersWithThePreRenderedValues) {
     frame.deletePreRenderData();
     EXPECT_TRUE(frame.render(copy).ok());
     EXPECT_EQ(copy.pixels(), input.pixels());
-}
-
-bool IsTransparent(const Picture& picture, A_long x, A_long y) {
-    const auto size = static_cast<std::size_t>(PixelBytes(picture.format()));
-    const char* alpha = picture.row<char>(y) + static_cast<std::size_t>(x) * size;
-    return std::all_of(alpha, alpha + size / 4, [](char byte) { return byte == 0; });
-}
-
-/// Green is at the lower left of the pictures, white at the upper right.
-TEST(Rendering, GoesToTheKernelOfDepthAndKeyMode) {
-    for (const PF_PixelFormat format :
-         {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
-        for (const bool grouped : {true, false}) {
-            Session session(grouped ? "" : kFlatLayout);
-            Instance instance(session.effect);
-            Picture input(format), smart(format, true), classic(format);
-            for (const auto& [key, invert] : {std::pair{false, true}, {true, false}, {true, true}}) {
-                SetOwnValues(instance, key, invert);
-                EXPECT_TRUE(SmartRender(instance, input, smart).ok());
-                EXPECT_NE(smart.pixels(), input.pixels());
-                EXPECT_EQ(IsTransparent(smart, 0, 11), key && !invert);
-                EXPECT_EQ(IsTransparent(smart, 39, 0), key && invert);
-                if (format == PF_PixelFormat_ARGB128) continue;  // by the smart pair alone
-                EXPECT_TRUE(instance.render(input, classic).ok());
-                EXPECT_EQ(classic.pixels(), smart.pixels());
-            }
-        }
-    }
 }
 
 TEST(Render, RefusesOtherAndMixedDepths) {

@@ -79,19 +79,6 @@ TEST(Profile, AFileThatIsNoFileDoesNoHarm) {
         << "something is left over";
 }
 
-TEST(Profile, ALargeFileIsReadAndWritten) {
-    const TempFolder folder;
-    const std::string file = folder.file("large.ini");
-    std::string text = "[other]\r\n";
-    while (text.size() < 10'000'000)
-        text += "; a long line of remarks that somebody left here for reasons unknown\r\n";
-    WriteText(file, text + "[defaults]\r\nBias=3\r\n");
-    EXPECT_EQ(Read(file), 3);
-    EXPECT_TRUE(Write(file, "40"));
-    EXPECT_EQ(Read(file), 40);
-    EXPECT_GT(std::filesystem::file_size(file), 10'000'000u);
-}
-
 #ifndef _WIN32
 
 TEST(ProfileFile, OnlyTheValueChanges) {

@@ -106,19 +106,6 @@ TEST(DialogFramework, GoesFromIdleOverShowingToClosed) {
     EXPECT_EQ(dialog.result, 0);
 }
 
-TEST(DialogFramework, EveryWayOutArrivesAsACommand) {
-    test::User user;
-    for (const auto& [action, command] : {std::pair{OK_BUTTON_ID, "dialog command 1040"},
-                                          {test::kEscape, "dialog command 2"},
-                                          {test::kCloseBox, "dialog command 2"}}) {
-        TestDialog dialog(user.mainWindow());
-        dialog.onInit = [](HWND) {};
-        EXPECT_TRUE(user.work({action}, [&] { dialog.showModal(); }));
-        EXPECT_EQ(dialog.log.messages, (Messages{"dialog init", command, "dialog destroy"}));
-        EXPECT_EQ(dialog.result, 7);
-    }
-}
-
 TEST(DialogFramework, EndedAtInitialisationItNeedsNoUser) {
     test::User user;
     TestDialog dialog(user.mainWindow());

@@ -160,21 +160,17 @@ bool IsJapanese() { return std::getenv("NEVREL_TEST_JAPANESE") != nullptr; }
 TEST(OptionsDialog, SpeaksTheLanguageOfTheProcess) {
     const auto seen = Desk().work({kEscape});
     ASSERT_TRUE(seen);
-    const std::map<int, std::pair<std::string, std::string>> captions{
-        {SETTINGS_BOX_ID, {"Settings (Valid from next start-up)", "\x90\xDD\x92\xE8 \x81\x69"}},
-        {GROUP_CHECKBOX_ID, {"Group color key parameters", "\x83\x4A\x83\x89\x81\x5B\x83\x4C\x81\x5B"}},
-        {STORE_BUTTON_ID, {"Set current parameter values to default", "\x8C\xBB\x8D\xDD\x82\xCC"}},
-        {RESTORE_BUTTON_ID, {"Restore initial default parameter values", "\x83\x70\x83\x89\x83\x81"}},
+    const std::map<int, std::pair<std::string, std::string>> beginnings{
+        {SETTINGS_BOX_ID, {"Settings (", "\x90\xDD\x92\xE8 \x81\x69"}},
+        {GROUP_CHECKBOX_ID, {"Group ", "\x83\x4A\x83\x89\x81\x5B"}},
+        {STORE_BUTTON_ID, {"Set current", "\x8C\xBB\x8D\xDD\x82\xCC"}},
+        {RESTORE_BUTTON_ID, {"Restore ", "\x83\x70\x83\x89\x83\x81"}},
+        {OK_BUTTON_ID, {"OK", "OK"}},
     };
-    for (const auto& [id, texts] : captions) {
+    for (const auto& [id, texts] : beginnings) {
         const std::string& text = seen->controls.at(id).text;
-        if (IsJapanese()) {
-            EXPECT_TRUE(text.starts_with(texts.second)) << text;
-        } else {
-            EXPECT_EQ(text, texts.first);
-        }
+        EXPECT_TRUE(text.starts_with(IsJapanese() ? texts.second : texts.first)) << text;
     }
-    EXPECT_EQ(seen->controls.at(OK_BUTTON_ID).text, "OK");
 }
 
 TEST(OptionsDialog, DoesNotOpenInAHostThatLacksWhatItNeeds) {
