@@ -8,7 +8,7 @@
 namespace standalone {
 namespace {
 
-constexpr std::size_t kGuardBytes = 4096;
+constexpr std::size_t kGuardBytes = 2048;
 constexpr std::align_val_t kAlignment{64};
 
 std::byte Noise(std::size_t index, std::uint32_t seed) {
