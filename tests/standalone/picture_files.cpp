@@ -45,6 +45,19 @@ void SetUnit(TestPicture& picture, int x, int y, int channel, double value) {
     }
 }
 
+double Unit(const TestPicture& picture, int x, int y, int channel) {
+    switch (picture.spec.channelformat(channel).basetype) {
+        case OIIO::TypeDesc::UINT8:
+            return picture.get<std::uint8_t>(x, y, channel) / 255.0;
+        case OIIO::TypeDesc::UINT16:
+            return picture.get<std::uint16_t>(x, y, channel) / 65535.0;
+        case OIIO::TypeDesc::HALF:
+            return static_cast<double>(static_cast<float>(picture.get<half>(x, y, channel)));
+        default:
+            return static_cast<double>(picture.get<float>(x, y, channel));
+    }
+}
+
 void FillWithNoise(TestPicture& picture, unsigned seed) {
     std::mt19937 generator(seed);
     const auto next = [&] { return static_cast<double>(generator() % 1024) / 1023; };

@@ -45,8 +45,9 @@ void FillWithNoise(TestPicture& picture, unsigned seed);
 /// scale.
 void DrawDisc(TestPicture& picture, const std::vector<double>& inside, const std::vector<double>& outside);
 
-/// Sets a sample from a value on the unit scale.
+/// A sample on the unit scale.
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value);
+double Unit(const TestPicture& picture, int x, int y, int channel);
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture);
 /// A file of several parts or pages.
