@@ -48,15 +48,14 @@ class Pieces {
 bool DoInTurn(std::size_t count, unsigned threads, const std::function<std::string(std::size_t)>& work,
               const Complain& complain) {
     Pieces pieces(count, work, complain);
-    {
-        std::vector<std::jthread> helpers;
-        try {
-            while (helpers.size() + 1 < threads && helpers.size() + 1 < count)
-                helpers.emplace_back([&pieces] { pieces.workOn(); });
-        } catch (const std::system_error&) {  // the system gives no more threads; fewer will do
-        }
-        pieces.workOn();
+    std::vector<std::jthread> helpers;
+    try {
+        while (helpers.size() + 1 < threads && helpers.size() + 1 < count)
+            helpers.emplace_back([&pieces] { pieces.workOn(); });
+    } catch (const std::system_error&) {  // the system gives no more threads; fewer will do
     }
+    pieces.workOn();
+    helpers.clear();  // waits for them
     return pieces.allSucceeded();
 }
 

@@ -83,9 +83,10 @@ std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const
             throw UsageError("--output: several inputs go to a folder, and '" + output.string() +
                              "' is none; to make it, write '" + output.string() + "/'");
         }
-        if (!format.empty())
+        if (!format.empty()) {
             throw UsageError("--format: is for a folder as output; the extension of '" + output.string() +
                              "' names its format");
+        }
         RequireFormat(output, "");
         pictures.push_back({inputs.front(), output});
     }

@@ -18,7 +18,9 @@ struct Part {
     std::unique_ptr<std::byte[]> samples;
     bool associated = false;  ///< colour is stored multiplied by alpha
 
-    [[nodiscard]] std::size_t pixels() const { return static_cast<std::size_t>(spec.image_pixels()); }
+    [[nodiscard]] std::size_t pixels() const {
+        return static_cast<std::size_t>(spec.width) * static_cast<std::size_t>(spec.height);
+    }
     [[nodiscard]] OIIO::TypeDesc channelType(int channel) const { return spec.channelformat(channel); }
 };
 

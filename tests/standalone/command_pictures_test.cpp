@@ -1,5 +1,4 @@
 // What `nevrel smooth` does to the samples of real files of every format and depth.
-
 #include <algorithm>
 #include <cmath>
 
