@@ -220,7 +220,7 @@ class Trial {
 
 int FailEveryCall(const Case& c, const std::string& layout) {
     Session session(layout, c.identity);
-    std::memset(&session.host.blankOut, 0x21, sizeof session.host.blankOut);
+    std::memset(&session.host.blankOut, 0x5A, sizeof session.host.blankOut);
     session.host.blankOut.sequence_data = nullptr;
     int failures = 0;
     for (const PF_PixelFormat format : c.formats) {
