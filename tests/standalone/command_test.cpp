@@ -146,6 +146,9 @@ TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
         EXPECT_TRUE(std::filesystem::is_symlink(path(link)));
     }
     ExpectError(run("smooth in.png -o loop.png"), 1, {"loop.png"});
+    std::filesystem::copy(path("in.png"), path("a?b=c.png"));
+    EXPECT_EQ(run("smooth 'a?b=c.png' -o 'd?.png'").status, 0);
+    EXPECT_TRUE(FileText(path("d?.png")) == FileText(path("old.png")));
     EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(), perms::owner_all | perms::others_write);
     EXPECT_EQ(ReadTestPicture(path("old.png")).spec.width, 120);
     EXPECT_EQ(files("elsewhere"), std::vector<std::string>{"new.png"});
