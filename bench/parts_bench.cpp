@@ -33,7 +33,7 @@ class Parts {
         if constexpr (mode == KeyMode::NoKey) {
             CopyWorld(nullptr, job_.inputWorld, job_.outputWorld, nullptr, nullptr);
         } else {
-            MarkingCopy(key_, input_, output_);
+            MarkingCopy(key_, input_, output_, forms_);
         }
     }
     void scan() const { ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_); }

@@ -5,6 +5,7 @@
 
 #include "kernel/identical.h"
 #include "kernel/image_view.h"
+#include "kernel/vector_forms.h"
 
 enum class KeyMode { NoKey, Key, KeyInvert };
 
@@ -27,6 +28,21 @@ class ColorKey {
         return p;
     }
 
+    /// Copies pixels with every keyed-out one made transparent. Cels are flat: the plain form keeps its
+    /// verdict for as long as the pixels stay the same.
+    void mark(const Pixel* from, Pixel* to, int count, const VectorForms* forms) const noexcept {
+        int x = 0;
+        if (forms != nullptr)
+            x = (forms->*Depth::markPixels)(from, to, count, key_.color(), mode == KeyMode::Key);
+        bool keyedOut = false;
+        for (const int first = x; x < count; ++x) {
+            const bool repeats = x > first && Identical(from[x], from[x - 1]);
+            if (!repeats) keyedOut = isKeyedOut(from[x]);
+            to[x] = from[x];
+            if (keyedOut) to[x].alpha = 0;
+        }
+    }
+
   private:
     typename Depth::Key key_;
 };
@@ -40,21 +56,10 @@ class ColorKey<Depth, KeyMode::NoKey> {
     [[nodiscard]] const Pixel& applyKey(const Pixel& p) const noexcept { return p; }
 };
 
-/// Copies the input to the output with every keyed-out pixel made transparent. Cels are flat: a verdict is
-/// kept along a row for as long as the pixels stay the same.
+/// Copies the input to the output with every keyed-out pixel made transparent.
 template <typename Key, typename Pixel>
-void MarkingCopy(const Key& key, const ImageView<const Pixel>& input,
-                 const ImageView<Pixel>& output) noexcept {
+void MarkingCopy(const Key& key, const ImageView<const Pixel>& input, const ImageView<Pixel>& output,
+                 const VectorForms* forms) noexcept {
     assert(input.width() == output.width() && input.height() == output.height());
-    for (int y = 0; y < input.height(); ++y) {
-        const Pixel* from = input.row(y);
-        Pixel* to = output.row(y);
-        bool keyedOut = false;
-        for (int x = 0; x < input.width(); ++x) {
-            const bool repeats = x > 0 && Identical(from[x], from[x - 1]);
-            if (!repeats) keyedOut = key.isKeyedOut(from[x]);
-            to[x] = from[x];
-            if (keyedOut) to[x].alpha = 0;
-        }
-    }
+    for (int y = 0; y < input.height(); ++y) key.mark(input.row(y), output.row(y), input.width(), forms);
 }

@@ -30,6 +30,7 @@ class Depth16 {
     [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
 
     static constexpr auto scanRow = &VectorForms::scanRow16;
+    static constexpr auto markPixels = &VectorForms::markPixels16;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         return FormEdge(p, q, edgeThreshold_);
@@ -62,8 +63,10 @@ class Depth16 {
             : key_{Scale16(LowByte(values.keyRed)), Scale16(LowByte(values.keyGreen)),
                    Scale16(LowByte(values.keyBlue)), Scale16(values.keyThreshold)} {}
 
+        [[nodiscard]] const IntegerKey& color() const { return key_; }
+
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            return key_.keyDistance(p) <= key_.tolerance;
+            return KeyDistance(p, key_) <= key_.tolerance;
         }
 
       private:

@@ -25,6 +25,7 @@ class Depth8 {
     [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
 
     static constexpr auto scanRow = &VectorForms::scanRow8;
+    static constexpr auto markPixels = &VectorForms::markPixels8;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         return FormEdge(p, q, edgeThreshold_);
@@ -57,8 +58,10 @@ class Depth8 {
                    values.keyThreshold},
               exact_{0, LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue)} {}
 
+        [[nodiscard]] const IntegerKey& color() const { return key_; }
+
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            return key_.tolerance == 0 ? hasKeyColor(p) : key_.keyDistance(p) <= key_.tolerance;
+            return key_.tolerance == 0 ? hasKeyColor(p) : KeyDistance(p, key_) <= key_.tolerance;
         }
 
       private:

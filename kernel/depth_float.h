@@ -6,6 +6,7 @@
 #include "kernel/effect_values.h"
 #include "kernel/float_tip.h"
 #include "kernel/identical.h"
+#include "kernel/key_color.h"
 #include "kernel/ramp.h"
 #include "kernel/vector_forms.h"
 #include "sdk/effect_api.h"
@@ -49,6 +50,7 @@ class DepthFloat {
     [[nodiscard]] float edgeThreshold() const { return edgeThreshold_; }
 
     static constexpr auto scanRow = &VectorForms::scanRowFloat;
+    static constexpr auto markPixels = &VectorForms::markPixelsFloat;
 
     [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
         const bool clearP = p.alpha == 0.0F;
@@ -86,23 +88,20 @@ class DepthFloat {
     class Key {
       public:
         explicit Key(const EffectValues& values)
-            : red_(FromByteScale(LowByte(values.keyRed))),
-              green_(FromByteScale(LowByte(values.keyGreen))),
-              blue_(FromByteScale(LowByte(values.keyBlue))),
-              tolerance_(FromByteScale(values.keyThreshold)) {}
+            : key_{FromByteScale(LowByte(values.keyRed)), FromByteScale(LowByte(values.keyGreen)),
+                   FromByteScale(LowByte(values.keyBlue)), FromByteScale(values.keyThreshold)} {}
+
+        [[nodiscard]] const FloatKey& color() const { return key_; }
 
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
             const float rest =
-                ((tolerance_ - FloatDifference(p.red, red_)) - FloatDifference(p.green, green_)) -
-                FloatDifference(p.blue, blue_);
+                ((key_.tolerance - FloatDifference(p.red, key_.red)) - FloatDifference(p.green, key_.green)) -
+                FloatDifference(p.blue, key_.blue);
             return !(rest < 0.0F);
         }
 
       private:
-        float red_;
-        float green_;
-        float blue_;
-        float tolerance_;
+        FloatKey key_;
     };
 
   private:

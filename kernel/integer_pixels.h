@@ -7,6 +7,7 @@
 #include "kernel/arithmetic.h"
 #include "kernel/effect_values.h"
 #include "kernel/identical.h"
+#include "kernel/key_color.h"
 
 /// Sum of the absolute differences of the four channels; a pixel with alpha 0 counts as all zero.
 template <typename Pixel>
@@ -24,19 +25,11 @@ template <typename Pixel>
     return !same && ColorDistance(p, q) > threshold;
 }
 
-/// A key colour and its tolerance in the pixel's own range.
-struct IntegerKey {
-    std::int32_t red;
-    std::int32_t green;
-    std::int32_t blue;
-    std::int32_t tolerance;
-
-    /// Sum of the absolute differences of the colour channels; alpha does not count.
-    template <typename Pixel>
-    [[nodiscard]] std::int32_t keyDistance(const Pixel& p) const noexcept {
-        return std::abs(p.red - red) + std::abs(p.green - green) + std::abs(p.blue - blue);
-    }
-};
+/// Sum of the absolute differences of the colour channels; alpha does not count.
+template <typename Pixel>
+[[nodiscard]] std::int32_t KeyDistance(const Pixel& p, const IntegerKey& key) noexcept {
+    return std::abs(p.red - key.red) + std::abs(p.green - key.green) + std::abs(p.blue - key.blue);
+}
 
 /// Blends src into dst by the weight w of 65535; straight colour. The arithmetic is modulo 2^32: sums reach
 /// 2^31 for 16-bit channels and anything for weights out of range.

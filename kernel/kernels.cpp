@@ -11,13 +11,14 @@ namespace {
 
 // The first copy: the host's own, or with a key the marking one.
 template <typename Depth, KeyMode mode>
-PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Depth, mode>& key) {
+PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Depth, mode>& key,
+                 const VectorForms* forms) {
     using Pixel = typename Depth::Pixel;
     if constexpr (mode == KeyMode::NoKey) {
         return suites.get<PF_WorldTransformSuite1>().copy(job.inData->effect_ref, job.inputWorld,
                                                           job.outputWorld, nullptr, nullptr);
     } else {
-        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld), ImageView<Pixel>(*job.outputWorld));
+        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld), ImageView<Pixel>(*job.outputWorld), forms);
         return PF_Err_NONE;
     }
 }
@@ -34,7 +35,7 @@ PF_Err RunKernel(const RenderJob& job, const VectorForms* forms) {
     const Depth depth(job);
     const ColorKey<Depth, mode> key(job);
     const BlendWeights<typename Depth::Weights> weights(job.softness, job.bias);
-    const PF_Err copied = CopyInput(job, suites, key);
+    const PF_Err copied = CopyInput(job, suites, key, forms);
     if (copied != PF_Err_NONE || job.softness == 0 || input.isEmpty()) return copied;
 
     MapWorld world(suites, job.inData->effect_ref);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/key_color.h"
 #include "kernel/step_masks.h"
 #include "sdk/effect_api.h"
 
@@ -41,6 +42,14 @@ struct VectorForms {
                       std::uint8_t* flags);
     void (*scanRowFloat)(const PF_PixelFloat* row, const PF_PixelFloat* below, int width, float threshold,
                          std::uint8_t* flags);
+
+    /// Copies pixels, with alpha made 0 of those that match the key colour, or of those that do not. May
+    /// leave out the last few; returns how many pixels it has copied.
+    int (*markPixels8)(const PF_Pixel* from, PF_Pixel* to, int count, const IntegerKey& key, bool matching);
+    int (*markPixels16)(const PF_Pixel16* from, PF_Pixel16* to, int count, const IntegerKey& key,
+                        bool matching);
+    int (*markPixelsFloat)(const PF_PixelFloat* from, PF_PixelFloat* to, int count, const FloatKey& key,
+                           bool matching);
 
     /// Finds the next windows of a row with straight edges, from column x on, and their steps. Returns the
     /// column to go on from; the row's width when it is done. Asks for a width of at least

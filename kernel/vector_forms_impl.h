@@ -112,6 +112,14 @@ struct EdgePairsFloat {
     Floats threshold_;
 };
 
+/// A vector full of one pixel.
+template <typename Isa, typename Pixel>
+typename Isa::Vector RepeatPixel(const Pixel& pixel) {
+    Pixel pixels[Isa::bytes / sizeof(Pixel)];
+    for (Pixel& p : pixels) p = pixel;
+    return Isa::load(pixels);
+}
+
 /// Whether all pixels of the cells at row[0], row[1], ... are of one colour.
 template <typename Isa, int cells, typename Pixel>
 bool IsBlank(const Pixel* row, const Pixel* below) {
@@ -200,6 +208,100 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     last = {last.right >> shift, last.down >> shift, last.diagonal >> shift, last.antiDiagonal >> shift};
     const int grouped = (cells & ~3) - x;
     StoreFlags<Isa>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
+}
+
+/// Which pixels of a vector differ from the key colour by more than its tolerance: lanes of ones, of which
+/// those of the alpha channels count. The depths' own tests.
+template <typename Isa>
+class KeyMisses8 {
+    using Vector = typename Isa::Vector;
+
+  public:
+    using Pixel = PF_Pixel;
+
+    explicit KeyMisses8(const IntegerKey& key) : tolerance_(Isa::fill(key.tolerance)) {
+        const Pixel colour = {0, static_cast<A_u_char>(key.red), static_cast<A_u_char>(key.green),
+                              static_cast<A_u_char>(key.blue)};
+        colour_ = RepeatPixel<Isa>(colour);
+    }
+
+    [[nodiscard]] Vector operator()(Vector pixels) const {
+        const Vector d = Isa::difference8(pixels, colour_);
+        const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d));
+        return Isa::greater32(Isa::addPairs16(pairs), tolerance_);
+    }
+
+  private:
+    Vector tolerance_;
+    Vector colour_;
+};
+
+template <typename Isa>
+class KeyMisses16 {
+    using Vector = typename Isa::Vector;
+
+  public:
+    using Pixel = PF_Pixel16;
+
+    explicit KeyMisses16(const IntegerKey& key) : tolerance_(Isa::fill(key.tolerance)) {
+        const Pixel colour = {0, static_cast<A_u_short>(key.red), static_cast<A_u_short>(key.green),
+                              static_cast<A_u_short>(key.blue)};
+        colour_ = RepeatPixel<Isa>(colour);
+    }
+
+    [[nodiscard]] Vector operator()(Vector pixels) const {
+        const Vector d = Isa::difference16(pixels, colour_);
+        const Vector redAndBlue = Isa::highWords32(d);
+        const Vector green = Isa::bitAnd(Isa::highHalves64(d), Isa::fill(0xFFFF));
+        const Vector sum = Isa::add32(Isa::add32(redAndBlue, Isa::highHalves64(redAndBlue)), green);
+        return Isa::greater32(sum, tolerance_);
+    }
+
+  private:
+    Vector tolerance_;
+    Vector colour_;
+};
+
+template <typename Isa>
+class KeyMissesFloat {
+    using Vector = typename Isa::Vector;
+    using Floats = typename Isa::Floats;
+
+  public:
+    using Pixel = PF_PixelFloat;
+
+    explicit KeyMissesFloat(const FloatKey& key)
+        : tolerance_(Isa::fillFloat(key.tolerance)),
+          colour_(Isa::floats(RepeatPixel<Isa>(Pixel{0.0F, key.red, key.green, key.blue}))) {}
+
+    [[nodiscard]] Vector operator()(Vector pixels) const {
+        const Floats d = Isa::magnitude(Isa::subtract(Isa::floats(pixels), colour_));
+        const Floats afterRed = Isa::subtract(tolerance_, Isa::template spread<1>(d));
+        const Floats afterGreen = Isa::subtract(afterRed, Isa::template spread<2>(d));
+        const Floats rest = Isa::subtract(afterGreen, Isa::template spread<3>(d));
+        return Isa::less(rest, Isa::fillFloat(0.0F));
+    }
+
+  private:
+    Floats tolerance_;
+    Floats colour_;
+};
+
+template <typename Isa, typename Misses, typename Pixel, typename Key>
+int MarkPixels(const Pixel* from, Pixel* to, int count, const Key& key, bool matching) {
+    const Misses misses(key);
+    Pixel alphaOnly{};
+    std::memset(&alphaOnly.alpha, 0xFF, sizeof alphaOnly.alpha);
+    const auto alpha = RepeatPixel<Isa>(alphaOnly);
+    const auto flip = Isa::fill(matching ? -1 : 0);
+    constexpr int atOnce = Isa::bytes / int{sizeof(Pixel)};
+    int x = 0;
+    for (; x + atOnce <= count; x += atOnce) {
+        const auto pixels = Isa::load(from + x);
+        const auto keyedOut = Isa::bitXor(misses(pixels), flip);
+        Isa::store(to + x, Isa::without(pixels, Isa::bitAnd(keyedOut, alpha)));
+    }
+    return x;
 }
 
 /// The flags of four windows and their surroundings as bit planes.
@@ -309,7 +411,11 @@ template <typename Isa>
 constexpr VectorForms MakeVectorForms() {
     return {ScanRow<Isa, EdgePairs8<Isa>, PF_Pixel, std::int32_t>,
             ScanRow<Isa, EdgePairs16<Isa>, PF_Pixel16, std::int32_t>,
-            ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>, FindSteps<Isa>};
+            ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>,
+            MarkPixels<Isa, KeyMisses8<Isa>, PF_Pixel, IntegerKey>,
+            MarkPixels<Isa, KeyMisses16<Isa>, PF_Pixel16, IntegerKey>,
+            MarkPixels<Isa, KeyMissesFloat<Isa>, PF_PixelFloat, FloatKey>,
+            FindSteps<Isa>};
 }
 
 }  // namespace

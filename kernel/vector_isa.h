@@ -65,6 +65,7 @@ struct Sse2 {
         return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_slli_epi16(v, 7 - flag)));
     }
 
+    static Floats floats(Vector v) { return _mm_castsi128_ps(v); }
     static Floats fillFloat(float v) { return _mm_set1_ps(v); }
     static Floats add(Floats a, Floats b) { return _mm_add_ps(a, b); }
     static Floats subtract(Floats a, Floats b) { return _mm_sub_ps(a, b); }
@@ -72,6 +73,11 @@ struct Sse2 {
     static Vector less(Floats a, Floats b) { return _mm_castps_si128(_mm_cmplt_ps(a, b)); }
     static Vector equal(Floats a, Floats b) { return _mm_castps_si128(_mm_cmpeq_ps(a, b)); }
 
+    /// One channel of each pixel of four floats, in all four.
+    template <int channel>
+    static Floats spread(Floats v) {
+        return _mm_shuffle_ps(v, v, _MM_SHUFFLE(channel, channel, channel, channel));
+    }
     /// As many pixels of four floats as a vector has floats, turned into one vector a channel.
     static void loadChannels(const float* p, Floats channel[4]) {
         for (std::ptrdiff_t i = 0; i < 4; ++i) channel[i] = _mm_loadu_ps(p + 4 * i);
@@ -143,6 +149,7 @@ struct Avx2 {
         return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_slli_epi16(v, 7 - flag)));
     }
 
+    static Floats floats(Vector v) { return _mm256_castsi256_ps(v); }
     static Floats fillFloat(float v) { return _mm256_set1_ps(v); }
     static Floats add(Floats a, Floats b) { return _mm256_add_ps(a, b); }
     static Floats subtract(Floats a, Floats b) { return _mm256_sub_ps(a, b); }
@@ -150,6 +157,10 @@ struct Avx2 {
     static Vector less(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ)); }
     static Vector equal(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_EQ_OQ)); }
 
+    template <int channel>
+    static Floats spread(Floats v) {
+        return _mm256_shuffle_ps(v, v, _MM_SHUFFLE(channel, channel, channel, channel));
+    }
     static void loadChannels(const float* p, Floats channel[4]) {
         Floats pixel[4];  // pixel i below pixel i + 4
         for (std::ptrdiff_t i = 0; i < 4; ++i) {
