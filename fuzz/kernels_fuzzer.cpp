@@ -95,7 +95,7 @@ void RunKernels(ByteSource& bytes, PF_PixelFormat format) {
         std::memcpy(input.row<Pixel>(y), drawing.row(y), drawing.rowSize());
 
     Drawing<Pixel> plain = drawing;
-    for (const InstructionSet set : {InstructionSet::plain, InstructionSet::sse2, InstructionSet::avx2}) {
+    for (const InstructionSet set : allInstructionSets) {
         if (set > BestInstructionSet()) continue;
         World output(format, drawing.width, drawing.height, outputStyle);
         WorldHost host(static_cast<unsigned>(values.softness));

@@ -13,34 +13,52 @@
 
 namespace {
 
-bool HasAvx2() noexcept {
 #ifdef _MSC_VER
+
+/// Bits from..to of the register states that the system saves.
+bool SystemSaves(unsigned states) {
+    int registers[4];
+    __cpuid(registers, 1);
+    constexpr int osSavesState = 1 << 27;
+    return (registers[2] & osSavesState) != 0 && (_xgetbv(0) & states) == states;
+}
+
+bool HasFeatures(int leaf7) {
     int registers[4];
     __cpuid(registers, 0);
     if (registers[0] < 7) return false;
-    __cpuid(registers, 1);
-    constexpr int osSavesState = 1 << 27;
-    constexpr int avx = 1 << 28;
-    if ((registers[2] & osSavesState) == 0 || (registers[2] & avx) == 0 || (_xgetbv(0) & 6) != 6)
-        return false;
     __cpuidex(registers, 7, 0);
-    constexpr int avx2 = 1 << 5;
-    return (registers[1] & avx2) != 0;
+    return (registers[1] & leaf7) == leaf7;
+}
+
+bool HasAvx2() noexcept { return SystemSaves(0x06) && HasFeatures(1 << 5); }
+bool HasAvx512() noexcept { return SystemSaves(0xE6) && HasFeatures(1 << 16 | 1 << 17 | 1 << 30 | 1 << 31); }
+
 #else
+
+bool HasAvx2() noexcept {
     __builtin_cpu_init();
     return __builtin_cpu_supports("avx2") != 0;
-#endif
 }
+bool HasAvx512() noexcept {
+    return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
+           __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vl") != 0;
+}
+
+#endif
 
 }  // namespace
 
 InstructionSet BestInstructionSet() noexcept {
-    return HasAvx2() ? InstructionSet::avx2 : InstructionSet::sse2;
+    if (!HasAvx2()) return InstructionSet::sse2;
+    return HasAvx512() ? InstructionSet::avx512 : InstructionSet::avx2;
 }
 
 const VectorForms* FormsFor(InstructionSet set) noexcept {
     assert(set <= BestInstructionSet());
     switch (set) {
+        case InstructionSet::avx512:
+            return &avx512Forms;
         case InstructionSet::avx2:
             return &avx2Forms;
         case InstructionSet::sse2:

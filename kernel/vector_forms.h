@@ -1,6 +1,7 @@
 // The stages that have a faster form in vector instructions, and the choice of the instruction set.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -61,9 +62,12 @@ struct VectorForms {
 
 extern const VectorForms sse2Forms;
 extern const VectorForms avx2Forms;
+extern const VectorForms avx512Forms;
 
 /// Instruction sets in ascending order; `plain` uses no vector forms and is the definition of the results.
-enum class InstructionSet { plain, sse2, avx2 };
+enum class InstructionSet { plain, sse2, avx2, avx512 };
+inline constexpr std::array allInstructionSets{InstructionSet::plain, InstructionSet::sse2,
+                                               InstructionSet::avx2, InstructionSet::avx512};
 
 /// The widest set that this processor has.
 [[nodiscard]] InstructionSet BestInstructionSet() noexcept;

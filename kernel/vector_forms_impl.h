@@ -196,7 +196,7 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     int x = 0;
     for (; x + block <= cells; x += block) {
         const bool blank = IsBlank<Isa, block>(row + x, below + x);
-        StoreFlags<Isa>(
+        StoreFlags<typename Isa::Narrow>(
             blank ? CellBits{} : KeepTestedDiagonals(ScanBlock<Isa>(pairs, row + x, below + x), 0),
             flags + x);
     }
@@ -207,7 +207,7 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     CellBits last = ScanBlock<Isa>(pairs, row + x - shift, below + x - shift);
     last = {last.right >> shift, last.down >> shift, last.diagonal >> shift, last.antiDiagonal >> shift};
     const int grouped = (cells & ~3) - x;
-    StoreFlags<Isa>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
+    StoreFlags<typename Isa::Narrow>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
 }
 
 /// Which pixels of a vector differ from the key colour by more than its tolerance: lanes of ones, of which
@@ -307,8 +307,6 @@ int MarkPixels(const Pixel* from, Pixel* to, int count, const Key& key, bool mat
 /// The flags of four windows and their surroundings as bit planes.
 template <typename Isa>
 class WindowPlanes {
-    using Vector = typename Isa::Vector;
-
   public:
     static constexpr int rowsAbove = 3;
     static constexpr int rowsBelow = 2;
@@ -332,9 +330,9 @@ class WindowPlanes {
         }
     }
 
-    /// The vector of words from `window` on.
-    [[nodiscard]] Vector plane(int dy, int flag, int window) const {
-        return Isa::load(planes_[dy + rowsAbove][flag] + window);
+    /// The words from `window` on.
+    [[nodiscard]] const std::uint64_t* plane(int dy, int flag, int window) const {
+        return planes_[dy + rowsAbove][flag] + window;
     }
 
   private:
@@ -343,11 +341,11 @@ class WindowPlanes {
     static void split(const std::uint8_t* flags, Planes& planes, int window) {
         std::uint64_t plane[4] = {};
         for (int i = 0; i < StepWindows::columns; i += Isa::bytes) {
-            const Vector part = Isa::load(flags + i);
-            plane[0] |= std::uint64_t{Isa::template bitsOf<0>(part)} << i;
-            plane[1] |= std::uint64_t{Isa::template bitsOf<1>(part)} << i;
-            plane[2] |= std::uint64_t{Isa::template bitsOf<2>(part)} << i;
-            plane[3] |= std::uint64_t{Isa::template bitsOf<3>(part)} << i;
+            const auto part = Isa::load(flags + i);
+            plane[0] |= Isa::template bitsOf<0>(part) << i;
+            plane[1] |= Isa::template bitsOf<1>(part) << i;
+            plane[2] |= Isa::template bitsOf<2>(part) << i;
+            plane[3] |= Isa::template bitsOf<3>(part) << i;
         }
         for (int flag = 0; flag < 4; ++flag) planes[flag][window] = plane[flag];
     }
@@ -355,10 +353,14 @@ class WindowPlanes {
     Planes planes_[rowsAbove + 1 + rowsBelow];
 };
 
-/// As many windows as a vector has 64-bit lanes, as a source of flags for the patterns.
-template <typename Isa>
+/// As many windows as a narrow vector has 64-bit lanes, as a source of flags for the patterns.
+template <typename Wide>
 class WindowFlags {
+    using Isa = typename Wide::Narrow;
+
   public:
+    static constexpr int windows = Isa::bytes / 8;
+
     struct Mask {
         typename Isa::Vector bits;
 
@@ -367,19 +369,19 @@ class WindowFlags {
         friend Mask operator~(Mask a) { return {Isa::bitXor(a.bits, Isa::fill(-1))}; }
     };
 
-    WindowFlags(const WindowPlanes<Isa>& planes, int window) : planes_(planes), window_(window) {}
+    WindowFlags(const WindowPlanes<Wide>& planes, int window) : planes_(planes), window_(window) {}
 
     static void store(Mask mask, std::uint64_t* words) { Isa::store(words, mask.bits); }
 
     // Bit i of a plane stands for column i, so the flag dx columns on is dx bits up.
     [[nodiscard]] Mask test(int dx, int dy, EdgeFlag flag) const {
         const int index = flag == EdgeRight ? 0 : flag == EdgeDown ? 1 : flag == EdgeDiagonal ? 2 : 3;
-        const auto plane = planes_.plane(dy, index, window_);
+        const auto plane = Isa::load(planes_.plane(dy, index, window_));
         return {dx < 0 ? Isa::shiftLeft64(plane, -dx) : Isa::shiftRight64(plane, dx)};
     }
 
   private:
-    const WindowPlanes<Isa>& planes_;
+    const WindowPlanes<Wide>& planes_;
     int window_;
 };
 
@@ -400,8 +402,7 @@ int FindSteps(const MapRow& row, int x, StepWindows& windows) {
         windows.x[windows.count] = x;
         planes.load(windows.count++, row, x);
     }
-    constexpr int lanes = Isa::bytes / 8;
-    for (int window = 0; window < windows.count; window += lanes) {
+    for (int window = 0; window < windows.count; window += WindowFlags<Isa>::windows) {
         Patterns(WindowFlags<Isa>(planes, window)).find(windows.steps, window);
     }
     return x < row.width ? x : row.width;

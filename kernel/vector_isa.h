@@ -18,6 +18,7 @@ namespace {
 struct Sse2 {
     using Vector = __m128i;
     using Floats = __m128;
+    using Narrow = Sse2;  // the set for what has no more than 32 bytes
     static constexpr int bytes = 16;
 
     static Vector load(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
@@ -61,7 +62,7 @@ struct Sse2 {
     }
     /// Bit `flag` of each byte.
     template <int flag>
-    static std::uint32_t bitsOf(Vector v) {
+    static std::uint64_t bitsOf(Vector v) {
         return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_slli_epi16(v, 7 - flag)));
     }
 
@@ -103,6 +104,7 @@ struct Sse2 {
 struct Avx2 {
     using Vector = __m256i;
     using Floats = __m256;
+    using Narrow = Avx2;
     static constexpr int bytes = 32;
 
     static Vector load(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
@@ -145,7 +147,7 @@ struct Avx2 {
         return static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
     }
     template <int flag>
-    static std::uint32_t bitsOf(Vector v) {
+    static std::uint64_t bitsOf(Vector v) {
         return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_slli_epi16(v, 7 - flag)));
     }
 
@@ -184,6 +186,86 @@ struct Avx2 {
         const __m256i bytes4 = _mm256_shuffle_epi8(_mm256_set1_epi32(static_cast<int>(bits)), places);
         const __m256i set = _mm256_cmpeq_epi8(_mm256_and_si256(bytes4, select), select);
         out[0] = _mm256_and_si256(set, _mm256_set1_epi8(static_cast<char>(value)));
+    }
+};
+#endif
+
+#ifdef __AVX512BW__
+/// 64 bytes at a time; the same names as in Sse2.
+struct Avx512 {
+    using Vector = __m512i;
+    using Floats = __m512;
+    using Narrow = Avx2;
+    static constexpr int bytes = 64;
+
+    static Vector load(const void* p) { return _mm512_loadu_si512(p); }
+    static void store(void* p, Vector v) { _mm512_storeu_si512(p, v); }
+    static Vector zero() { return _mm512_setzero_si512(); }
+    static Vector fill(std::int32_t v) { return _mm512_set1_epi32(v); }
+    static bool isZero(Vector v) { return _mm512_test_epi32_mask(v, v) == 0; }
+    static Vector bitAnd(Vector a, Vector b) { return _mm512_and_si512(a, b); }
+    static Vector bitOr(Vector a, Vector b) { return _mm512_or_si512(a, b); }
+    static Vector bitXor(Vector a, Vector b) { return _mm512_xor_si512(a, b); }
+    static Vector without(Vector v, Vector mask) { return _mm512_andnot_si512(mask, v); }
+
+    static Vector difference8(Vector a, Vector b) {
+        return _mm512_or_si512(_mm512_subs_epu8(a, b), _mm512_subs_epu8(b, a));
+    }
+    static Vector difference16(Vector a, Vector b) {
+        return _mm512_or_si512(_mm512_subs_epu16(a, b), _mm512_subs_epu16(b, a));
+    }
+    static Vector add16(Vector a, Vector b) { return _mm512_add_epi16(a, b); }
+    static Vector add32(Vector a, Vector b) { return _mm512_add_epi32(a, b); }
+    static Vector addPairs16(Vector v) { return _mm512_madd_epi16(v, _mm512_set1_epi16(1)); }
+    static Vector highBytes16(Vector v) { return _mm512_srli_epi16(v, 8); }
+    static Vector highWords32(Vector v) { return _mm512_srli_epi32(v, 16); }
+    static Vector highHalves64(Vector v) { return _mm512_srli_epi64(v, 32); }
+    static Vector equal16(Vector a, Vector b) { return _mm512_movm_epi16(_mm512_cmpeq_epi16_mask(a, b)); }
+    static Vector equal32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpeq_epi32_mask(a, b)); }
+    static Vector greater32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpgt_epi32_mask(a, b)); }
+
+    static Vector repeatLowestWord(Vector v) {
+        return _mm512_shufflehi_epi16(_mm512_shufflelo_epi16(v, 0), 0);
+    }
+    static Vector lowHalves(Vector a, Vector b) {
+        const __m512 halves =
+            _mm512_shuffle_ps(_mm512_castsi512_ps(a), _mm512_castsi512_ps(b), _MM_SHUFFLE(2, 0, 2, 0));
+        const __m512i places = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
+        return _mm512_permutexvar_epi64(places, _mm512_castps_si512(halves));
+    }
+    static std::uint32_t signs(Vector v) { return _mm512_movepi32_mask(v); }
+    template <int flag>
+    static std::uint64_t bitsOf(Vector v) {
+        return _mm512_test_epi8_mask(v, _mm512_set1_epi8(static_cast<char>(1 << flag)));
+    }
+
+    static Floats floats(Vector v) { return _mm512_castsi512_ps(v); }
+    static Floats fillFloat(float v) { return _mm512_set1_ps(v); }
+    static Floats add(Floats a, Floats b) { return _mm512_add_ps(a, b); }
+    static Floats subtract(Floats a, Floats b) { return _mm512_sub_ps(a, b); }
+    static Floats magnitude(Floats v) { return _mm512_andnot_ps(_mm512_set1_ps(-0.0F), v); }
+    static Vector less(Floats a, Floats b) { return _mm512_movm_epi32(_mm512_cmp_ps_mask(a, b, _CMP_LT_OQ)); }
+    static Vector equal(Floats a, Floats b) {
+        return _mm512_movm_epi32(_mm512_cmp_ps_mask(a, b, _CMP_EQ_OQ));
+    }
+
+    template <int channel>
+    static Floats spread(Floats v) {
+        return _mm512_shuffle_ps(v, v, _MM_SHUFFLE(channel, channel, channel, channel));
+    }
+    static void loadChannels(const float* p, Floats channel[4]) {
+        const __m512i alphaRed = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+        const __m512i greenBlue = _mm512_add_epi32(alphaRed, _mm512_set1_epi32(2));
+        Floats pixels[4];  // four each
+        for (std::ptrdiff_t i = 0; i < 4; ++i) pixels[i] = _mm512_loadu_ps(p + 16 * i);
+        const Floats ar0 = _mm512_permutex2var_ps(pixels[0], alphaRed, pixels[1]);
+        const Floats ar8 = _mm512_permutex2var_ps(pixels[2], alphaRed, pixels[3]);
+        const Floats gb0 = _mm512_permutex2var_ps(pixels[0], greenBlue, pixels[1]);
+        const Floats gb8 = _mm512_permutex2var_ps(pixels[2], greenBlue, pixels[3]);
+        channel[0] = _mm512_shuffle_f32x4(ar0, ar8, _MM_SHUFFLE(1, 0, 1, 0));
+        channel[1] = _mm512_shuffle_f32x4(ar0, ar8, _MM_SHUFFLE(3, 2, 3, 2));
+        channel[2] = _mm512_shuffle_f32x4(gb0, gb8, _MM_SHUFFLE(1, 0, 1, 0));
+        channel[3] = _mm512_shuffle_f32x4(gb0, gb8, _MM_SHUFFLE(3, 2, 3, 2));
     }
 };
 #endif

@@ -54,8 +54,8 @@ template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
                             std::uint64_t seed) {
     judge::Picture<P> plain = RunKernel(values, picture, seed, InstructionSet::plain);
-    for (const InstructionSet set : {InstructionSet::sse2, InstructionSet::avx2}) {
-        if (set > BestInstructionSet()) break;
+    for (const InstructionSet set : allInstructionSets) {
+        if (set == InstructionSet::plain || set > BestInstructionSet()) continue;
         const judge::Picture<P> fast = RunKernel(values, picture, seed, set);
         EXPECT_EQ(std::memcmp(fast.pixels.data(), plain.pixels.data(), plain.pixels.size() * sizeof(P)), 0)
             << "instruction set " << static_cast<int>(set) << ", seed " << seed;
