@@ -23,16 +23,18 @@ bool SystemSaves(unsigned states) {
     return (registers[2] & osSavesState) != 0 && (_xgetbv(0) & states) == states;
 }
 
-bool HasFeatures(int leaf7) {
+bool HasFeatures(unsigned leaf7) {
     int registers[4];
     __cpuid(registers, 0);
     if (registers[0] < 7) return false;
     __cpuidex(registers, 7, 0);
-    return (registers[1] & leaf7) == leaf7;
+    return (static_cast<unsigned>(registers[1]) & leaf7) == leaf7;
 }
 
-bool HasAvx2() noexcept { return SystemSaves(0x06) && HasFeatures(1 << 5); }
-bool HasAvx512() noexcept { return SystemSaves(0xE6) && HasFeatures(1 << 16 | 1 << 17 | 1 << 30 | 1 << 31); }
+bool HasAvx2() noexcept { return SystemSaves(0x06) && HasFeatures(1U << 5); }
+bool HasAvx512() noexcept {
+    return SystemSaves(0xE6) && HasFeatures(1U << 16 | 1U << 17 | 1U << 30 | 1U << 31);
+}
 
 #else
 

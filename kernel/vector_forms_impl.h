@@ -112,6 +112,17 @@ struct EdgePairsFloat {
     Floats threshold_;
 };
 
+/// Asks for memory that a walk along rows will come to. The processor's own prefetching stops at the borders
+/// of pages.
+template <int bytes>
+void PrefetchFarAhead(const void* at) {
+    constexpr int distance = 8192;
+    constexpr int line = 64;
+    for (int i = 0; i < bytes; i += line) {
+        _mm_prefetch(static_cast<const char*>(at) + distance + i, _MM_HINT_T0);
+    }
+}
+
 /// A vector full of one pixel.
 template <typename Isa, typename Pixel>
 typename Isa::Vector RepeatPixel(const Pixel& pixel) {
@@ -195,6 +206,7 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     const int cells = width - 1;
     int x = 0;
     for (; x + block <= cells; x += block) {
+        PrefetchFarAhead<block* int{sizeof(Pixel)}>(below + x);
         const bool blank = IsBlank<Isa, block>(row + x, below + x);
         StoreFlags<typename Isa::Narrow>(
             blank ? CellBits{} : KeepTestedDiagonals(ScanBlock<Isa>(pairs, row + x, below + x), 0),
@@ -210,6 +222,14 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     StoreFlags<typename Isa::Narrow>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
 }
 
+/// The key color with alpha 0; its channels are in the pixel's range.
+template <typename Pixel>
+Pixel KeyPixel(const IntegerKey& key) {
+    using Channel = decltype(Pixel::red);
+    return {0, static_cast<Channel>(key.red), static_cast<Channel>(key.green),
+            static_cast<Channel>(key.blue)};
+}
+
 /// Which pixels of a vector differ from the key colour by more than its tolerance: lanes of ones, of which
 /// those of the alpha channels count. The depths' own tests.
 template <typename Isa>
@@ -219,21 +239,18 @@ class KeyMisses8 {
   public:
     using Pixel = PF_Pixel;
 
-    explicit KeyMisses8(const IntegerKey& key) : tolerance_(Isa::fill(key.tolerance)) {
-        const Pixel colour = {0, static_cast<A_u_char>(key.red), static_cast<A_u_char>(key.green),
-                              static_cast<A_u_char>(key.blue)};
-        colour_ = RepeatPixel<Isa>(colour);
-    }
+    explicit KeyMisses8(const IntegerKey& key)
+        : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
-        const Vector d = Isa::difference8(pixels, colour_);
+        const Vector d = Isa::difference8(pixels, color_);
         const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d));
         return Isa::greater32(Isa::addPairs16(pairs), tolerance_);
     }
 
   private:
     Vector tolerance_;
-    Vector colour_;
+    Vector color_;
 };
 
 template <typename Isa>
@@ -243,14 +260,11 @@ class KeyMisses16 {
   public:
     using Pixel = PF_Pixel16;
 
-    explicit KeyMisses16(const IntegerKey& key) : tolerance_(Isa::fill(key.tolerance)) {
-        const Pixel colour = {0, static_cast<A_u_short>(key.red), static_cast<A_u_short>(key.green),
-                              static_cast<A_u_short>(key.blue)};
-        colour_ = RepeatPixel<Isa>(colour);
-    }
+    explicit KeyMisses16(const IntegerKey& key)
+        : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
-        const Vector d = Isa::difference16(pixels, colour_);
+        const Vector d = Isa::difference16(pixels, color_);
         const Vector redAndBlue = Isa::highWords32(d);
         const Vector green = Isa::bitAnd(Isa::highHalves64(d), Isa::fill(0xFFFF));
         const Vector sum = Isa::add32(Isa::add32(redAndBlue, Isa::highHalves64(redAndBlue)), green);
@@ -259,7 +273,7 @@ class KeyMisses16 {
 
   private:
     Vector tolerance_;
-    Vector colour_;
+    Vector color_;
 };
 
 template <typename Isa>
@@ -272,10 +286,10 @@ class KeyMissesFloat {
 
     explicit KeyMissesFloat(const FloatKey& key)
         : tolerance_(Isa::fillFloat(key.tolerance)),
-          colour_(Isa::floats(RepeatPixel<Isa>(Pixel{0.0F, key.red, key.green, key.blue}))) {}
+          color_(Isa::floats(RepeatPixel<Isa>(Pixel{0.0F, key.red, key.green, key.blue}))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
-        const Floats d = Isa::magnitude(Isa::subtract(Isa::floats(pixels), colour_));
+        const Floats d = Isa::magnitude(Isa::subtract(Isa::floats(pixels), color_));
         const Floats afterRed = Isa::subtract(tolerance_, Isa::template spread<1>(d));
         const Floats afterGreen = Isa::subtract(afterRed, Isa::template spread<2>(d));
         const Floats rest = Isa::subtract(afterGreen, Isa::template spread<3>(d));
@@ -284,7 +298,7 @@ class KeyMissesFloat {
 
   private:
     Floats tolerance_;
-    Floats colour_;
+    Floats color_;
 };
 
 template <typename Isa, typename Misses, typename Pixel, typename Key>
@@ -398,6 +412,7 @@ int FindSteps(const MapRow& row, int x, StepWindows& windows) {
     windows.count = 0;
     for (; x < row.width && windows.count < StepMask::windows; x += StepWindows::pixels) {
         const std::uint8_t* flags = row.flags + x;
+        PrefetchFarAhead<StepWindows::pixels>(flags);
         if (row.end - flags >= StepWindows::columns && !HasStraightEdges<Isa>(flags)) continue;
         windows.x[windows.count] = x;
         planes.load(windows.count++, row, x);
