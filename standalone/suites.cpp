@@ -70,11 +70,14 @@ PF_Err MakeWorld(Command& command, A_long width, A_long height, PF_EffectWorld& 
     return PF_Err_OUT_OF_MEMORY;
 }
 
-PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long /*flags*/, PF_EffectWorld* world) {
+PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long flags, PF_EffectWorld* world) {
     Command* command = Command::of(effectRef);
-    if (command == nullptr || world == nullptr || width <= 0 || height <= 0) return PF_Err_BAD_CALLBACK_PARAM;
+    if (command == nullptr || world == nullptr || width <= 0 || height <= 0 || flags != 0)
+        return PF_Err_BAD_CALLBACK_PARAM;
     const CallVerdict verdict = command->host.calls.enter(HostCall::NewWorld, width);
     *world = {};
+    // An error leaves something behind that is no world.
+    if (verdict.fault == FaultShape::Error) world->data = command;
     return verdict.fault ? verdict.result() : MakeWorld(*command, width, height, *world);
 }
 

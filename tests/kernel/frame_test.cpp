@@ -1,11 +1,12 @@
-// The frame around the kernels: what they refuse, what they ask of the host, and values that no control
-// gives.
+// The frame around the kernels: what they refuse, and what they ask of the host.
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <string>
+#include <vector>
 
 #include "tests/kernel/kernel_run.h"
-#include "tests/kernel/random_pictures.h"
+
+using standalone::HostCall;
 
 namespace {
 
@@ -19,19 +20,30 @@ struct Stage {
         };
         for (int y = 0; y < 3; ++y) fill(input, y, y == 0 ? 0 : 255);
         for (int y = 0; y < outputHeight; ++y) fill(output, y, 128);
+        host.scratchMemory.guarded = true;
+        host.calls.record(true);
     }
 
     PF_Err run(const EffectValues& values, PF_PixelFormat format = PF_PixelFormat_ARGB32) {
-        return DispatchKernel({values, host.inData(), format, &input.record(), &output.record()});
+        return RunIn(host, values, format, input, output);
     }
     [[nodiscard]] bool outputStartsWith(int row0, int row1) const {
         return *output.row<A_u_char>(0) == row0 && *output.row<A_u_char>(1) == row1;
     }
     [[nodiscard]] bool outputUntouched() const { return outputStartsWith(128, 128); }
     [[nodiscard]] bool outputIsInput() const { return outputStartsWith(0, 255); }
+    /// The suites that were asked for, and the widths of the scratch images, in order.
+    [[nodiscard]] std::vector<std::string> requests() const {
+        std::vector<std::string> requests;
+        for (const standalone::HostCallRecord& call : host.calls.recorded()) {
+            if (call.call == HostCall::AcquireSuite) requests.push_back(call.name);
+            if (call.call == HostCall::NewWorld) requests.push_back(std::to_string(call.number));
+        }
+        return requests;
+    }
 
     standalone::World input, output;
-    WorldHost host{1};
+    standalone::Host host;
 };
 
 constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};
@@ -43,14 +55,14 @@ TEST(KernelFrame, RefusesWhatItCannotRender) {
         const auto expectRefusal = [&](Stage&& stage, PF_Err code, PF_PixelFormat format) {
             EXPECT_EQ(stage.run(values, format), code);
             EXPECT_TRUE(stage.outputUntouched());
-            EXPECT_TRUE(stage.host.suitesAsked().empty());
+            EXPECT_EQ(stage.host.calls.count(), 0);
         };
         expectRefusal(Stage(9, 9, 4), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9, 10), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9), PF_Err_UNRECOGNIZED_PARAM_TYPE, PF_PixelFormat_INVALID);
     }
     Stage stage(9);
-    stage.host.inData()->pica_basicP = nullptr;
+    stage.host.givesBasicSuite = false;
     EXPECT_THROW(static_cast<void>(stage.run(smooth)), PF_Err);
     EXPECT_TRUE(stage.outputUntouched());
 }
@@ -60,48 +72,26 @@ TEST(KernelFrame, AsksForNoMoreThanItNeeds) {
     for (const auto& [width, mapStride] : mapStrides) {
         Stage stage(width);
         EXPECT_EQ(stage.run(smooth), PF_Err_NONE);
-        EXPECT_EQ(stage.host.worldsAsked(), (std::vector<std::pair<int, int>>{{mapStride / 4, 5}}));
-        EXPECT_EQ(stage.host.suitesAsked(),
-                  (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite}));
+        EXPECT_EQ(stage.requests(), (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite,
+                                                              std::to_string(mapStride / 4)}));
     }
-    const std::pair<EffectValues, std::string> suites[] = {{copied, kPFWorldTransformSuite},
-                                                           {keyed, kPFWorldSuite}};
-    for (const auto& [values, suite] : suites) {
+    const std::pair<EffectValues, std::vector<std::string>> others[] = {{copied, {kPFWorldTransformSuite}},
+                                                                        {keyed, {kPFWorldSuite, "4"}}};
+    for (const auto& [values, requests] : others) {
         Stage stage(9);
         EXPECT_EQ(stage.run(values), PF_Err_NONE);
         EXPECT_TRUE(stage.outputIsInput());
-        EXPECT_EQ(stage.host.suitesAsked(), std::vector<std::string>{suite});
+        EXPECT_EQ(stage.requests(), requests);
     }
 }
 
 TEST(KernelFrame, LeavesTheCopyWhenThereIsNoRoomForTheMap) {
     for (const EffectValues& values : {smooth, keyed}) {
         Stage stage(9);
-        stage.host.refuseWorlds(1234);
+        stage.host.calls.inject({.call = HostCall::NewWorld, .code = 1234});
         EXPECT_EQ(stage.run(values), 1234);
         EXPECT_TRUE(stage.outputIsInput());
-        EXPECT_TRUE(stage.host.balanced());
     }
-}
-
-/// Stored projects and defaults files can hold any integer; the render ends and keeps to its images.
-template <typename P>
-void RenderWithAnyValues(Dice& dice) {
-    constexpr int least = std::numeric_limits<int>::min();
-    constexpr int most = std::numeric_limits<int>::max();
-    const auto any = [&] { return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most}); };
-    for (int i = 0; i < 300; ++i) {
-        const judge::Values values{any(), any(), any(), dice.below(2), any(), any(), any(), any(), any()};
-        const auto palette = RandomPalette<P>(RandomValues(true, false, dice), dice);
-        RunKernel(values, Paint(RandomShapes(dice.between(1, 80), 12, dice), palette), 1);
-    }
-}
-
-TEST(KernelFrame, ValuesMayBeAnything) {
-    Dice dice(1);
-    RenderWithAnyValues<judge::Pixel8>(dice);
-    RenderWithAnyValues<judge::Pixel16>(dice);
-    RenderWithAnyValues<judge::PixelFloat>(dice);
 }
 
 }  // namespace

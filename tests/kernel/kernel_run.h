@@ -6,8 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "kernel/dispatch_kernel.h"
+#include "standalone/command.h"
 #include "tests/judge/judge.h"
-#include "tests/kernel/world_host.h"
+#include "tests/kernel/dice.h"
 
 template <typename P>
 constexpr PF_PixelFormat FormatOf() {
@@ -21,9 +22,33 @@ inline EffectValues ToEffectValues(const judge::Values& v) {
             v.keyGreen,       v.keyBlue,  v.keyThreshold, v.keyInvert};
 }
 
+/// Any row pitch, padded or negative, aligned to the channel type alone; between guards, or in a block that
+/// ends where the heap's own checks begin.
+inline standalone::MemoryStyle RandomStyle(PF_PixelFormat format, Dice& dice) {
+    const A_long channel = standalone::PixelBytes(format) / 4;
+    return {.padding = dice.oneIn(3) ? 0 : channel * dice.between(1, 40),
+            .misalignment = channel * dice.below(4),
+            .bottomUp = dice.oneIn(4),
+            .guarded = dice.oneIn(4),
+            .seed = static_cast<std::uint32_t>(dice.below(1 << 30))};
+}
+
+/// Runs the kernel as a render command does; returns its code. Fails the test when the kernel keeps something
+/// of the host's or writes outside an image.
+inline PF_Err RunIn(standalone::Host& host, const EffectValues& values, PF_PixelFormat format,
+                    standalone::World& input, standalone::World& output,
+                    InstructionSet instructionSet = BestInstructionSet()) {
+    standalone::Command command(host, PF_Cmd_RENDER);
+    command.lendImages(input, &output);
+    const RenderJob job = {values, &command.inData, format, &input.record(), &output.record()};
+    const PF_Err code = DispatchKernel(job, instructionSet);
+    EXPECT_EQ(host.accounts.complaints(), "");
+    EXPECT_TRUE(input.guardsIntact() && output.guardsIntact());
+    return code;
+}
+
 /// The output of the kernel for this pixel type and these values, with one instruction set. Fails the test
-/// when the kernel fails, touches the input or anything around the images, or keeps something of the host's.
-/// `seed` chooses the images' layouts.
+/// when the kernel fails or touches the input, too. `seed` chooses how the images lie in memory.
 template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture, std::uint64_t seed,
                             InstructionSet instructionSet) {
@@ -34,11 +59,12 @@ judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>
     const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
     for (int y = 0; y < picture.height; ++y) std::memcpy(input.row<P>(y), &picture.at(0, y), rowSize);
 
-    WorldHost host(seed);
-    const RenderJob job = {ToEffectValues(values), host.inData(), format, &input.record(), &output.record()};
-    EXPECT_EQ(DispatchKernel(job, instructionSet), PF_Err_NONE);
-    EXPECT_TRUE(host.balanced());
-    EXPECT_TRUE(input.guardsIntact() && output.guardsIntact());
+    standalone::Host host;
+    host.scratchMemory = {.padding = 4 * dice.below(6),
+                          .misalignment = 4 * dice.below(4),
+                          .guarded = dice.oneIn(2),
+                          .seed = static_cast<std::uint32_t>(dice.below(1 << 30))};
+    EXPECT_EQ(RunIn(host, ToEffectValues(values), format, input, output, instructionSet), PF_Err_NONE);
 
     judge::Picture<P> result(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "tests/judge/judge.h"
@@ -19,8 +18,6 @@ struct IndexPicture {
     [[nodiscard]] int get(int x, int y) const;
     void set(int x, int y, int index);
     void fill(int left, int top, int right, int bottom, int index);
-    /// One character per pixel, one line per row.
-    [[nodiscard]] std::string text() const;
 
   private:
     [[nodiscard]] std::size_t index(int x, int y) const {

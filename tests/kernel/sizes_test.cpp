@@ -52,10 +52,8 @@ void ExpectTilesSmoothed(int width, int height, int tileWidth, int tileHeight) {
     World input(format, width, height), output(format, width, height);
     ForEachStretch(input, tile,
                    [](P* pixels, const P* tileRow, int count) { std::copy_n(tileRow, count, pixels); });
-    WorldHost host(1);
-    const RenderJob job = {ToEffectValues(kValues), host.inData(), format, &input.record(), &output.record()};
-    ASSERT_EQ(DispatchKernel(job), PF_Err_NONE);
-    EXPECT_TRUE(host.balanced());
+    standalone::Host host;
+    ASSERT_EQ(RunIn(host, ToEffectValues(kValues), format, input, output), PF_Err_NONE);
     std::int64_t wrong = 0;
     ForEachStretch(output, smoothed, [&](const P* pixels, const P* tileRow, int count) {
         wrong += std::memcmp(pixels, tileRow, static_cast<std::size_t>(count) * sizeof(P)) != 0 ? 1 : 0;
