@@ -49,37 +49,32 @@ TEST(JudgeRules, RampsGiveTheWorkedWeights) {
     EXPECT_FLOAT_EQ((RampKinds<FloatWeights>{30, 0}.thinLine(1).next()), 0.3f);
 }
 
-TEST(JudgeRules, IntegerBlendsRoundAsWorked) {
-    Pixel8 dst = {255, 0, 0, 0};
-    Depth8::blend(dst, {255, 255, 0, 0}, 32767);
-    EXPECT_TRUE(Identical(dst, {255, 127, 0, 0}));
-    dst = {0, 1, 2, 3};
-    Depth8::blend(dst, {255, 40, 50, 60}, 16384);
-    EXPECT_TRUE(Identical(dst, {64, 40, 50, 60}));
-    dst = {255, 1, 2, 3};
-    Depth8::blend(dst, {0, 40, 50, 60}, 65535);
-    EXPECT_TRUE(Identical(dst, {0, 1, 2, 3}));
-    dst = {255, 1, 2, 3};
-    Depth8::blend(dst, {0, 40, 50, 60}, 32767);
-    EXPECT_TRUE(Identical(dst, {128, 1, 2, 3}));
+/// A blend with its target before and after.
+template <typename Depth>
+struct Blend {
+    typename Depth::P dst, src;
+    typename Depth::Weight weight;
+    typename Depth::P expected;
+};
 
-    Pixel16 dst16 = {0, 1, 2, 3};
-    Depth16::blend(dst16, {32768, 40, 50, 60}, 32767);
-    EXPECT_TRUE(Identical(dst16, {16384, 40, 50, 60}));
-    dst16 = {32768, 32768, 32768, 0};
-    Depth16::blend(dst16, {32768, 32768, 0, 32768}, 65535);
-    EXPECT_TRUE(Identical(dst16, {32768, 32768, 0, 32768}));
+template <typename Depth>
+void ExpectBlends(std::initializer_list<Blend<Depth>> blends) {
+    for (Blend<Depth> blend : blends) {
+        Depth::blend(blend.dst, blend.src, blend.weight);
+        EXPECT_TRUE(Identical(blend.dst, blend.expected)) << "weight " << blend.weight;
+    }
 }
 
-TEST(JudgeRules, FloatBlendsClampNothingAndStayFinite) {
-    PixelFloat dst = {1, 0, 0, 0};
-    DepthFloat::blend(dst, {1, 2, 0, 0}, 0.5f);
-    EXPECT_EQ(dst.red, 1.0f);
-    for (const float weight : {0.25f, 0.0f}) {
-        dst = {0, 0.5f, 0.5f, 0.5f};
-        DepthFloat::blend(dst, {1, 2, 3, 4}, weight);
-        EXPECT_TRUE(Identical(dst, {weight, 2, 3, 4})) << weight;
-    }
+TEST(JudgeRules, BlendsComeOutAsWorked) {
+    ExpectBlends<Depth8>({{{255, 0, 0, 0}, {255, 255, 0, 0}, 32767, {255, 127, 0, 0}},
+                          {{0, 1, 2, 3}, {255, 40, 50, 60}, 16384, {64, 40, 50, 60}},
+                          {{255, 1, 2, 3}, {0, 40, 50, 60}, 65535, {0, 1, 2, 3}},
+                          {{255, 1, 2, 3}, {0, 40, 50, 60}, 32767, {128, 1, 2, 3}}});
+    ExpectBlends<Depth16>({{{0, 1, 2, 3}, {32768, 40, 50, 60}, 32767, {16384, 40, 50, 60}},
+                           {{32768, 32768, 0, 0}, {32768, 0, 32768, 0}, 65535, {32768, 0, 32768, 0}}});
+    ExpectBlends<DepthFloat>({{{1, 0, 0, 0}, {1, 2, 0, 0}, 0.5f, {1, 1, 0, 0}},
+                              {{0, 0.5f, 0.5f, 0.5f}, {1, 2, 3, 4}, 0.25f, {0.25f, 2, 3, 4}},
+                              {{0, 0.5f, 0.5f, 0.5f}, {1, 2, 3, 4}, 0.0f, {0, 2, 3, 4}}});
 }
 
 TEST(JudgeRules, TipAveragesComeOutAsWorked) {

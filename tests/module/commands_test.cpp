@@ -97,14 +97,6 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
     }
-    // When the stored record or the fresh one cannot be locked for the copy, the fresh one stands.
-    for (const int nth : {2, 3}) {
-        session.host.calls.inject({.call = HostCall::LockHandle, .nth = nth, .shape = FaultShape::Null});
-        EXPECT_EQ(instance.sequenceResetup(std::as_bytes(std::span(cases[1][0]))).error,
-                  PF_Err_INTERNAL_STRUCT_DAMAGED);
-        session.host.calls.clearFault();
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
-    }
 }
 
 TEST(SequenceData, IsFlattenedIntoACopy) {

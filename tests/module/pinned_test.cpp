@@ -7,17 +7,6 @@ using namespace standalone;
 
 namespace {
 
-void SetValues(Instance& instance, const judge::Values& v) {
-    instance.setSlider(kThreshold, v.colorThreshold);
-    instance.setSlider(kSoftness, v.softness);
-    instance.setSlider(kBias, v.bias);
-    instance.setCheckbox(kKeyEnable, v.colorKeyEnable != 0);
-    const auto channel = [](std::int32_t value) { return static_cast<A_u_char>(value); };
-    instance.setColor(kKeyColor, {255, channel(v.keyRed), channel(v.keyGreen), channel(v.keyBlue)});
-    instance.setSlider(kKeyThreshold, v.keyThreshold);
-    instance.setCheckbox(kKeyInvert, v.keyInvert != 0);
-}
-
 template <typename P>
 std::uint64_t RenderedChecksum(Instance& instance, PF_PixelFormat format, judge::Picture<P> picture) {
     const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
@@ -38,7 +27,9 @@ TEST(PinnedResults, ComeOutOfTheModule) {
         Session session(layout);
         Instance instance(session.effect);
         for (const PinnedResult& pin : PinnedResults()) {
-            SetValues(instance, pin.values);
+            const judge::Values& v = pin.values;
+            SetControls(instance, {v.colorThreshold, v.softness, v.bias, v.colorKeyEnable, v.keyRed,
+                                   v.keyGreen, v.keyBlue, v.keyThreshold, v.keyInvert});
             const std::array<std::uint64_t, 3> checksums{
                 RenderedChecksum(instance, PF_PixelFormat_ARGB32, PinnedPicture<judge::Pixel8>(pin)),
                 RenderedChecksum(instance, PF_PixelFormat_ARGB64, PinnedPicture<judge::Pixel16>(pin)),

@@ -1,32 +1,16 @@
 // The render commands.
-#include <array>
-
 #include "tests/module/session.h"
 
 using namespace standalone;
 
 namespace {
 
-using Values = std::array<A_long, 9>;  // in the order in which pre-render hands them over
-
-/// Gives every control a value of its own; the key colour is about the green of the pictures.
-Values SetOwnValues(Instance& instance, bool key, bool invert) {
-    instance.setSlider(kThreshold, 11);
-    instance.setSlider(kSoftness, 60);
-    instance.setSlider(kBias, 20);
-    instance.setCheckbox(kKeyEnable, key);
-    instance.setColor(kKeyColor, {99, 10, 250, 5});
-    instance.setSlider(kKeyThreshold, 40);
-    instance.setCheckbox(kKeyInvert, invert);
-    return {11, 60, 20, key ? 1 : 0, 10, 250, 5, 40, invert ? 1 : 0};
-}
-
-Values HandedOver(const Session& session, const Frame& frame) {
-    Values values{};
+EffectValues HandedOver(const Session& session, const Frame& frame) {
+    EffectValues values{};
     const auto bytes =
         session.host.handles.bytes(static_cast<PF_Handle>(frame.preRenderOutput().pre_render_data));
     EXPECT_EQ(bytes.size(), sizeof values);
-    if (bytes.size() == sizeof values) std::memcpy(values.data(), bytes.data(), sizeof values);
+    if (bytes.size() == sizeof values) std::memcpy(&values, bytes.data(), sizeof values);
     return values;
 }
 
@@ -34,7 +18,8 @@ TEST(SmartPreRender, HandsTheValuesOver) {
     for (const bool grouped : {true, false}) {
         Session session(grouped ? "" : kFlatLayout);
         Instance instance(session.effect);
-        const Values own = SetOwnValues(instance, grouped, !grouped);
+        const EffectValues own{11, 60, 20, grouped ? 1 : 0, 10, 250, 5, 40, grouped ? 0 : 1};
+        SetControls(instance, own);
         Picture input(PF_PixelFormat_ARGB32);
         Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
         // Whichever parameter cannot be had, that of the layout first: the frame passes through unchanged.
@@ -43,7 +28,7 @@ TEST(SmartPreRender, HandsTheValuesOver) {
             EXPECT_TRUE(frame.preRender().ok());
             EXPECT_EQ(session.host.calls.faultsFired(), 1);
             session.host.calls.clearFault();
-            EXPECT_EQ(HandedOver(session, frame), Values{});
+            EXPECT_EQ(HandedOver(session, frame), EffectValues{});
         };
         expectNoValues(1);
         session.host.calls.record(true);

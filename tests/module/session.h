@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/effect_values.h"
 #include "standalone/frame.h"
 #include "standalone/module.h"
 #include "tests/temp_folder.h"
@@ -56,6 +57,17 @@ inline constexpr char kFlatLayout[] = "[ui]\nColorkeyGroup=0\n";
 
 inline standalone::HostIdentity HostNamed(A_long applId, PF_SpecVersion version, bool renderEngine = false) {
     return {applId, version, renderEngine, {}, nullptr};
+}
+
+/// Sets every control; of the key colour's components the low byte counts.
+inline void SetControls(standalone::Instance& instance, const EffectValues& v) {
+    instance.setSlider(kThreshold, v.colorThreshold);
+    instance.setSlider(kSoftness, v.softness);
+    instance.setSlider(kBias, v.bias);
+    instance.setCheckbox(kKeyEnable, v.colorKeyEnable != 0);
+    instance.setColor(kKeyColor, {99, LowByte(v.keyRed), LowByte(v.keyGreen), LowByte(v.keyBlue)});
+    instance.setSlider(kKeyThreshold, v.keyThreshold);
+    instance.setCheckbox(kKeyInvert, v.keyInvert != 0);
 }
 
 template <typename Pixel, typename Channel>

@@ -23,12 +23,8 @@ class Renderer {
                  : number % 3 == 1 ? PF_PixelFormat_ARGB64
                                    : PF_PixelFormat_ARGB128),
           smart_(number % 2 == 0 || number % 3 == 2) {  // only the smart commands render floats
-        instance_.setSlider(kThreshold, 5 + number);
-        instance_.setSlider(kSoftness, 30 + 10 * number);
-        instance_.setSlider(kBias, 12 * number);
-        instance_.setCheckbox(kKeyEnable, number % 4 > 1);
-        instance_.setColor(kKeyColor, {255, 0, 255, 0});
-        instance_.setCheckbox(kKeyInvert, number % 4 > 2);
+        SetControls(instance_, {5 + number, 30 + 10 * number, 12 * number, number % 4 / 2, 0, 255, 0, 0,
+                                number % 4 / 3});
     }
 
     std::vector<char> render() {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <type_traits>
 
 #include "standalone/frame.h"
 #include "standalone/module.h"
@@ -151,53 +152,39 @@ TEST_F(PictureTest, TgaKeepsItsMarkForAssociatedAlpha) {
     expectKept("in.tga");
 }
 
-/// An 8-bit, 16-bit or float rendering of the picture by the same module, from straight pixels on the unit
-/// scale.
-class Reference {
-  public:
-    Reference() : module_("nevrel.so"), effect_(host_, module_.entryPoint()) {
-        effect_.globalSetup();
-        effect_.paramsSetup();
-    }
-
-    /// Red, green, blue and alpha of every pixel, as they come out of the kernels of the picture's depth.
-    std::vector<double> render(const TestPicture& picture, const std::vector<double>& straight) {
-        const OIIO::ImageSpec& spec = picture.spec;
-        if (spec.format == TypeDesc::UINT8) {
-            return render<std::uint8_t>(spec, PF_PixelFormat_ARGB32, 255, straight);
-        }
-        if (spec.format == TypeDesc::UINT16) {
-            return render<std::uint16_t>(spec, PF_PixelFormat_ARGB64, 32768, straight);
-        }
-        return render<float>(spec, PF_PixelFormat_ARGB128, 0, straight);
-    }
-
-  private:
-    /// `full` is full intensity of integer channels; 0 stands for float ones, which need no rounding.
-    template <typename Channel>
-    std::vector<double> render(const OIIO::ImageSpec& spec, PF_PixelFormat format, double full,
+/// What the module makes of straight pixels of red, green, blue and alpha on the unit scale, when its images
+/// have these channels. `full` is full intensity.
+template <typename Channel>
+std::vector<double> RenderedAs(PF_PixelFormat format, double full, const OIIO::ImageSpec& spec,
                                const std::vector<double>& straight) {
-        standalone::World input(format, spec.width, spec.height), output(format, spec.width, spec.height);
-        const auto place = [](std::size_t i) {
-            return i / 4 * 4 + (i + 1) % 4;
-        };  // alpha comes first in there
-        for (std::size_t i = 0; i < straight.size(); ++i) {
-            const double value = full > 0 ? std::round(straight[i] * full) : straight[i];
-            input.row<Channel>(0)[place(i)] = static_cast<Channel>(value);
-        }
-        standalone::Instance instance(effect_);
-        EXPECT_TRUE(standalone::SmartRender(instance, input, output).ok());
-        std::vector<double> result(straight.size());
-        for (std::size_t i = 0; i < straight.size(); ++i) {
-            result[i] = static_cast<double>(output.row<Channel>(0)[place(i)]) / (full > 0 ? full : 1);
-        }
-        return result;
+    const standalone::Module module("nevrel.so");
+    standalone::Host host;
+    standalone::Effect effect(host, module.entryPoint());
+    effect.globalSetup();
+    effect.paramsSetup();
+    standalone::Instance instance(effect);
+    standalone::World input(format, spec.width, spec.height), output(format, spec.width, spec.height);
+    const auto place = [](std::size_t i) { return i / 4 * 4 + (i + 1) % 4; };  // alpha comes first in there
+    for (std::size_t i = 0; i < straight.size(); ++i) {
+        const double value = straight[i] * full;
+        input.row<Channel>(0)[place(i)] =
+            static_cast<Channel>(std::is_integral_v<Channel> ? std::round(value) : value);
     }
+    EXPECT_TRUE(standalone::SmartRender(instance, input, output).ok());
+    std::vector<double> result(straight.size());
+    for (std::size_t i = 0; i < straight.size(); ++i)
+        result[i] = static_cast<double>(output.row<Channel>(0)[place(i)]) / full;
+    return result;
+}
 
-    standalone::Module module_;
-    standalone::Host host_;
-    standalone::Effect effect_;
-};
+/// The same at the depth of the picture's samples.
+std::vector<double> Rendered(const OIIO::ImageSpec& spec, const std::vector<double>& straight) {
+    if (spec.format == TypeDesc::UINT8)
+        return RenderedAs<std::uint8_t>(PF_PixelFormat_ARGB32, 255, spec, straight);
+    if (spec.format == TypeDesc::UINT16)
+        return RenderedAs<std::uint16_t>(PF_PixelFormat_ARGB64, 32768, spec, straight);
+    return RenderedAs<float>(PF_PixelFormat_ARGB128, 1, spec, straight);
+}
 
 std::vector<double> Pixels(const TestPicture& picture, bool straighten) {
     std::vector<double> pixels;
@@ -213,7 +200,6 @@ std::vector<double> Pixels(const TestPicture& picture, bool straighten) {
 }
 
 TEST_F(PictureTest, SmoothsAtThePicturesOwnDepthAndAlphaConvention) {
-    Reference reference;
     for (const FileKind& kind : kFileKinds) {
         if (kind.channels != 4) continue;
         const bool associated = kind.alpha == Alpha::Associated;
@@ -223,7 +209,7 @@ TEST_F(PictureTest, SmoothsAtThePicturesOwnDepthAndAlphaConvention) {
         picture = read(kind.name);
         const TestPicture result = smoothed(kind.name);
         const std::vector<double> before = Pixels(picture, associated);
-        std::vector<double> expected = reference.render(picture, before);
+        std::vector<double> expected = Rendered(picture.spec, before);
         const std::vector<double> actual = Pixels(result, false);
         // Half a step of the file's samples, or what half floats keep.
         const double tolerance = kind.type == TypeDesc::UINT8    ? 0.51 / 255
@@ -295,7 +281,10 @@ TEST_F(PictureTest, OtherChannelsAreCarriedOver) {
     picture.spec.channelformats[4] = TypeDesc::UINT32;
     picture.samples.resize(picture.spec.image_bytes(true));
     DrawDisc(picture, {0, 0, 0, 7, 0, 0, 0.5, 0, 0.5}, {1, 1, 1, 9, 0, 1, 0.25, 1, 1});
-    for (int y = 0; y < 40; ++y) picture.set(y, y, 4, 0xFFFFFFF0U + static_cast<unsigned>(y));
+    for (unsigned y = 0; y < 40; ++y) {
+        const std::uint32_t id = 0xFFFFFFF0U + y;
+        std::memcpy(picture.sample(static_cast<int>(y), static_cast<int>(y), 4), &id, sizeof id);
+    }
     write("in.exr", picture);
     const TestPicture input = read("in.exr");
     const auto changedChannels = [&](const std::string& options) {
@@ -399,8 +388,8 @@ TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTh
 
     DrawDisc(picture, {0.9, 0.1, 0.4, 0.5}, {0.5, 0.5, 0.5, 1});
     write("clean.exr", picture);
-    picture.set(5, 5, 0, std::nanf(""));
-    picture.set(40, 30, 1, INFINITY);
+    SetUnit(picture, 5, 5, 0, std::nan(""));
+    SetUnit(picture, 40, 30, 1, INFINITY);
     write("faults.exr", picture);
     expectKept("faults.exr");
     const TestPicture faults = smoothed("faults.exr"), clean = smoothed("clean.exr");

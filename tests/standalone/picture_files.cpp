@@ -1,7 +1,5 @@
 #include "tests/standalone/picture_files.h"
 
-#include <OpenImageIO/half.h>
-
 #include <cmath>
 #include <random>
 #include <stdexcept>
@@ -29,33 +27,15 @@ TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDes
 }
 
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value) {
-    switch (picture.spec.channelformat(channel).basetype) {
-        case OIIO::TypeDesc::UINT8:
-            picture.set(x, y, channel, static_cast<std::uint8_t>(std::lround(value * 255)));
-            break;
-        case OIIO::TypeDesc::UINT16:
-            picture.set(x, y, channel, static_cast<std::uint16_t>(std::lround(value * 65535)));
-            break;
-        case OIIO::TypeDesc::HALF:
-            picture.set(x, y, channel, half(static_cast<float>(value)));
-            break;
-        default:
-            picture.set(x, y, channel, static_cast<float>(value));
-            break;
-    }
+    OIIO::convert_pixel_values(OIIO::TypeDesc::DOUBLE, &value, picture.spec.channelformat(channel),
+                               picture.sample(x, y, channel), 1);
 }
 
 double Unit(const TestPicture& picture, int x, int y, int channel) {
-    switch (picture.spec.channelformat(channel).basetype) {
-        case OIIO::TypeDesc::UINT8:
-            return picture.get<std::uint8_t>(x, y, channel) / 255.0;
-        case OIIO::TypeDesc::UINT16:
-            return picture.get<std::uint16_t>(x, y, channel) / 65535.0;
-        case OIIO::TypeDesc::HALF:
-            return static_cast<double>(static_cast<float>(picture.get<half>(x, y, channel)));
-        default:
-            return static_cast<double>(picture.get<float>(x, y, channel));
-    }
+    double value = 0;
+    OIIO::convert_pixel_values(picture.spec.channelformat(channel), picture.sample(x, y, channel),
+                               OIIO::TypeDesc::DOUBLE, &value, 1);
+    return value;
 }
 
 void FillWithNoise(TestPicture& picture, unsigned seed) {

@@ -4,7 +4,6 @@
 #include <OpenImageIO/imageio.h>
 
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -13,15 +12,11 @@ struct TestPicture {
     OIIO::ImageSpec spec;
     std::vector<std::byte> samples;
 
-    template <typename Sample>
-    [[nodiscard]] Sample get(int x, int y, int channel) const {
-        Sample sample;
-        std::memcpy(&sample, samples.data() + offset(x, y, channel), sizeof sample);
-        return sample;
+    [[nodiscard]] std::byte* sample(int x, int y, int channel) {
+        return samples.data() + offset(x, y, channel);
     }
-    template <typename Sample>
-    void set(int x, int y, int channel, Sample sample) {
-        std::memcpy(samples.data() + offset(x, y, channel), &sample, sizeof sample);
+    [[nodiscard]] const std::byte* sample(int x, int y, int channel) const {
+        return samples.data() + offset(x, y, channel);
     }
 
   private:

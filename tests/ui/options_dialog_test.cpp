@@ -90,13 +90,7 @@ TEST(OptionsDialog, RestoringFactoryDefaultsWritesOnlyADifference) {
 
 TEST(OptionsDialog, StoresTheInstancesValuesForTheNextStartUp) {
     Desk desk;
-    desk.instance.setSlider(kThreshold, 42);
-    desk.instance.setSlider(kSoftness, 5);
-    desk.instance.setSlider(kBias, 6);
-    desk.instance.setCheckbox(kKeyEnable, true);
-    desk.instance.setColor(kKeyColor, {255, 1, 2, 3});
-    desk.instance.setSlider(kKeyThreshold, 4);
-    desk.instance.setCheckbox(kKeyInvert, true);
+    SetControls(desk.instance, {42, 5, 6, 1, 1, 2, 3, 4, 1});
     EXPECT_TRUE(desk.work({STORE_BUTTON_ID, kEscape}));
     EXPECT_EQ(
         Parse(desk.ini()),
