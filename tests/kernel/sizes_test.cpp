@@ -73,7 +73,7 @@ TYPED_TEST(Sizes, LongestSides) {
     ExpectTilesSmoothed<TypeParam>(67, 32767, 64, 64);
 }
 
-/// More than 2^31 bytes an image, 5 GB in all; scripts/large runs it.
+/// More than 2^31 bytes an image, 5 GB in all; run by hand.
 TEST(LargeImage, DISABLED_PassesTwoGigabytes) { ExpectTilesSmoothed<judge::Pixel8>(24000, 24000, 240, 240); }
 
 }  // namespace
