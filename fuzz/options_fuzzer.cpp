@@ -13,7 +13,7 @@ const std::vector<std::string>& Words() {
     static std::istringstream text(
         "smooth about params options in.bmp -o out.bmp out.png --output --module -L JP --layer --depth "
         "--color-threshold --softness --bias --color-key --invert 8 16 float --key-threshold --no-color-key "
-        "--help --no-invert 0 100 #00Ff00 -1 4294967297 out.gif --jobs --format");
+        "--help --no-invert 0 100 #00Ff00 -1 4294967297 out.gif --jobs --format folder. png");
     static const std::vector<std::string> words(std::istream_iterator<std::string>(text), {});
     return words;
 }
@@ -27,8 +27,10 @@ constexpr char kBitmap[] =
 std::string ReadArgument(ByteSource& bytes) {
     const std::size_t choice = bytes.byte();
     std::string word = choice < Words().size() ? Words()[choice] : bytes.text(choice % 16);
-    std::erase(word, '/');  // files stay in the bench's folder
+    std::erase(word, '/');
     std::erase(word, '\0');
+    if (word == "." || word == "..") word += 'x';  // files stay in the bench's folder
+    if (word == "folder.") return CommandBench::get().file("folder/");
     return word.find('.') == std::string::npos ? word : CommandBench::get().file(word);
 }
 

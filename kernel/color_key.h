@@ -3,7 +3,6 @@
 
 #include <cassert>
 
-#include "kernel/identical.h"
 #include "kernel/image_view.h"
 #include "kernel/vector_forms.h"
 
@@ -28,19 +27,12 @@ class ColorKey {
         return p;
     }
 
-    /// Copies pixels with every keyed-out one made transparent. Cels are flat: the plain form keeps its
-    /// verdict for as long as the pixels stay the same.
+    /// Copies pixels with every keyed-out one made transparent.
     void mark(const Pixel* from, Pixel* to, int count, const VectorForms* forms) const noexcept {
         int x = 0;
         if (forms != nullptr)
             x = (forms->*Depth::markPixels)(from, to, count, key_.color(), mode == KeyMode::Key);
-        bool keyedOut = false;
-        for (const int first = x; x < count; ++x) {
-            const bool repeats = x > first && Identical(from[x], from[x - 1]);
-            if (!repeats) keyedOut = isKeyedOut(from[x]);
-            to[x] = from[x];
-            if (keyedOut) to[x].alpha = 0;
-        }
+        for (; x < count; ++x) to[x] = applyKey(from[x]);
     }
 
   private:

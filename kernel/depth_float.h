@@ -34,8 +34,10 @@ inline void BlendPixelFloat(PF_PixelFloat& dst, const PF_PixelFloat& src, float 
         dst.alpha = fromDst + src.alpha * w;
         return;
     }
-    // A destination that gives nothing takes the source's colour whole, also where the weight is 0 as well.
-    mixColors(fromDst == 0.0F ? 1.0F : 1.0F / (fromDst / (src.alpha * w) + 1.0F));
+    // Where neither gives anything the destination takes the source's colour whole.
+    const float fromSrc = src.alpha * w;
+    const bool nothing = fromDst == 0.0F && fromSrc == 0.0F;
+    mixColors(nothing ? 1.0F : 1.0F / (fromDst / fromSrc + 1.0F));
     dst.alpha = w * src.alpha + fromDst;
 }
 

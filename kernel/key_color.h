@@ -3,18 +3,13 @@
 
 #include <cstdint>
 
-/// Of the 8-bit and 16-bit kernels.
-struct IntegerKey {
-    std::int32_t red;
-    std::int32_t green;
-    std::int32_t blue;
-    std::int32_t tolerance;
+template <typename Channel>
+struct KeyColor {
+    Channel red;
+    Channel green;
+    Channel blue;
+    Channel tolerance;
 };
 
-/// Of the float kernels.
-struct FloatKey {
-    float red;
-    float green;
-    float blue;
-    float tolerance;
-};
+using IntegerKey = KeyColor<std::int32_t>;  ///< of the 8-bit and 16-bit kernels
+using FloatKey = KeyColor<float>;

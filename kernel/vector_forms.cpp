@@ -15,7 +15,7 @@ namespace {
 
 #ifdef _MSC_VER
 
-/// Bits from..to of the register states that the system saves.
+/// Whether the system saves all of these register states (the bits of XCR0).
 bool SystemSaves(unsigned states) {
     int registers[4];
     __cpuid(registers, 1);
@@ -23,18 +23,22 @@ bool SystemSaves(unsigned states) {
     return (registers[2] & osSavesState) != 0 && (_xgetbv(0) & states) == states;
 }
 
-bool HasFeatures(unsigned leaf7) {
+/// Whether the processor has all of these features (EBX of leaf 7).
+bool HasFeatures(unsigned features) {
     int registers[4];
     __cpuid(registers, 0);
     if (registers[0] < 7) return false;
     __cpuidex(registers, 7, 0);
-    return (static_cast<unsigned>(registers[1]) & leaf7) == leaf7;
+    return (static_cast<unsigned>(registers[1]) & features) == features;
 }
 
-bool HasAvx2() noexcept { return SystemSaves(0x06) && HasFeatures(1U << 5); }
-bool HasAvx512() noexcept {
-    return SystemSaves(0xE6) && HasFeatures(1U << 16 | 1U << 17 | 1U << 30 | 1U << 31);
-}
+constexpr unsigned vectors256 = 0x06;  // the halves of the 32-byte registers
+constexpr unsigned vectors512 = 0xE6;  // and the masks and the rest of the 64-byte ones
+constexpr unsigned avx2 = 1U << 5;
+constexpr unsigned avx512 = 1U << 16 | 1U << 17 | 1U << 30 | 1U << 31;  // F, DQ, BW, VL
+
+bool HasAvx2() noexcept { return SystemSaves(vectors256) && HasFeatures(avx2); }
+bool HasAvx512() noexcept { return SystemSaves(vectors512) && HasFeatures(avx512); }
 
 #else
 

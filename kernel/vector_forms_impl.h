@@ -118,8 +118,10 @@ template <int bytes>
 void PrefetchFarAhead(const void* at) {
     constexpr int distance = 8192;
     constexpr int line = 64;
+    // An address that may lie behind all of the memory, where no pointer may be moved to.
+    const auto ahead = reinterpret_cast<std::uintptr_t>(at) + distance;
     for (int i = 0; i < bytes; i += line) {
-        _mm_prefetch(static_cast<const char*>(at) + distance + i, _MM_HINT_T0);
+        _mm_prefetch(reinterpret_cast<const char*>(ahead + static_cast<std::uintptr_t>(i)), _MM_HINT_T0);
     }
 }
 
@@ -238,8 +240,9 @@ class KeyMisses8 {
 
   public:
     using Pixel = PF_Pixel;
+    using Key = IntegerKey;
 
-    explicit KeyMisses8(const IntegerKey& key)
+    explicit KeyMisses8(const Key& key)
         : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
@@ -259,8 +262,9 @@ class KeyMisses16 {
 
   public:
     using Pixel = PF_Pixel16;
+    using Key = IntegerKey;
 
-    explicit KeyMisses16(const IntegerKey& key)
+    explicit KeyMisses16(const Key& key)
         : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
@@ -283,8 +287,9 @@ class KeyMissesFloat {
 
   public:
     using Pixel = PF_PixelFloat;
+    using Key = FloatKey;
 
-    explicit KeyMissesFloat(const FloatKey& key)
+    explicit KeyMissesFloat(const Key& key)
         : tolerance_(Isa::fillFloat(key.tolerance)),
           color_(Isa::floats(RepeatPixel<Isa>(Pixel{0.0F, key.red, key.green, key.blue}))) {}
 
@@ -301,8 +306,8 @@ class KeyMissesFloat {
     Floats color_;
 };
 
-template <typename Isa, typename Misses, typename Pixel, typename Key>
-int MarkPixels(const Pixel* from, Pixel* to, int count, const Key& key, bool matching) {
+template <typename Isa, typename Misses, typename Pixel = typename Misses::Pixel>
+int MarkPixels(const Pixel* from, Pixel* to, int count, const typename Misses::Key& key, bool matching) {
     const Misses misses(key);
     Pixel alphaOnly{};
     std::memset(&alphaOnly.alpha, 0xFF, sizeof alphaOnly.alpha);
@@ -428,9 +433,9 @@ constexpr VectorForms MakeVectorForms() {
     return {ScanRow<Isa, EdgePairs8<Isa>, PF_Pixel, std::int32_t>,
             ScanRow<Isa, EdgePairs16<Isa>, PF_Pixel16, std::int32_t>,
             ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>,
-            MarkPixels<Isa, KeyMisses8<Isa>, PF_Pixel, IntegerKey>,
-            MarkPixels<Isa, KeyMisses16<Isa>, PF_Pixel16, IntegerKey>,
-            MarkPixels<Isa, KeyMissesFloat<Isa>, PF_PixelFloat, FloatKey>,
+            MarkPixels<Isa, KeyMisses8<Isa>>,
+            MarkPixels<Isa, KeyMisses16<Isa>>,
+            MarkPixels<Isa, KeyMissesFloat<Isa>>,
             FindSteps<Isa>};
 }
 

@@ -43,9 +43,13 @@ class DpxHeader {
         file.read(reinterpret_cast<char*>(bytes_.data()), static_cast<std::streamsize>(bytes_.size()));
     }
 
-    [[nodiscard]] std::uint64_t dataEnd() const {
+    /// Whether a file of so many bytes holds all rows. Divides where a product of what the header says might
+    /// not fit.
+    [[nodiscard]] bool fits(std::uint64_t size) const {
         const std::uint64_t rowBits = word(kWidth) * components() * bits();
-        return word(kElementOffset) + (rowBits + 31) / 32 * 4 * word(kHeight);
+        const std::uint64_t rowBytes = (rowBits + 31) / 32 * 4;
+        const std::uint64_t offset = word(kElementOffset);
+        return offset <= size && (rowBytes == 0 || word(kHeight) <= (size - offset) / rowBytes);
     }
     [[nodiscard]] bool isRunLengthEncoded() const { return halfWord(kEncoding) == 1; }
 
@@ -80,7 +84,7 @@ class DpxHeader {
 
 bool DpxIsComplete(std::ifstream& file, std::uint64_t size) {
     const DpxHeader header(file);
-    return header.isRunLengthEncoded() || header.dataEnd() <= size;
+    return header.isRunLengthEncoded() || header.fits(size);
 }
 
 /// The directories of a TIFF, one for each page, linked by their places in the file.

@@ -8,7 +8,7 @@
 namespace nevrel {
 namespace {
 
-constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
 /// Set in `waits` once a signal has come; the rest of it counts the waits that live. One word for both, so
 /// that no wait can begin unseen between a signal and the end of the program.
@@ -39,6 +39,8 @@ void PrepareSignals() {
     }
     signal(SIGXFSZ, SIG_IGN);
 }
+
+void OutliveReaders() { signal(SIGPIPE, SIG_IGN); }
 
 EndingSignalsWait::EndingSignalsWait() {
     if ((waits.fetch_add(1) & kEnding) == 0) return;

@@ -40,10 +40,12 @@ void RequireNoInput(const std::vector<PicturePaths>& pictures) {
 }
 
 void RequireDistinct(const std::vector<PicturePaths>& pictures) {
-    std::map<fs::path, const fs::path*> inputs;
+    std::map<fs::path, const fs::path*> inputs;  // by the place of the output
     for (const PicturePaths& paths : pictures) {
+        const fs::path target = FollowLinks(paths.output);
         std::error_code error;
-        const fs::path place = fs::weakly_canonical(FollowLinks(paths.output), error);
+        fs::path place = fs::weakly_canonical(target, error);
+        if (error) place = target;  // writing will tell what is wrong with it
         const auto [first, isNew] = inputs.emplace(place, &paths.input);
         if (isNew) continue;
         throw UsageError(paths.output.string() + ": would be the output of " + first->second->string() +
@@ -52,7 +54,8 @@ void RequireDistinct(const std::vector<PicturePaths>& pictures) {
 }
 
 fs::path OutputInFolder(const fs::path& input, const fs::path& folder, const std::string& format) {
-    fs::path output = folder / input.filename();
+    const fs::path& named = input.has_filename() ? input : input.parent_path();  // without a slash at its end
+    fs::path output = folder / named.filename();
     if (!format.empty()) output.replace_extension(format);
     return output;
 }
@@ -73,6 +76,7 @@ bool IsFolder(const fs::path& output) {
 
 std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const fs::path& output,
                                       const std::string& format) {
+    if (output.empty()) throw UsageError("--output: is empty");
     std::vector<PicturePaths> pictures;
     if (IsFolder(output)) {
         if (!format.empty()) RequireFormat("*." + format, "--format: ");

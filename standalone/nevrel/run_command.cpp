@@ -16,6 +16,7 @@
 
 #include "standalone/nevrel/controls.h"
 #include "standalone/nevrel/describe_module.h"
+#include "standalone/nevrel/ending_signals.h"
 #include "standalone/nevrel/picture_error.h"
 #include "standalone/nevrel/session.h"
 #include "standalone/nevrel/smooth_picture.h"
@@ -120,6 +121,7 @@ int Smooth(CommandLine& line, const Complain& complain) {
     if (!setUp.ok())
         throw standalone::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
     if (IsFolder(line.output)) MakeFolder(line.output);
+    OutliveReaders();
     return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : kFailed;
 }
 

@@ -17,8 +17,8 @@ struct SmoothSettings {
     std::optional<PF_PixelFormat> depth;  ///< of the kernels; the picture's own by default
 };
 
-/// Several threads may smooth pictures with one instance at once. Throws PictureError; nothing has been
-/// written then.
+/// Several threads may smooth pictures with one instance at once. Throws a std::exception,
+/// as a rule a PictureError; nothing has been written then.
 void SmoothPicture(standalone::Instance& instance, const SmoothSettings& settings, const PicturePaths& paths);
 
 /// Smooths the pictures, up to `jobs` at a time, each in one thread that reads, renders and writes it. One

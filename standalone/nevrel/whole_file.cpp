@@ -41,8 +41,8 @@ class NewFile {
         if (unnamed.isOpen()) {
             fill(unnamed, bytes);
             const EndingSignalsWait wait;
-            require(linkat(AT_FDCWD, unnamed.path().c_str(), AT_FDCWD, temporary_.c_str(),
-                           AT_SYMLINK_FOLLOW) == 0);
+            if (link(unnamed, target_)) return;
+            require(errno == EEXIST && link(unnamed, temporary_));
             moveIntoPlace();
         } else {
             writeNamed(bytes);
@@ -51,7 +51,7 @@ class NewFile {
 
   private:
     /// For file systems without unnamed files.
-    void writeNamed(std::span<const std::byte> bytes) try {
+    void writeNamed(std::span<const std::byte> bytes) {
         const EndingSignalsWait wait;
         const Descriptor named(open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
         require(named.isOpen());
@@ -62,8 +62,6 @@ class NewFile {
             throw;
         }
         moveIntoPlace();
-    } catch (const std::bad_alloc&) {
-        throw PictureError(path_, "not enough memory");
     }
 
     void fill(const Descriptor& file, std::span<const std::byte> bytes) const {
@@ -75,6 +73,10 @@ class NewFile {
         }
         if (permissions_) require(fchmod(file.number(), *permissions_) == 0);
         require(fsync(file.number()) == 0);
+    }
+
+    [[nodiscard]] static bool link(const Descriptor& unnamed, const std::filesystem::path& name) {
+        return linkat(AT_FDCWD, unnamed.path().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     }
 
     void moveIntoPlace() const {
