@@ -84,8 +84,8 @@ TEST(Threads, RenderWhatOneThreadRenders) {
     }
 }
 
-// Sanitizers and Wine start processes slowly.
-#if !defined(NDEBUG)
+// The address sanitizer and Wine start processes slowly.
+#if defined(__SANITIZE_ADDRESS__)
 constexpr int kProcesses = 60;
 #elif defined(_WIN32)
 constexpr int kProcesses = 300;
