@@ -9,7 +9,7 @@
 #include "kernel/vector_forms.h"
 #include "kernel/vector_isa.h"
 
-// NOLINTBEGIN(misc-definitions-in-headers)
+// NOLINTBEGIN(misc-definitions-in-headers): each file that includes this has its own
 namespace {
 
 // Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each other.

@@ -43,9 +43,7 @@ constexpr WORD LOWORD(ULONG_PTR value) { return static_cast<WORD>(value & 0xFFFF
 constexpr WPARAM MAKEWPARAM(WORD low, WORD high) { return static_cast<WPARAM>(low) | WPARAM{high} << 16; }
 
 /// An integer id in the form of a resource name.
-inline LPCSTR MAKEINTRESOURCEA(WORD id) {
-    return reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(id));  // NOLINT(performance-no-int-to-ptr)
-}
+inline LPCSTR MAKEINTRESOURCEA(WORD id) { return reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(id)); }
 
 /// The handle of the file's module; null unless it is the very module that this code is part of.
 HMODULE GetModuleHandleA(LPCSTR fileName);

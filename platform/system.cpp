@@ -42,7 +42,7 @@ const char* GetCommandLineA() {
     return commandLine.c_str();
 }
 
-int _getmbcp() {  // NOLINT(bugprone-reserved-identifier)
+int _getmbcp() {  // NOLINT(bugprone-reserved-identifier): the runtime's name
     std::string locale;
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
         if (locale.empty()) locale = Environment(name);

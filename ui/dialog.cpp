@@ -10,7 +10,7 @@ INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     if (window == nullptr) return 0;
     if (message == WM_INITDIALOG) SetWindowLongPtrA(window, GWLP_USERDATA, lParam);
     const LONG_PTR bound = GetWindowLongPtrA(window, GWLP_USERDATA);
-    auto* dialog = reinterpret_cast<Dialog*>(bound);  // NOLINT(performance-no-int-to-ptr): as it came
+    auto* dialog = reinterpret_cast<Dialog*>(bound);
     return dialog == nullptr ? 0 : dialog->handleMessage(window, message, wParam, lParam);
 }
 

@@ -25,7 +25,7 @@ void CollectChoices(const Window& dialog, std::vector<const Window*>& choices) {
 /// Effects speak code page 932, of which ASCII is a part; terminals UTF-8.
 std::string Utf8(std::string text) {
     iconv_t converter = iconv_open("UTF-8", "CP932");
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv's own mark of failure
+    // iconv's own mark of failure
     if (converter == reinterpret_cast<iconv_t>(-1)) return text;
     std::string converted(3 * text.size(), '\0');
     char* in = text.data();
