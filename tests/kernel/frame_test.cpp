@@ -1,10 +1,13 @@
-// The frame around the kernels: what they refuse, and what they ask of the host.
+// The frame around the kernels: what they refuse, what they ask of the host, and values that no control
+// gives.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "tests/kernel/kernel_run.h"
+#include "tests/kernel/random_pictures.h"
 
 using standalone::HostCall;
 
@@ -92,6 +95,26 @@ TEST(KernelFrame, LeavesTheCopyWhenThereIsNoRoomForTheMap) {
         EXPECT_EQ(stage.run(values), 1234);
         EXPECT_TRUE(stage.outputIsInput());
     }
+}
+
+/// Stored projects and defaults files can hold any integer; the render ends and keeps to its images.
+template <typename P>
+void RenderWithAnyValues(Dice& dice) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    const auto any = [&] { return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most}); };
+    for (int i = 0; i < 300; ++i) {
+        const judge::Values values{any(), any(), any(), dice.below(2), any(), any(), any(), any(), any()};
+        const auto palette = RandomPalette<P>(RandomValues(true, false, dice), dice);
+        RunKernel(values, Paint(RandomShapes(dice.between(1, 80), 12, dice), palette), 1);
+    }
+}
+
+TEST(KernelFrame, ValuesMayBeAnything) {
+    Dice dice(1);
+    RenderWithAnyValues<judge::Pixel8>(dice);
+    RenderWithAnyValues<judge::Pixel16>(dice);
+    RenderWithAnyValues<judge::PixelFloat>(dice);
 }
 
 }  // namespace
