@@ -7,14 +7,9 @@ namespace {
 
 int RandomIndex(Dice& dice) { return dice.between(1, 3); }
 
-/// Of single pixels or at a larger scale, so that runs of some pixels are common.
 void Noise(IndexPicture& p, Dice& dice) {
-    const bool fine = dice.oneIn(2);
-    const int across = fine ? 1 : dice.between(1, 5), down = fine ? 1 : dice.between(1, 4);
     const int colours = dice.between(2, 4);
-    for (int y = 0; y < p.height; y += down)
-        for (int x = 0; x < p.width; x += across)
-            p.fill(x, y, x + across - 1, y + down - 1, dice.below(colours));
+    for (auto& cell : p.cells) cell = static_cast<std::uint8_t>(dice.below(colours));
 }
 
 /// Single pixels and blocks of 2 x 2 on a flat ground.
@@ -76,6 +71,24 @@ void NotchedRectangles(IndexPicture& p, Dice& dice) {
     }
 }
 
+void Disc(IndexPicture& p, Dice& dice) {
+    const int centreX = dice.below(p.width), centreY = dice.below(p.height), index = RandomIndex(dice);
+    const int outer = dice.between(2, 400), inner = dice.oneIn(2) ? 0 : outer * dice.between(5, 9) / 10;
+    for (int y = 0; y < p.height; ++y)
+        for (int x = 0; x < p.width; ++x) {
+            const int d = (x - centreX) * (x - centreX) + (y - centreY) * (y - centreY);
+            if (d <= outer && d >= inner) p.set(x, y, index);
+        }
+}
+
+/// Noise at a larger scale, so that runs of some pixels are common.
+void CoarseNoise(IndexPicture& p, Dice& dice) {
+    const int across = dice.between(1, 5), down = dice.between(1, 4), colours = dice.between(2, 4);
+    for (int y = 0; y < p.height; y += down)
+        for (int x = 0; x < p.width; x += across)
+            p.fill(x, y, x + across - 1, y + down - 1, dice.below(colours));
+}
+
 IndexPicture Transposed(const IndexPicture& p) {
     IndexPicture turned(p.height, p.width);
     for (int y = 0; y < p.height; ++y)
@@ -109,7 +122,8 @@ void IndexPicture::fill(int left, int top, int right, int bottom, int value) {
 
 IndexPicture RandomShapes(int width, int height, Dice& dice) {
     using Draw = void (*)(IndexPicture&, Dice&);
-    static constexpr std::array<Draw, 6> kinds = {Noise, Specks, Stairs, Line, ThinLines, NotchedRectangles};
+    static constexpr std::array<Draw, 8> kinds = {
+        Noise, Specks, Stairs, Line, ThinLines, NotchedRectangles, Disc, CoarseNoise};
     const bool turned = dice.oneIn(2);
     IndexPicture picture(turned ? height : width, turned ? width : height);
     for (int layers = dice.oneOf({1, 1, 2, 3}); layers > 0; --layers)
