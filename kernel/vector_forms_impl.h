@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <initializer_list>
+#include <type_traits>
 
 #include "kernel/patterns.h"
 #include "kernel/vector_forms.h"
@@ -224,58 +225,43 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
     StoreFlags<typename Isa::Narrow>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
 }
 
-/// The key color with alpha 0; its channels are in the pixel's range.
-template <typename Pixel>
-Pixel KeyPixel(const IntegerKey& key) {
-    using Channel = decltype(Pixel::red);
-    return {0, static_cast<Channel>(key.red), static_cast<Channel>(key.green),
-            static_cast<Channel>(key.blue)};
-}
-
-/// Which pixels of a vector differ from the key colour by more than its tolerance: lanes of ones, of which
+/// Which pixels of a vector differ from the key color by more than its tolerance: lanes of ones, of which
 /// those of the alpha channels count. The depths' own tests.
-template <typename Isa>
-class KeyMisses8 {
+template <typename Isa, typename IntegerPixel>
+class KeyMisses {
     using Vector = typename Isa::Vector;
 
   public:
-    using Pixel = PF_Pixel;
+    using Pixel = IntegerPixel;
     using Key = IntegerKey;
 
-    explicit KeyMisses8(const Key& key)
-        : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
+    explicit KeyMisses(const Key& key)
+        : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(pixelOf(key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
-        const Vector d = Isa::difference8(pixels, color_);
-        const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d));
-        return Isa::greater32(Isa::addPairs16(pairs), tolerance_);
+        return Isa::greater32(distances(pixels), tolerance_);
     }
 
   private:
-    Vector tolerance_;
-    Vector color_;
-};
-
-template <typename Isa>
-class KeyMisses16 {
-    using Vector = typename Isa::Vector;
-
-  public:
-    using Pixel = PF_Pixel16;
-    using Key = IntegerKey;
-
-    explicit KeyMisses16(const Key& key)
-        : tolerance_(Isa::fill(key.tolerance)), color_(RepeatPixel<Isa>(KeyPixel<Pixel>(key))) {}
-
-    [[nodiscard]] Vector operator()(Vector pixels) const {
-        const Vector d = Isa::difference16(pixels, color_);
-        const Vector redAndBlue = Isa::highWords32(d);
-        const Vector green = Isa::bitAnd(Isa::highHalves64(d), Isa::fill(0xFFFF));
-        const Vector sum = Isa::add32(Isa::add32(redAndBlue, Isa::highHalves64(redAndBlue)), green);
-        return Isa::greater32(sum, tolerance_);
+    // The color's channels are in the pixel's range.
+    static Pixel pixelOf(const Key& key) {
+        using Channel = decltype(Pixel::red);
+        return {0, static_cast<Channel>(key.red), static_cast<Channel>(key.green),
+                static_cast<Channel>(key.blue)};
     }
 
-  private:
+    [[nodiscard]] Vector distances(Vector pixels) const {
+        if constexpr (std::is_same_v<Pixel, PF_Pixel>) {
+            const Vector d = Isa::difference8(pixels, color_);
+            return Isa::addPairs16(Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d)));
+        } else {
+            const Vector d = Isa::difference16(pixels, color_);
+            const Vector redAndBlue = Isa::highWords32(d);
+            const Vector green = Isa::bitAnd(Isa::highHalves64(d), Isa::fill(0xFFFF));
+            return Isa::add32(Isa::add32(redAndBlue, Isa::highHalves64(redAndBlue)), green);
+        }
+    }
+
     Vector tolerance_;
     Vector color_;
 };
@@ -433,8 +419,8 @@ constexpr VectorForms MakeVectorForms() {
     return {ScanRow<Isa, EdgePairs8<Isa>, PF_Pixel, std::int32_t>,
             ScanRow<Isa, EdgePairs16<Isa>, PF_Pixel16, std::int32_t>,
             ScanRow<Isa, EdgePairsFloat<Isa>, PF_PixelFloat, float>,
-            MarkPixels<Isa, KeyMisses8<Isa>>,
-            MarkPixels<Isa, KeyMisses16<Isa>>,
+            MarkPixels<Isa, KeyMisses<Isa, PF_Pixel>>,
+            MarkPixels<Isa, KeyMisses<Isa, PF_Pixel16>>,
             MarkPixels<Isa, KeyMissesFloat<Isa>>,
             FindSteps<Isa>};
 }
