@@ -41,7 +41,7 @@ bool CommandBench::run(const std::vector<std::string>& arguments) const {
 int CommandBench::clear() const {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-        if (entry.path().filename() != kModule) count += std::filesystem::remove(entry.path()) ? 1 : 0;
+        if (entry.path().filename() != kModule) count += std::filesystem::remove_all(entry.path()) ? 1 : 0;
     }
     return count;
 }

@@ -1,6 +1,7 @@
 // The kernels' arithmetic against the judge's, over everything that can be counted.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -38,6 +39,29 @@ int RoundingEdge(int source, int target, int value) {
     const std::int64_t gap = std::int64_t{value} * 65536 - 32768 - std::int64_t{target} * 65535;
     const std::int64_t slope = source - target;
     return static_cast<int>(slope > 0 ? (gap + slope - 1) / slope : (gap + 65536 + slope) / slope);
+}
+
+/// On the controls' scale, of which the key colour and both thresholds are taken to 16 bits.
+TEST(Exhaustive, ScaleOf16Bits) {
+    for (int v = -65536; v <= 65535; ++v) ASSERT_EQ(Scale16(v), judge::Scale16(v)) << v;
+}
+
+/// Around every key and threshold of one channel, which the others share.
+TEST(Exhaustive, KeyOfEveryDistance) {
+    for (int key = 0; key < 256; key += stride)
+        for (int threshold = 0; threshold < 256; threshold += stride) {
+            EffectValues values{};
+            values.keyRed = values.keyGreen = values.keyBlue = key;
+            values.keyThreshold = threshold;
+            const Depth8::Key key8(values);
+            for (int v = 0; v < 256; ++v) {
+                const auto channel = static_cast<A_u_char>(v);
+                const auto other = static_cast<A_u_char>(key);
+                const bool matches = std::abs(v - key) <= threshold;
+                ASSERT_EQ(key8.matches({255, channel, other, other}), matches) << v << " of " << key;
+                ASSERT_EQ(key8.matches({0, other, channel, other}), matches) << v << " of " << key;
+            }
+        }
 }
 
 TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
