@@ -1,6 +1,7 @@
 // A process in which the two values that are chosen once, the language and the layout of the controls, are
 // used for the first time on several threads at once. Arguments: the module's path, as the host tells it, and
-// the language option. Ends with 0 when every thread saw the right ones.
+// the language option. Ends with 0 when every thread saw the right ones, otherwise with a status that no
+// shell gives on its own.
 #include <cstdio>
 #include <string_view>
 #include <thread>
@@ -15,6 +16,7 @@ using namespace standalone;
 namespace {
 
 constexpr int kThreads = 8;
+enum Status { kWrongCall = 101, kFailedSetUp, kWrongValue, kComplaint };
 enum ControlId : A_long { kKeyEnable = 3, kKeyColor = 4 };
 
 void FillRed(World& world) {
@@ -39,12 +41,12 @@ bool SpeaksRight(bool japanese) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 4) return 2;
+    if (argc != 4) return kWrongCall;
     const bool japanese = std::string_view(argv[3]) == "JP";
     Host host;
     host.identity.pluginPath = argv[1];
     Effect effect(host, EntryPointFunc);
-    if (!effect.paramsSetup().ok()) return 3;
+    if (!effect.paramsSetup().ok()) return kFailedSetUp;
     Instance instance(effect);
     instance.setCheckbox(kKeyEnable, true);
     instance.setColor(kKeyColor, {255, 200, 0, 0});
@@ -63,7 +65,7 @@ int main(int argc, char** argv) {
         }
     }
     for (const bool r : right) {
-        if (!r) return 1;
+        if (!r) return kWrongValue;
     }
-    return host.accounts.complaints().empty() ? 0 : 4;
+    return host.accounts.complaints().empty() ? 0 : kComplaint;
 }
