@@ -1,5 +1,6 @@
 // The plain form of a kernel beside its vector forms.
 #include <algorithm>
+#include <array>
 
 #include "bench/benchmarks.h"
 #include "kernel/dispatch_kernel.h"
@@ -15,7 +16,7 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
     FramePair pair(KeptFrame(kind, size).image, kernel.format);
     const RenderJob job = pair.job(host, kernel.key, kernel.keyInvert);
     PF_Err err = PF_Err_NONE;
-    Samples samples[allInstructionSets.size()];
+    std::array<Samples, allInstructionSets.size()> samples;
     while (state.KeepRunning()) {
         for (int round = 0; round < effort.rounds; ++round) {
             for (std::size_t i = 0; i < allInstructionSets.size(); ++i) {
@@ -23,7 +24,7 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
                 samples[i].row(effort, [&] { err |= DispatchKernel(job, set); });
             }
         }
-        state.SetIterationTime(samples[allInstructionSets.size() - 1].median());
+        state.SetIterationTime(samples.back().median());
     }
     if (err != PF_Err_NONE) state.SkipWithError("the kernel failed");
     for (std::size_t i = 0; i < allInstructionSets.size(); ++i)

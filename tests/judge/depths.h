@@ -177,10 +177,10 @@ struct DepthFloat : FloatWeights {
         } else if (src.alpha == 0.0f) {
             dst.alpha = (1.0f - w) * dst.alpha + src.alpha * w;
         } else {
-            // A transparent destination takes the source's colour, also at weight 0 where the quotient is 0 /
-            // 0.
+            // Where the quotient would be 0 / 0 the destination takes the source's colour.
             const float d = (1.0f - w) * dst.alpha;
-            mixColours(dst, src, dst.alpha == 0.0f ? 1.0f : 1.0f / (d / (src.alpha * w) + 1.0f));
+            const float s = src.alpha * w;
+            mixColours(dst, src, d == 0.0f && s == 0.0f ? 1.0f : 1.0f / (d / s + 1.0f));
             dst.alpha = w * src.alpha + d;
         }
     }

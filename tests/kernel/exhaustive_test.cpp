@@ -1,12 +1,15 @@
 // The kernels' arithmetic against the judge's, over everything that can be counted.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "kernel/depth16.h"
 #include "kernel/depth8.h"
+#include "kernel/depth_float.h"
 #include "tests/judge/depths.h"
 
 namespace {
@@ -102,6 +105,25 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
                     SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w) &&
                     SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
+            }
+}
+
+/// Nothing keeps such alphas out of a float picture.
+TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
+    using Limits = std::numeric_limits<float>;
+    constexpr float alphas[] = {
+        0.0F, -0.0F, Limits::denorm_min(), 0.5F, 1.0F, -1.0F, 3.0F, Limits::infinity(), Limits::quiet_NaN()};
+    for (const float s : alphas)
+        for (const float d : alphas)
+            for (const float w : {0.0F, Limits::denorm_min(), 0.25F, 1.0F}) {
+                PF_PixelFloat blended{d, 0.25F, 0.5F, 2.0F};
+                BlendPixelFloat(blended, {s, 1.0F, 0.0F, -1.0F}, w);
+                judge::PixelFloat judged{d, 0.25F, 0.5F, 2.0F};
+                judge::DepthFloat::blend(judged, {s, 1.0F, 0.0F, -1.0F}, w);
+                const auto same = [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+                ASSERT_TRUE(same(blended.alpha, judged.alpha) && same(blended.red, judged.red) &&
+                            same(blended.green, judged.green) && same(blended.blue, judged.blue))
+                    << "source alpha " << s << ", target alpha " << d << ", weight " << w;
             }
 }
 
