@@ -38,7 +38,7 @@ class Parts {
     }
     void scan() const { ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_); }
     void pass() const {
-        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_).run(forms_);
+        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_, forms_).run();
     }
 
   private:

@@ -1,15 +1,18 @@
 // The two images of a kernel call: every pixel the pass reads and every blend it makes goes through here.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
 #include <span>
 
+#include "kernel/blend_across.h"
 #include "kernel/color_key.h"
 #include "kernel/image_view.h"
 #include "kernel/offset.h"
 #include "kernel/processor.h"
+#include "kernel/ramp_table.h"
 
 /// Blends keyed pixels of the input into the output, which starts as a copy of the input.
 template <typename Depth, KeyMode mode>
@@ -28,6 +31,11 @@ class Canvas {
     [[nodiscard]] int height() const { return input_.height(); }
     [[nodiscard]] bool contains(int x, int y) const { return input_.contains(x, y); }
 
+    /// Whether the pixels up to `margin` further on, in a row or column, are there as well.
+    [[nodiscard]] bool isInside(int x, int y, int margin) const {
+        return x >= margin && x < width() - margin && y >= margin && y < height() - margin;
+    }
+
     /// Asks for a pixel of both images to be brought into the cache.
     void prefetch([[maybe_unused]] int x, [[maybe_unused]] int y) const noexcept {
 #ifdef NEVREL_X64
@@ -39,26 +47,59 @@ class Canvas {
     /// The input pixel, keyed.
     [[nodiscard]] Pixel source(int x, int y) const noexcept { return key_.applyKey(input_.at(x, y)); }
 
-    /// Blends a source pixel into the output at (x, y).
-    void blend(int x, int y, const Pixel& src, Weight weight) const noexcept {
-        Depth::blend(output_.at(x, y), src, weight);
+    /// A straight way across the output and the source pixel that is blended along it, in bytes from a pixel.
+    struct Path {
+        std::ptrdiff_t source;  ///< in the input
+        std::ptrdiff_t first;   ///< the pixel at which the way begins
+        std::ptrdiff_t step;    ///< from pixel to pixel
+    };
+    [[nodiscard]] Path path(Offset source, Offset first, Offset step) const {
+        const auto bytes = [](Offset offset, std::ptrdiff_t pitch) {
+            return offset.dy * pitch + offset.dx * std::ptrdiff_t{sizeof(Pixel)};
+        };
+        return {bytes(source, input_.pitch()), bytes(first, output_.pitch()), bytes(step, output_.pitch())};
     }
 
-    /// Blends a source pixel into `count` output pixels, from (x, y) on in steps of `step`, each with its own
-    /// weight.
-    void blendAlong(int x, int y, Offset step, const Pixel& src, const Weight* weights,
-                    int count) const noexcept {
-        if (count == 0) return;
-        assert(contains(x + (count - 1) * step.dx, y + (count - 1) * step.dy));
-        const std::ptrdiff_t stride = step.dy * output_.pitch() + step.dx * std::ptrdiff_t{sizeof(Pixel)};
-        auto* at = reinterpret_cast<std::byte*>(&output_.at(x, y));
-        for (int i = 0; i < count; ++i, at += stride)
-            Depth::blend(*reinterpret_cast<Pixel*>(at), src, weights[i]);
+    /// Blends along a path from (x, y) with the weights of a ramp, from pixel `done` to pixel `room` at most.
+    void blendAlong(const Path& path, int x, int y, const KeptRamp<Weight>& ramp, int done,
+                    int room) const noexcept {
+        const Pixel src = source(path, x, y);
+        auto* at = outputByte(x, y) + path.first + done * path.step;
+        const int kept = std::min(ramp.count, room);
+        int i = done;
+        for (; i < kept; ++i, at += path.step) {
+            Depth::blend(*reinterpret_cast<Pixel*>(at), src, ramp.weights[static_cast<std::size_t>(i)]);
+        }
+        if (ramp.rest.done) return;
+        RampState<Weight> rest = ramp.rest;
+        for (; i < room && !rest.done; ++i, at += path.step)
+            Depth::blend(*reinterpret_cast<Pixel*>(at), src, RampWeight(rest));
+    }
+
+    /// Blends along two paths that part between (x, y) and the pixel after it, acrossReach pixels each, all
+    /// at once. Does nothing and returns false where that can't be done.
+    [[nodiscard]] bool blendAcross(const Path& back, const Path& on, int x, int y, const Weight* backWeights,
+                                   const Weight* onWeights) const noexcept {
+        return BlendAcross(outputByte(x, y), on.step, source(back, x, y), source(on, x, y), backWeights,
+                           onWeights);
+    }
+
+    /// Blends down a staircase: each pixel from `from` on into the one as far from `to`, and back towards its
+    /// own value where a restoring ramp is given. Ends with the ramp or at the image's edge.
+    void blendStairs(Offset from, Offset to, Offset step, const KeptRamp<Weight>& ramp,
+                     const KeptRamp<Weight>* restoring) const noexcept {
+        KeptWeights<Weight> weights(ramp, 0);
+        KeptWeights<Weight> restoringWeights(restoring != nullptr ? *restoring : ramp, 0);
+        for (; !weights.done() && contains(to.dx, to.dy) && contains(from.dx, from.dy);
+             from = from + step, to = to + step) {
+            blendFrom(from.dx, from.dy, to.dx, to.dy, weights.next());
+            if (restoring != nullptr) restorePixel(from.dx, from.dy, restoringWeights.next());
+        }
     }
 
     /// Blends the source pixel at (sourceX, sourceY) into the output at (x, y).
     void blendFrom(int sourceX, int sourceY, int x, int y, Weight weight) const noexcept {
-        blend(x, y, source(sourceX, sourceY), weight);
+        Depth::blend(output_.at(x, y), source(sourceX, sourceY), weight);
     }
 
     /// Moves an output pixel that earlier blends may have changed back towards its own input value.
@@ -76,6 +117,14 @@ class Canvas {
     }
 
   private:
+    [[nodiscard]] Pixel source(const Path& path, int x, int y) const noexcept {
+        const auto* at = reinterpret_cast<const std::byte*>(&input_.at(x, y)) + path.source;
+        return key_.applyKey(*reinterpret_cast<const Pixel*>(at));
+    }
+    [[nodiscard]] std::byte* outputByte(int x, int y) const {
+        return reinterpret_cast<std::byte*>(&output_.at(x, y));
+    }
+
     ImageView<const Pixel> input_;
     ImageView<Pixel> output_;
     ColorKey<Depth, mode> key_;

@@ -27,6 +27,7 @@ class MapFlags {
 class PointFlags {
   public:
     using Mask = PixelMask;
+    static constexpr bool settlesRuns = false;
 
     PointFlags(const EdgeMap& map, int x, int y) : map_(map), x_(x), y_(y) {}
 

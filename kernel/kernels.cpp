@@ -42,7 +42,7 @@ PF_Err RunKernel(const RenderJob& job, const VectorForms* forms) {
     if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE) return err;
     const EdgeMap map(world.memory(), input.width(), input.height());
     ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map, forms);
-    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights).run(forms);
+    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights, forms).run();
     return PF_Err_NONE;
 }
 

@@ -6,8 +6,8 @@
 #include "kernel/step_masks.h"
 
 /// Reads the steps off a source of flags: Flags has a Mask, answers test(dx, dy, flag) with one, and stores
-/// one in the words of a StepMask. The source looks at most three rows up, two down, three columns left and
-/// two right.
+/// one in the words of a StepMask. It also says whether the ramps of short runs are to be settled by patterns
+/// rather than measured. The source looks at most four rows and columns each way.
 template <typename Flags>
 class Patterns {
     using Mask = typename Flags::Mask;
@@ -17,29 +17,28 @@ class Patterns {
 
     /// Sets the masks of the windows that the source of flags stands for, from `window` on.
     void find(StepMasks& steps, int window) const {
-        const auto set = [window](StepMask& step, Mask mask) {
-            Flags::store(mask, step.word + window);
-            return mask;
+        const auto setStep = [&steps, window](Step step, Mask mask) {
+            return set(steps.step[static_cast<std::size_t>(step)], window, mask);
         };
-        const Mask rows = set(steps.anyHorizontalStaircase,
-                              setAll(steps.horizontalStaircase, window, horizontalStaircase()));
-        const Mask columns =
-            set(steps.anyVerticalStaircase, setAll(steps.verticalStaircase, window, verticalStaircase()));
-        const Mask vertical =
-            set(steps.anyVertical,
-                set(steps.run[0], run<Side::left>()) | set(steps.run[1], run<Side::right>()) |
-                    set(steps.line[0], line<Side::left>()) | set(steps.line[1], line<Side::right>()) | rows |
-                    set(steps.corner, corner()) | setAll(steps.verticalNotch, window, verticalNotch()));
+        const Mask rows = setAll(steps.horizontalStaircase, window, horizontalStaircase());
+        const Mask columns = setAll(steps.verticalStaircase, window, verticalStaircase());
+        Lines lines{line<Side::left>(), line<Side::right>(), line<Side::up>(), line<Side::down>()};
+        const Mask never = rows & ~rows;
+        const Mask across = ~rows & corner();
+        const Mask vertical = setRamp<Side::left>(steps, window, lines, across) |
+                              setRamp<Side::right>(steps, window, lines, across);
         const Mask horizontal =
-            set(steps.anyHorizontal,
-                set(steps.run[2], run<Side::up>()) | set(steps.run[3], run<Side::down>()) |
-                    set(steps.line[2], line<Side::up>()) | set(steps.line[3], line<Side::down>()) | columns |
-                    setAll(steps.horizontalNotch, window, horizontalNotch()) |
-                    setAll(steps.cornerNotch, window, cornerNotch()));
-        const Mask tips = set(steps.anyTip, set(steps.tip, tipShape()) | set(steps.aboveTip, aboveTip()) |
-                                                set(steps.besideTip, besideTip()));
-        const Mask ends = set(steps.anyJunction, setAll(steps.junction, window, junction()));
-        set(steps.any, vertical | horizontal | tips | ends);
+            setRamp<Side::up>(steps, window, lines, never) | setRamp<Side::down>(steps, window, lines, never);
+        const Mask ramps =
+            setStep(Step::verticalRamps, vertical) | setStep(Step::horizontalRamps, horizontal);
+        const Mask fixes =
+            setStep(Step::verticalFixes, rows | setAll(steps.verticalNotch, window, verticalNotch())) |
+            setStep(Step::horizontalFixes, columns |
+                                               setAll(steps.horizontalNotch, window, horizontalNotch()) |
+                                               setAll(steps.cornerNotch, window, cornerNotch()));
+        const Mask finish =
+            setStep(Step::finish, setTips(steps, window, lines) | setAll(steps.junction, window, junction()));
+        set(steps.any, window, ramps | fixes | finish);
     }
 
   private:
@@ -48,15 +47,58 @@ class Patterns {
         Mask mask[count];
     };
 
+    static Mask set(StepMask& step, int window, Mask mask) {
+        Flags::store(mask, step.word + window);
+        return mask;
+    }
+
     // Returns the pixels at which any of them applies.
     template <int count>
     static Mask setAll(StepMask (&steps)[count], int window, const Group<count>& group) {
         Mask any = group.mask[0];
-        for (int i = 0; i < count; ++i) {
-            Flags::store(group.mask[i], steps[i].word + window);
-            any = any | group.mask[i];
-        }
+        for (int i = 0; i < count; ++i) any = any | set(steps[i], window, group.mask[i]);
         return any;
+    }
+
+    /// By side.
+    struct Lines {
+        Mask mask[4];
+    };
+
+    // Returns the pixels at which the side gets a ramp. Where it has neither run nor line it may get a
+    // corner.
+    template <Side side>
+    Mask setRamp(StepMasks& steps, int window, Lines& lines, Mask corner) const {
+        constexpr auto index = static_cast<std::size_t>(side);
+        const RunPlace outer = runPlace<side, -1>();
+        const RunPlace inner = runPlace<side, 0>();
+        const Mask run = set(steps.run[index], window, outer.stands | inner.stands);
+        lines.mask[index] = lines.mask[index] & ~run;
+        const Mask longer = run | lines.mask[index];
+        const Mask onlyCorner = corner & ~longer;
+        if constexpr (Flags::settlesRuns) {
+            const Mask lone1 = lone<1>(outer, inner);
+            const Mask lone2 = lone<2>(outer, inner);
+            const Mask lone3 = lone<3>(outer, inner);
+            const Mask same1 = same<side, 1>(outer, inner) & ~nearBlock<side>();
+            const Mask same2 = same<side, 2>(outer, inner);
+            const Mask measured = longer & ~(lone1 | lone2 | lone3 | same1 | same2);
+            set(steps.rampKind[index][0], window, onlyCorner | lone2 | same1 | measured);
+            set(steps.rampKind[index][1], window, lone1 | lone2 | same2 | measured);
+            set(steps.rampKind[index][2], window, lone3 | same1 | same2 | measured);
+        } else {
+            set(steps.rampKind[index][0], window, onlyCorner | longer);
+            set(steps.rampKind[index][1], window, longer);
+            set(steps.rampKind[index][2], window, longer);
+        }
+        return longer | corner;
+    }
+
+    // Pixels at which a thin line ends are no tips.
+    Mask setTips(StepMasks& steps, int window, const Lines& lines) const {
+        const Mask free = ~(lines.mask[0] | lines.mask[1] | lines.mask[2] | lines.mask[3]);
+        return set(steps.tip, window, free & tipShape()) | set(steps.aboveTip, window, free & aboveTip()) |
+               set(steps.besideTip, window, free & besideTip());
     }
 
     [[nodiscard]] Mask R(int dx, int dy) const { return flags_.test(dx, dy, EdgeRight); }
@@ -64,26 +106,70 @@ class Patterns {
     [[nodiscard]] Mask G(int dx, int dy) const { return flags_.test(dx, dy, EdgeDiagonal); }
     [[nodiscard]] Mask A(int dx, int dy) const { return flags_.test(dx, dy, EdgeAntiDiagonal); }
 
-    // The first pixel of a run, in one of the two places where it may lie.
-    template <Side side>
-    [[nodiscard]] Mask run() const {
+    /// One of the two places where a run may lie beside a piece.
+    struct RunPlace {
+        Mask stands;     // a run begins here and counts
+        Mask open[4];    // the cells that it can go through, from the piece on
+        Mask barred[3];  // from the far end of a run of one, two and three cells none is seen here
+    };
+
+    // The place between c and c + 1. More than two cells count only if the boundary goes on behind the piece.
+    template <Side side, int c>
+    [[nodiscard]] RunPlace runPlace() const {
         using View = SideView<side, Flags>;
         const View at(flags_);
-        const Mask outer = ~at.outward(0, -1) & ~at.crossing(View::step, -1) & at.beside(View::step, -1);
-        const Mask inner = ~at.inward(0, 0) & ~at.crossing(View::step, 1) & at.beside(View::step, 0);
-        return at.crossing(0, 0) & ~at.crossing(View::step, 0) & (outer | inner);
+        const SideView<Opposite(side), Flags> back(flags_);
+        constexpr int step = View::step;
+        const auto diagonal = [](const auto& view, int a) {
+            return c < 0 ? view.outward(a, -1) : view.inward(a, 0);
+        };
+        RunPlace place;
+        for (int i = 0; i < 4; ++i) place.open[i] = at.open((i + 1) * step, c);
+        for (int i = 0; i < 3; ++i) place.barred[i] = diagonal(back, (i + 2) * step);
+        const Mask goesOn = at.beside(View::behind, -1 - c);
+        place.stands =
+            at.crossing(0, 0) & ~diagonal(at, 0) & place.open[0] & ~(place.open[1] & place.open[2] & ~goesOn);
+        return place;
     }
 
-    // The first pixel of a thin line whose end at the piece is free.
+    // A run of n cells, and nothing in the other place that could count as seen from either end.
+    template <int n>
+    [[nodiscard]] static Mask only(const RunPlace& place, const RunPlace& other) {
+        Mask mask = place.stands & ~place.open[n] & ~other.open[0] & ~other.open[n - 1];
+        for (int i = 1; i < n; ++i) mask = mask & place.open[i];
+        return mask;
+    }
+
+    // A run of n cells with none from its far end.
+    template <int n>
+    [[nodiscard]] static Mask lone(const RunPlace& outer, const RunPlace& inner) {
+        return (only<n>(outer, inner) & outer.barred[n - 1]) | (only<n>(inner, outer) & inner.barred[n - 1]);
+    }
+
+    // A run of n cells that is the same from its far end, where the piece shows that the image goes on.
+    template <Side side, int n>
+    [[nodiscard]] Mask same(const RunPlace& outer, const RunPlace& inner) const {
+        using View = SideView<side, Flags>;
+        return View(flags_).crossing((n + 1) * View::step, 0) &
+               ((only<n>(outer, inner) & ~outer.barred[n - 1]) |
+                (only<n>(inner, outer) & ~inner.barred[n - 1]));
+    }
+
+    // Whether the piece may belong to an isolated block, or lie beside one: those have sides of two pixels.
+    template <Side side>
+    [[nodiscard]] Mask nearBlock() const {
+        const SideView<side, Flags> at(flags_);
+        return at.crossing(0, -1) | at.crossing(0, 1);
+    }
+
+    // The first pixel of a thin line whose end at the piece is free, if there is no run.
     template <Side side>
     [[nodiscard]] Mask line() const {
         using View = SideView<side, Flags>;
         const View at(flags_);
         const Mask freeEnd = ~at.outward(0, -1) & ~at.beside(View::behind, -1) &
                              ~at.crossing(-View::step, 0) & ~at.inward(0, 0) & ~at.beside(View::behind, 0);
-        const Mask firstPixel = ~at.crossing(View::step, 0) & ~at.crossing(View::step, -1) &
-                                at.beside(View::step, -1) & ~at.crossing(View::step, 1) &
-                                at.beside(View::step, 0);
+        const Mask firstPixel = at.open(View::step, -1) & at.open(View::step, 0);
         return at.crossing(0, 0) & freeEnd & firstPixel;
     }
 

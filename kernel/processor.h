@@ -5,3 +5,10 @@
 #define NEVREL_X64
 #include <emmintrin.h>  // SSE2, which every x64 processor has
 #endif
+
+// For the few functions that must not become calls.
+#ifdef _MSC_VER
+#define NEVREL_INLINE __forceinline
+#else
+#define NEVREL_INLINE inline __attribute__((always_inline))
+#endif

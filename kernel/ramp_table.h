@@ -7,69 +7,128 @@
 #include <cstdint>
 
 #include "kernel/ramp.h"
+#include "kernel/step_masks.h"
 
-/// The first weights of a ramp, and the ramp as they leave it.
+/// The first weights of a ramp, zeros behind its end, and the ramp as they leave it.
 template <typename Weight>
 struct KeptRamp {
     static constexpr std::size_t longest = 40;
 
     int count = 0;
     std::array<Weight, longest> weights{};
-    RampState<Weight> rest{};
+    RampState<Weight> rest{true, {}, {}, {}, 0};
 };
 
-/// Works a ramp out at its first use. References last until the next request.
-template <typename Weights>
-class RampTable {
-    using Weight = typename Weights::Weight;
-    using Ramp = RampState<Weight>;
+template <typename Weight>
+[[nodiscard]] KeptRamp<Weight> Keep(const RampState<Weight>& ramp) {
+    KeptRamp<Weight> kept{.rest = ramp};
+    for (; kept.count < int{kept.longest} && !kept.rest.done; ++kept.count)
+        kept.weights[static_cast<std::size_t>(kept.count)] = RampWeight(kept.rest);
+    return kept;
+}
 
+/// The weights of a kept ramp one after the other.
+template <typename Weight>
+class KeptWeights {
   public:
-    explicit RampTable(const BlendWeights<Weights>& weights) : weights_(weights) {}
+    /// From weight `first` on, counted from 0, or from the first that is not kept if the kept ones end
+    /// before.
+    KeptWeights(const KeptRamp<Weight>& ramp, int first) : ramp_(ramp), rest_(ramp.rest), next_(first) {}
 
-    [[nodiscard]] const KeptRamp<Weight>& run(int n, std::int64_t percent) {
-        return find(runs_, {n, percent}, [&] { return weights_.runRamp(n, percent); });
-    }
-    [[nodiscard]] const KeptRamp<Weight>& thinLine(int n) {
-        return find(lines_, {n, 0}, [&] { return weights_.thinLineRamp(n); });
+    [[nodiscard]] bool done() const { return next_ >= ramp_.count && rest_.done; }
+    [[nodiscard]] Weight next() {
+        if (next_ < ramp_.count) return ramp_.weights[static_cast<std::size_t>(next_++)];
+        return RampWeight(rest_);
     }
 
   private:
-    struct Key {
-        int n = 0;  // 0 marks a free entry
-        std::int64_t percent = 0;
+    const KeptRamp<Weight>& ramp_;
+    RampState<Weight> rest_;
+    int next_;
+};
 
-        friend bool operator==(const Key&, const Key&) = default;
-    };
-    struct Entry {
-        Key key;
-        KeptRamp<Weight> ramp;
-    };
-    using Table = std::array<Entry, 64>;
-
+/// Keeps ramps by two numbers. A ramp lasts until the next request.
+template <typename Weight>
+class KeptRamps {
+  public:
+    /// The ramp kept for n > 0 and percent, made at its first use.
     template <typename MakeRamp>
-    static const KeptRamp<Weight>& find(Table& table, const Key& key, const MakeRamp& makeRamp) {
-        assert(key.n > 0);
-        const auto hash = static_cast<std::size_t>(key.percent) * 5 + static_cast<std::size_t>(key.n);
-        Entry& entry = table[hash % table.size()];
-        if (!(entry.key == key)) {
-            entry.key = key;
-            fill(entry.ramp, makeRamp());
-        }
+    [[nodiscard]] const KeptRamp<Weight>& find(int n, std::int64_t percent, const MakeRamp& makeRamp) {
+        assert(n > 0);
+        const auto hash = static_cast<std::size_t>(percent) * 5 + static_cast<std::size_t>(n);
+        Entry& entry = entries_[hash % entries_.size()];
+        if (entry.n != n || entry.percent != percent) entry = {n, percent, Keep(makeRamp())};
         return entry.ramp;
     }
 
-    static void fill(KeptRamp<Weight>& kept, const Ramp& ramp) {
-        kept.rest = ramp;
-        kept.count = 0;
-        for (Weight& weight : kept.weights) {
-            if (kept.rest.done) break;
-            weight = RampWeight(kept.rest);
-            ++kept.count;
-        }
+  private:
+    struct Entry {
+        int n = 0;  // 0 marks a free entry
+        std::int64_t percent = 0;
+        KeptRamp<Weight> ramp;
+    };
+    std::array<Entry, 64> entries_;
+};
+
+/// The ramps on one side of pieces.
+template <typename Weights>
+class SideRamps {
+    using Weight = typename Weights::Weight;
+    using Ramp = KeptRamp<Weight>;
+
+  public:
+    explicit SideRamps(const BlendWeights<Weights>& weights) : weights_(weights) {
+        const std::int64_t lone = weights.softness();
+        const std::int64_t same = lone * 100 / 140;
+        known(RampKind::corner).count = 1;
+        known(RampKind::corner).weights[0] = weights.cornerWeight;
+        known(RampKind::lone1) = Keep(weights.runRamp(1, lone));
+        known(RampKind::lone2) = Keep(weights.runRamp(2, lone));
+        known(RampKind::lone3) = Keep(weights.runRamp(3, lone));
+        known(RampKind::same1) = Keep(weights.runRamp(1, same));
+        known(RampKind::same2) = Keep(weights.runRamp(2, same));
     }
 
+    /// The ramp of a kind other than `measured`.
+    [[nodiscard]] const Ramp& ofKind(RampKind kind) const { return known_[static_cast<std::size_t>(kind)]; }
+
+    /// The ramp of a run of n pixels whose length factor is `percent`.
+    [[nodiscard]] const Ramp& ofRun(int n, std::int64_t percent) {
+        return runs_.find(n, percent, [&] { return weights_.runRamp(n, percent); });
+    }
+
+    /// The ramp of a thin line of n pixels.
+    [[nodiscard]] const Ramp& ofThinLine(int n) {
+        return lines_.find(n, 0, [&] { return weights_.thinLineRamp(n); });
+    }
+
+  private:
+    [[nodiscard]] Ramp& known(RampKind kind) { return known_[static_cast<std::size_t>(kind)]; }
+
     const BlendWeights<Weights>& weights_;
-    Table runs_;
-    Table lines_;
+    std::array<Ramp, static_cast<std::size_t>(RampKind::measured)> known_;
+    KeptRamps<Weight> runs_;
+    KeptRamps<Weight> lines_;
+};
+
+/// The ramps of staircases, by their number of cells.
+template <typename Weights>
+class StaircaseRamps {
+    using Weight = typename Weights::Weight;
+    using Ramp = KeptRamp<Weight>;
+
+  public:
+    explicit StaircaseRamps(const BlendWeights<Weights>& weights) : weights_(weights) {}
+
+    [[nodiscard]] const Ramp& main(int n) {
+        return main_.find(n, 0, [&] { return weights_.staircaseRamp(n); });
+    }
+    [[nodiscard]] const Ramp& restoring(int n) {
+        return restoring_.find(n, 0, [&] { return weights_.restoringRamp(n); });
+    }
+
+  private:
+    const BlendWeights<Weights>& weights_;
+    KeptRamps<Weight> main_;
+    KeptRamps<Weight> restoring_;
 };

@@ -28,28 +28,19 @@ struct OuterRun {
 //                                    boundary, or the run just ends
 template <Side side>
 OuterRun MeasureOuterRun(const MapView<side>& piece) {
-    MapView<side> cell = piece.ahead();
-    if (piece.outward(0, -1) || cell.crossing(0, 0)) return {0, false};
+    if (piece.outward(0, -1)) return {0, false};
     int length = 0;
-    bool closed = false;
-    while (!closed && !cell.crossing(0, -1) && cell.beside(0, -1)) {
-        ++length;
-        cell = cell.ahead();
-        closed = cell.crossing(0, 0);
-    }
+    MapView<side> cell = piece.ahead();
+    for (; cell.open(0, -1); cell = cell.ahead()) ++length;
     if (length > longestShortRun && !piece.beside(piece.behind, 0)) return {0, false};
-    return {length, closed};
+    return {length, length > 0 && cell.crossing(0, 0)};
 }
 
 // The run between c = 0 and c = 1.
 template <Side side>
 int MeasureInnerRun(const MapView<side>& piece) {
     int length = 0;
-    MapView<side> cell = piece.ahead();
-    while (!cell.crossing(0, 0) && !cell.crossing(0, 1) && cell.beside(0, 0)) {
-        ++length;
-        cell = cell.ahead();
-    }
+    for (MapView<side> cell = piece.ahead(); cell.open(0, 0); cell = cell.ahead()) ++length;
     return length > longestShortRun && !piece.beside(piece.behind, -1) ? 0 : length;
 }
 
@@ -66,10 +57,7 @@ int RunLength(const EdgeMap& map, int x, int y) noexcept {
 
 template <Side side>
 int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
-    const auto onLine = [](const MapView<side>& cell) {
-        return !cell.crossing(0, 0) && !cell.crossing(0, -1) && cell.beside(0, -1) && !cell.crossing(0, 1) &&
-               cell.beside(0, 0);
-    };
+    const auto onLine = [](const MapView<side>& cell) { return cell.open(0, -1) && cell.open(0, 0); };
     MapView<side> cell = MapView<side>(MapFlags(map, x, y)).ahead();
     assert(onLine(cell));
     int length = 0;

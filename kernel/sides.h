@@ -1,6 +1,8 @@
 // The four sides of a boundary piece, and the edge flags seen along each of them.
 #pragma once
 
+#include <type_traits>
+
 #include "kernel/edge_map.h"
 #include "kernel/offset.h"
 
@@ -45,6 +47,15 @@ class SideView {
     /// A boundary beside the way, between c and c + 1.
     [[nodiscard]] auto beside(int a, int c) const {
         return test(a, c, IsHorizontal(side) ? EdgeDown : EdgeRight);
+    }
+
+    /// A cell of a run or line between c and c + 1: a boundary beside the way, and none across it.
+    [[nodiscard]] auto open(int a, int c) const {
+        if constexpr (std::is_same_v<decltype(beside(a, c)), bool>) {
+            return beside(a, c) && !crossing(a, c) && !crossing(a, c + 1);
+        } else {
+            return beside(a, c) & ~crossing(a, c) & ~crossing(a, c + 1);
+        }
     }
 
     /// The two diagonals of a cell; they change places with the direction of the walk, not with its axis.

@@ -8,10 +8,9 @@
 
 #include "kernel/offset.h"
 
-/// For one step, the pixels of up to four windows at which it applies: bit i of word w is pixel i of window
-/// w.
+/// The pixels of some windows at which something applies: bit i of word w is pixel i of window w.
 struct StepMask {
-    static constexpr int windows = 4;
+    static constexpr int windows = 16;
 
     std::uint64_t word[windows];
 
@@ -21,13 +20,39 @@ struct StepMask {
     }
 };
 
-/// All steps. Only a run may turn out to be none when it is measured.
+/// The steps at a pixel in their fixed order; later ones act on what earlier ones have left. The vertical
+/// piece lies on the pixel's right, the horizontal one below it.
+enum class Step : std::uint8_t {
+    verticalRamps,    ///< to the left and to the right
+    verticalFixes,    ///< staircase and notch
+    horizontalRamps,  ///< up and down
+    horizontalFixes,  ///< staircase and notches
+    finish,           ///< tip and junctions
+};
+inline constexpr int stepCount = 5;
+
+/// The ramp that a side of a piece gets, as the three bits of StepMasks::rampKind. A run is lone when there
+/// is none from its far end, and the same when it is seen from there too.
+enum class RampKind : std::uint8_t {
+    none,
+    corner,  ///< the light blend across a vertical piece
+    lone1,   ///< of one pixel
+    lone2,
+    lone3,
+    same1,
+    same2,
+    measured,  ///< another run, or a thin line
+};
+
+/// Where the steps apply, and which form they take.
 struct StepMasks {
-    StepMask run[4];   ///< by side: a run meets the piece
-    StepMask line[4];  ///< by side: a thin line ends at the piece, if there is no run
+    StepMask step[stepCount];
+    StepMask any;
+
+    StepMask rampKind[4][3];  ///< by side, from the lowest bit on
+    StepMask run[4];          ///< by side: the ramp is a run's
     StepMask horizontalStaircase[4];
     StepMask verticalStaircase[4];
-    StepMask corner;  ///< a vertical piece without diagonals both ways
     StepMask verticalNotch[3];
     StepMask horizontalNotch[3];
     StepMask cornerNotch[2];
@@ -35,15 +60,6 @@ struct StepMasks {
     StepMask aboveTip;   ///< restores the pixel above, on the right
     StepMask besideTip;  ///< restores the pixel itself
     StepMask junction[8];
-
-    // Whether any step of a group applies.
-    StepMask anyVertical;    ///< at the vertical piece on the pixel's right
-    StepMask anyHorizontal;  ///< at the horizontal piece below it
-    StepMask anyHorizontalStaircase;
-    StepMask anyVerticalStaircase;
-    StepMask anyTip;
-    StepMask anyJunction;
-    StepMask any;
 };
 
 /// The pixel that each notch pattern restores.

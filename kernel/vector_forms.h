@@ -9,17 +9,16 @@
 #include "kernel/step_masks.h"
 #include "sdk/effect_api.h"
 
-/// A row of the edge map and what of its surroundings is there.
-struct MapRow {
-    const std::uint8_t* flags;  ///< of column -StepWindows::margin
+/// The memory of an edge map.
+struct MapBytes {
+    const std::uint8_t* flags;  ///< of row 0, column -StepWindows::margin
     std::ptrdiff_t stride;      ///< bytes from row to row
     const std::uint8_t* end;    ///< behind the last byte of the map
-    int above;                  ///< rows of the image above this one
-    int below;                  ///< rows of the image below this one
     int width;
+    int height;
 };
 
-/// Up to four stretches of a row and the steps at their pixels. Window w stands for the pixels from column
+/// Stretches of rows and the steps at their pixels. Window w stands for the pixels of row y[w] from column
 /// x[w] on, in bits margin to margin + pixels - 1 of the masks' words; the other bits are there for the
 /// patterns to look at.
 struct StepWindows {
@@ -29,7 +28,11 @@ struct StepWindows {
 
     int count;
     int x[StepMask::windows];
+    int y[StepMask::windows];
     StepMasks steps;
+
+    /// The column that a bit of a window stands for.
+    [[nodiscard]] int column(int window, int bit) const { return x[window] - margin + bit; }
 };
 
 /// Forms for one instruction set. They give the same bytes as the plain forms.
@@ -52,10 +55,10 @@ struct VectorForms {
     int (*markPixelsFloat)(const PF_PixelFloat* from, PF_PixelFloat* to, int count, const FloatKey& key,
                            bool matching);
 
-    /// Finds the next windows of a row with straight edges, from column x on, and their steps. Returns the
-    /// column to go on from; the row's width when it is done. Asks for a width of at least
+    /// Finds the next windows with straight edges, row by row from (x, y) on, and their steps. Moves (x, y)
+    /// on behind them; y is the map's height when it is done. Asks for a width of at least
     /// StepWindows::pixels.
-    int (*findSteps)(const MapRow& row, int x, StepWindows& windows);
+    void (*findSteps)(const MapBytes& map, int& x, int& y, StepWindows& windows);
 
     static constexpr int smallestScan = 33;
 };

@@ -309,27 +309,27 @@ int MarkPixels(const Pixel* from, Pixel* to, int count, const typename Misses::K
     return x;
 }
 
-/// The flags of four windows and their surroundings as bit planes.
+/// The flags of windows and their surroundings as bit planes.
 template <typename Isa>
 class WindowPlanes {
   public:
-    static constexpr int rowsAbove = 3;
-    static constexpr int rowsBelow = 2;
+    static constexpr int rowsAbove = 4;
+    static constexpr int rowsBelow = 4;
 
     /// Reads the rows around a window. Rows outside the image are clear.
-    void load(int window, const MapRow& row, int x) {
+    void load(int window, const MapBytes& map, int x, int y) {
         for (int dy = -rowsAbove; dy <= rowsBelow; ++dy) {
             Planes& planes = planes_[dy + rowsAbove];
-            if (-dy > row.above || dy > row.below) {
+            if (y + dy < 0 || y + dy >= map.height) {
                 for (auto& plane : planes) plane[window] = 0;
                 continue;
             }
-            const std::uint8_t* flags = row.flags + dy * row.stride + x;
-            if (row.end - flags >= StepWindows::columns) {
+            const std::uint8_t* flags = map.flags + (y + dy) * map.stride + x;
+            if (map.end - flags >= StepWindows::columns) {
                 split(flags, planes, window);
             } else {
                 std::uint8_t padded[StepWindows::columns] = {};
-                std::memcpy(padded, flags, static_cast<std::size_t>(row.end - flags));
+                std::memcpy(padded, flags, static_cast<std::size_t>(map.end - flags));
                 split(padded, planes, window);
             }
         }
@@ -358,13 +358,12 @@ class WindowPlanes {
     Planes planes_[rowsAbove + 1 + rowsBelow];
 };
 
-/// As many windows as a narrow vector has 64-bit lanes, as a source of flags for the patterns.
-template <typename Wide>
+/// As many windows as a vector has 64-bit lanes, as a source of flags for the patterns.
+template <typename Isa>
 class WindowFlags {
-    using Isa = typename Wide::Narrow;
-
   public:
     static constexpr int windows = Isa::bytes / 8;
+    static constexpr bool settlesRuns = true;
 
     struct Mask {
         typename Isa::Vector bits;
@@ -374,7 +373,7 @@ class WindowFlags {
         friend Mask operator~(Mask a) { return {Isa::bitXor(a.bits, Isa::fill(-1))}; }
     };
 
-    WindowFlags(const WindowPlanes<Wide>& planes, int window) : planes_(planes), window_(window) {}
+    WindowFlags(const WindowPlanes<Isa>& planes, int window) : planes_(planes), window_(window) {}
 
     static void store(Mask mask, std::uint64_t* words) { Isa::store(words, mask.bits); }
 
@@ -386,7 +385,7 @@ class WindowFlags {
     }
 
   private:
-    const WindowPlanes<Wide>& planes_;
+    const WindowPlanes<Isa>& planes_;
     int window_;
 };
 
@@ -398,20 +397,25 @@ bool HasStraightEdges(const std::uint8_t* flags) {
 }
 
 template <typename Isa>
-int FindSteps(const MapRow& row, int x, StepWindows& windows) {
+void FindSteps(const MapBytes& map, int& x, int& y, StepWindows& windows) {
     WindowPlanes<Isa> planes;
-    windows.count = 0;
-    for (; x < row.width && windows.count < StepMask::windows; x += StepWindows::pixels) {
-        const std::uint8_t* flags = row.flags + x;
-        PrefetchFarAhead<StepWindows::pixels>(flags);
-        if (row.end - flags >= StepWindows::columns && !HasStraightEdges<Isa>(flags)) continue;
-        windows.x[windows.count] = x;
-        planes.load(windows.count++, row, x);
+    int count = 0;
+    for (; y < map.height && count < StepMask::windows; x = 0, ++y) {
+        const std::uint8_t* row = map.flags + y * map.stride;
+        for (; x < map.width && count < StepMask::windows; x += StepWindows::pixels) {
+            const std::uint8_t* flags = row + x;
+            PrefetchFarAhead<StepWindows::pixels>(flags);
+            if (map.end - flags >= StepWindows::columns && !HasStraightEdges<Isa>(flags)) continue;
+            windows.x[count] = x;
+            windows.y[count] = y;
+            planes.load(count++, map, x, y);
+        }
+        if (x < map.width) break;
     }
-    for (int window = 0; window < windows.count; window += WindowFlags<Isa>::windows) {
+    windows.count = count;
+    for (int window = 0; window < count; window += WindowFlags<Isa>::windows) {
         Patterns(WindowFlags<Isa>(planes, window)).find(windows.steps, window);
     }
-    return x < row.width ? x : row.width;
 }
 
 template <typename Isa>

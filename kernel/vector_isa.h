@@ -220,6 +220,12 @@ struct Avx512 {
     static Vector highBytes16(Vector v) { return _mm512_srli_epi16(v, 8); }
     static Vector highWords32(Vector v) { return _mm512_srli_epi32(v, 16); }
     static Vector highHalves64(Vector v) { return _mm512_srli_epi64(v, 32); }
+    static Vector shiftLeft64(Vector v, int count) {
+        return _mm512_slli_epi64(v, static_cast<unsigned>(count));
+    }
+    static Vector shiftRight64(Vector v, int count) {
+        return _mm512_srli_epi64(v, static_cast<unsigned>(count));
+    }
     static Vector equal16(Vector a, Vector b) { return _mm512_movm_epi16(_mm512_cmpeq_epi16_mask(a, b)); }
     static Vector equal32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpeq_epi32_mask(a, b)); }
     static Vector greater32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpgt_epi32_mask(a, b)); }

@@ -7,6 +7,7 @@
 #include <limits>
 #include <vector>
 
+#include "kernel/blend_across.h"
 #include "kernel/depth16.h"
 #include "kernel/depth8.h"
 #include "kernel/depth_float.h"
@@ -35,6 +36,26 @@ bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& 
     typename JudgeDepth::P judged = dst;
     JudgeDepth::blend(judged, src, weight);
     return std::memcmp(&blended, &judged, sizeof blended) == 0;
+}
+
+/// Of eight pixels blended at once each is as it is alone, and with a weight of 0 as it was.
+template <typename KernelDepth, typename JudgeDepth>
+bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src, std::int32_t w) {
+    using Pixel = typename KernelDepth::Pixel;
+    std::vector<Pixel> line(2 * acrossReach, ToHost<Pixel>(dst));
+    const std::int32_t back[acrossReach] = {w, 0, 65535, 65535 - w};
+    const std::int32_t on[acrossReach] = {0, w, 65535 - w, 65535};
+    const auto source = ToHost<Pixel>(src);
+    auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
+    const bool done = BlendAcross(at, sizeof(Pixel), source, source, back, on);
+    for (int i = 0; i < 2 * acrossReach; ++i) {
+        const std::int32_t weight = i < acrossReach ? back[acrossReach - 1 - i] : on[i - acrossReach];
+        typename JudgeDepth::P expected = dst;
+        if (done && weight != 0) JudgeDepth::blend(expected, src, weight);
+        const auto pixel = ToHost<Pixel>(expected);
+        if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0) return false;
+    }
+    return true;
 }
 
 /// The least weight at which source and target mix to `value` or beyond it, seen from the target.
@@ -78,7 +99,9 @@ TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
                 if (w < 0 || w > 65535) continue;
                 const bool same =
                     SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
-                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w);
+                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w) &&
+                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
+                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
         }
@@ -103,7 +126,9 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
             for (int w = 0; w < 65536; w += stride) {
                 const bool same =
                     SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w) &&
-                    SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w);
+                    SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w) &&
+                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w) &&
+                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
 }

@@ -1,0 +1,199 @@
+// The steps of the smoothing pass at one pixel.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cassert>
+#include <cstddef>
+#include <span>
+
+#include "kernel/canvas.h"
+#include "kernel/ramp_table.h"
+#include "kernel/run_measures.h"
+#include "kernel/sides.h"
+#include "kernel/staircases.h"
+#include "kernel/step_masks.h"
+
+/// A pixel's place in masks.
+struct MaskPlace {
+    const StepMasks& masks;
+    int window;
+    int bit;
+
+    [[nodiscard]] bool isIn(const StepMask& mask) const { return mask.test(window, bit); }
+    /// A number from masks of its bits, the lowest first.
+    template <std::size_t count>
+    [[nodiscard]] unsigned numberIn(const StepMask (&bits)[count]) const {
+        unsigned number = 0;
+        for (std::size_t i = 0; i < count; ++i) number |= unsigned{isIn(bits[i])} << i;
+        return number;
+    }
+};
+
+/// Takes steps. With shortcuts short runs are not measured where the masks tell their ramps, and pieces are
+/// blended a vector at a time where the depth can; without, all is done as it is defined.
+template <typename Depth, KeyMode mode>
+class PixelSteps {
+    using Weights = typename Depth::Weights;
+    using Weight = typename Weights::Weight;
+    using Ramp = KeptRamp<Weight>;
+
+  public:
+    PixelSteps(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
+               bool shortcuts)
+        : canvas_(canvas),
+          map_(map),
+          weights_(weights),
+          shortcuts_(shortcuts),
+          ways_{way<Side::left>(), way<Side::right>(), way<Side::up>(), way<Side::down>()},
+          ramps_{SideRamps<Weights>(weights), SideRamps<Weights>(weights)},
+          staircases_(weights) {}
+
+    /// The pixel (x, y) is the place in the masks.
+    void take(Step step, const MaskPlace& place, int x, int y) noexcept {
+        if (step == Step::verticalRamps || step == Step::horizontalRamps) {
+            blendPiece(place, step == Step::verticalRamps ? Side::left : Side::up, x, y);
+        } else {
+            fix(step, place, x, y);
+        }
+    }
+
+  private:
+    /// How a ramp goes out from a piece.
+    struct Way {
+        typename Canvas<Depth, mode>::Path path;
+        // The pixels from the first one of the path to the image's edge are room + x * perX + y * perY.
+        int room;
+        int perX;
+        int perY;
+    };
+
+    template <Side side>
+    [[nodiscard]] Way way() const {
+        constexpr int step = StepOf(side);
+        constexpr Offset along = AlongSide<side>(step, 0);
+        constexpr Offset next = AlongSide<side>(1, 0);
+        const int size = IsHorizontal(side) ? map_.width() : map_.height();
+        if constexpr (step < 0) return {canvas_.path(next, {0, 0}, along), 1, -along.dx, -along.dy};
+        return {canvas_.path({0, 0}, next, along), size - 1, -along.dx, -along.dy};
+    }
+
+    // Blends the pixel on either side of a piece into those on the other, for as long as the ramps and the
+    // image last. The sides are left and right, or up and down.
+    void blendPiece(const MaskPlace& place, Side first, int x, int y) noexcept {
+        const auto side = static_cast<std::size_t>(first);
+        const Ramp& back = ramp(place, side, x, y);
+        const Ramp& on = ramp(place, side + 1, x, y);
+        int done = 0;
+        if (shortcuts_ && canvas_.isInside(x, y, acrossReach) &&
+            canvas_.blendAcross(ways_[side].path, ways_[side + 1].path, x, y, back.weights.data(),
+                                on.weights.data())) {
+            if (std::max(back.count, on.count) <= acrossReach) return;
+            done = acrossReach;
+        }
+        blendOn(ways_[side], back, done, x, y);
+        blendOn(ways_[side + 1], on, done, x, y);
+    }
+
+    [[nodiscard]] static int room(const Way& way, int x, int y) {
+        return way.room + way.perX * x + way.perY * y;
+    }
+
+    // What is left of a ramp of which some pixels are done.
+    void blendOn(const Way& way, const Ramp& ramp, int done, int x, int y) noexcept {
+        canvas_.blendAlong(way.path, x, y, ramp, done, room(way, x, y));
+    }
+
+    [[nodiscard]] const Ramp& ramp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
+        const auto kind = static_cast<RampKind>(place.numberIn(place.masks.rampKind[side]));
+        return kind != RampKind::measured ? ramps_[0].ofKind(kind) : measuredRamp(place, side, x, y);
+    }
+
+    [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
+        switch (static_cast<Side>(side)) {
+            case Side::left:
+                return measuredRamp<Side::left>(place, x, y);
+            case Side::right:
+                return measuredRamp<Side::right>(place, x, y);
+            case Side::up:
+                return measuredRamp<Side::up>(place, x, y);
+            default:
+                return measuredRamp<Side::down>(place, x, y);
+        }
+    }
+
+    template <Side side>
+    [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, int x, int y) noexcept {
+        SideRamps<Weights>& ramps = ramps_[StepOf(side) < 0 ? 0 : 1];
+        if (!place.isIn(place.masks.run[static_cast<std::size_t>(side)]))
+            return ramps.ofThinLine(ThinLineLength<side>(map_, x, y));
+        const int run = RunLength<side>(map_, x, y);
+        return ramps.ofRun(run, LengthFactor<side>(map_, run, x, y, weights_.softness()));
+    }
+
+    void fix(Step step, const MaskPlace& place, int x, int y) noexcept {
+        const StepMasks& masks = place.masks;
+        switch (step) {
+            case Step::verticalFixes:
+                blendStaircases(place.numberIn(masks.horizontalStaircase), horizontalStaircases, x, y);
+                restoreNotch(place.numberIn(masks.verticalNotch), verticalNotchPixel, x, y);
+                break;
+            case Step::horizontalFixes:
+                blendStaircases(place.numberIn(masks.verticalStaircase), verticalStaircases, x, y);
+                restoreNotch(place.numberIn(masks.horizontalNotch), horizontalNotchPixel, x, y);
+                restoreNotch(place.numberIn(masks.cornerNotch), cornerNotchPixel, x, y);
+                break;
+            default:
+                treatTip(place, x, y);
+                blendJunctions(place.numberIn(masks.junction), x, y);
+        }
+    }
+
+    void blendStaircases(unsigned found, const std::array<StaircaseVariant, 4>& variants, int x,
+                         int y) noexcept {
+        for (; found != 0; found &= found - 1) {
+            const StaircaseVariant& variant = variants[static_cast<std::size_t>(std::countr_zero(found))];
+            const int length = StaircaseLength(variant, map_, x, y);
+            const Offset at{x, y};
+            canvas_.blendStairs(at + variant.source, at + variant.destination, variant.step,
+                                staircases_.main(length),
+                                variant.restores ? &staircases_.restoring(length) : nullptr);
+        }
+    }
+
+    // Restores the pixel of the first pattern that applies.
+    void restoreNotch(unsigned found, std::span<const Offset> restored, int x, int y) noexcept {
+        if (found == 0) return;
+        const Offset at = restored[static_cast<std::size_t>(std::countr_zero(found))];
+        canvas_.restorePixel(x + at.dx, y + at.dy, Weights::half);
+    }
+
+    // A pixel of column 0 is never restored: the patterns that restore the pixel itself need an edge flag of
+    // the column on its left.
+    void treatTip(const MaskPlace& place, int x, int y) noexcept {
+        if (place.isIn(place.masks.tip)) {
+            canvas_.tipAverage(x, y, weights_.tipWeight);
+        } else if (place.isIn(place.masks.aboveTip) && x <= map_.width() - 4 && y >= 3) {
+            canvas_.restorePixel(x + 1, y - 1, Weights::threeQuarters);
+        } else if (place.isIn(place.masks.besideTip)) {
+            canvas_.restorePixel(x, y, Weights::threeQuarters);
+        }
+    }
+
+    void blendJunctions(unsigned found, int x, int y) noexcept {
+        for (; found != 0; found &= found - 1) {
+            const auto& [from, into] = junctions[static_cast<std::size_t>(std::countr_zero(found))];
+            canvas_.blendFrom(x + from.dx, y + from.dy, x + into.dx, y + into.dy, Weights::sixth);
+        }
+    }
+
+    const Canvas<Depth, mode>& canvas_;
+    const EdgeMap& map_;
+    const BlendWeights<Weights>& weights_;
+    bool shortcuts_;
+    RampKind lastKnown_;                       // the ramps of the kinds up to this one are not measured
+    std::array<Way, 4> ways_;                  // by side
+    std::array<SideRamps<Weights>, 2> ramps_;  // for the two sides of a piece, whose ramps are held at once
+    StaircaseRamps<Weights> staircases_;
+};
