@@ -80,8 +80,8 @@ NEVREL_INLINE __m128i MixChannels(__m128i s, __m128i d, __m128i w) noexcept {
                            quotients(_mm_unpackhi_epi16(sLow, sHigh), _mm_unpackhi_epi16(dLow, dHigh)));
 }
 
-/// The vector form. It asks for alphas that are the sources', 16-bit channels of at most 32768 and weights
-/// from 0 to 65535; others leave a pixel of weight 0 not as it is.
+/// The vector form. It can where all alphas are the sources', 16-bit target channels at most 32768, so that a
+/// weight of 0 changes nothing, and weights from 0 to 65535.
 template <typename Pixel>
 [[nodiscard]] NEVREL_INLINE bool BlendAcross(std::byte* at, std::ptrdiff_t step, const Pixel& back,
                                              const Pixel& on, const std::int32_t* backWeights,

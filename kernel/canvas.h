@@ -31,7 +31,7 @@ class Canvas {
     [[nodiscard]] int height() const { return input_.height(); }
     [[nodiscard]] bool contains(int x, int y) const { return input_.contains(x, y); }
 
-    /// Whether the pixels up to `margin` further on, in a row or column, are there as well.
+    /// Whether the pixels of its row and column that are up to `margin` away are there as well.
     [[nodiscard]] bool isInside(int x, int y, int margin) const {
         return x >= margin && x < width() - margin && y >= margin && y < height() - margin;
     }
@@ -64,16 +64,15 @@ class Canvas {
     void blendAlong(const Path& path, int x, int y, const KeptRamp<Weight>& ramp, int done,
                     int room) const noexcept {
         const Pixel src = source(path, x, y);
-        auto* at = outputByte(x, y) + path.first + done * path.step;
+        auto* first = outputByte(x, y) + path.first;
+        const auto blend = [first, &path, &src](int i, Weight weight) {
+            Depth::blend(*reinterpret_cast<Pixel*>(first + i * path.step), src, weight);
+        };
         const int kept = std::min(ramp.count, room);
         int i = done;
-        for (; i < kept; ++i, at += path.step) {
-            Depth::blend(*reinterpret_cast<Pixel*>(at), src, ramp.weights[static_cast<std::size_t>(i)]);
-        }
-        if (ramp.rest.done) return;
+        for (; i < kept; ++i) blend(i, ramp.weights[static_cast<std::size_t>(i)]);
         RampState<Weight> rest = ramp.rest;
-        for (; i < room && !rest.done; ++i, at += path.step)
-            Depth::blend(*reinterpret_cast<Pixel*>(at), src, RampWeight(rest));
+        for (; i < room && !rest.done; ++i) blend(i, RampWeight(rest));
     }
 
     /// Blends along two paths that part between (x, y) and the pixel after it, acrossReach pixels each, all
@@ -88,8 +87,8 @@ class Canvas {
     /// own value where a restoring ramp is given. Ends with the ramp or at the image's edge.
     void blendStairs(Offset from, Offset to, Offset step, const KeptRamp<Weight>& ramp,
                      const KeptRamp<Weight>* restoring) const noexcept {
-        KeptWeights<Weight> weights(ramp, 0);
-        KeptWeights<Weight> restoringWeights(restoring != nullptr ? *restoring : ramp, 0);
+        KeptWeights<Weight> weights(ramp);
+        KeptWeights<Weight> restoringWeights(restoring != nullptr ? *restoring : ramp);
         for (; !weights.done() && contains(to.dx, to.dy) && contains(from.dx, from.dy);
              from = from + step, to = to + step) {
             blendFrom(from.dx, from.dy, to.dx, to.dy, weights.next());

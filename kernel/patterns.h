@@ -7,7 +7,7 @@
 
 /// Reads the steps off a source of flags: Flags has a Mask, answers test(dx, dy, flag) with one, and stores
 /// one in the words of a StepMask. It also says whether the ramps of short runs are to be settled by patterns
-/// rather than measured. The source looks at most four rows and columns each way.
+/// rather than measured. It is asked for flags at most four rows and columns each way.
 template <typename Flags>
 class Patterns {
     using Mask = typename Flags::Mask;
@@ -68,14 +68,14 @@ class Patterns {
     // Returns the pixels at which the side gets a ramp. Where it has neither run nor line it may get a
     // corner.
     template <Side side>
-    Mask setRamp(StepMasks& steps, int window, Lines& lines, Mask corner) const {
+    Mask setRamp(StepMasks& steps, int window, Lines& lines, Mask mayBeCorner) const {
         constexpr auto index = static_cast<std::size_t>(side);
         const RunPlace outer = runPlace<side, -1>();
         const RunPlace inner = runPlace<side, 0>();
         const Mask run = set(steps.run[index], window, outer.stands | inner.stands);
         lines.mask[index] = lines.mask[index] & ~run;
         const Mask longer = run | lines.mask[index];
-        const Mask onlyCorner = corner & ~longer;
+        const Mask onlyCorner = mayBeCorner & ~longer;
         if constexpr (Flags::settlesRuns) {
             const Mask lone1 = lone<1>(outer, inner);
             const Mask lone2 = lone<2>(outer, inner);
@@ -91,10 +91,10 @@ class Patterns {
             set(steps.rampKind[index][1], window, longer);
             set(steps.rampKind[index][2], window, longer);
         }
-        return longer | corner;
+        return longer | mayBeCorner;
     }
 
-    // Pixels at which a thin line ends are no tips.
+    // Pixels at which a thin line is blended are no tips; the lines are those that all setRamps have left.
     Mask setTips(StepMasks& steps, int window, const Lines& lines) const {
         const Mask free = ~(lines.mask[0] | lines.mask[1] | lines.mask[2] | lines.mask[3]);
         return set(steps.tip, window, free & tipShape()) | set(steps.aboveTip, window, free & aboveTip()) |
@@ -162,7 +162,7 @@ class Patterns {
         return at.crossing(0, -1) | at.crossing(0, 1);
     }
 
-    // The first pixel of a thin line whose end at the piece is free, if there is no run.
+    // The first pixel of a thin line whose end at the piece is free.
     template <Side side>
     [[nodiscard]] Mask line() const {
         using View = SideView<side, Flags>;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cassert>
 #include <cstddef>
 #include <span>
 
@@ -31,8 +30,8 @@ struct MaskPlace {
     }
 };
 
-/// Takes steps. With shortcuts short runs are not measured where the masks tell their ramps, and pieces are
-/// blended a vector at a time where the depth can; without, all is done as it is defined.
+/// Takes steps. With vectors the pixels across a piece are blended at once where they can be; without, one
+/// after the other, as it is defined.
 template <typename Depth, KeyMode mode>
 class PixelSteps {
     using Weights = typename Depth::Weights;
@@ -41,13 +40,14 @@ class PixelSteps {
 
   public:
     PixelSteps(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
-               bool shortcuts)
+               bool vectors)
         : canvas_(canvas),
           map_(map),
           weights_(weights),
-          shortcuts_(shortcuts),
+          vectors_(vectors),
           ways_{way<Side::left>(), way<Side::right>(), way<Side::up>(), way<Side::down>()},
-          ramps_{SideRamps<Weights>(weights), SideRamps<Weights>(weights)},
+          known_(weights),
+          measured_{MeasuredRamps<Weights>(weights), MeasuredRamps<Weights>(weights)},
           staircases_(weights) {}
 
     /// The pixel (x, y) is the place in the masks.
@@ -86,7 +86,7 @@ class PixelSteps {
         const Ramp& back = ramp(place, side, x, y);
         const Ramp& on = ramp(place, side + 1, x, y);
         int done = 0;
-        if (shortcuts_ && canvas_.isInside(x, y, acrossReach) &&
+        if (vectors_ && canvas_.isInside(x, y, acrossReach) &&
             canvas_.blendAcross(ways_[side].path, ways_[side + 1].path, x, y, back.weights.data(),
                                 on.weights.data())) {
             if (std::max(back.count, on.count) <= acrossReach) return;
@@ -107,7 +107,8 @@ class PixelSteps {
 
     [[nodiscard]] const Ramp& ramp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
         const auto kind = static_cast<RampKind>(place.numberIn(place.masks.rampKind[side]));
-        return kind != RampKind::measured ? ramps_[0].ofKind(kind) : measuredRamp(place, side, x, y);
+        if (kind != RampKind::measured) return known_.of(kind);
+        return measuredRamp(place, side, x, y);
     }
 
     [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
@@ -125,7 +126,7 @@ class PixelSteps {
 
     template <Side side>
     [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, int x, int y) noexcept {
-        SideRamps<Weights>& ramps = ramps_[StepOf(side) < 0 ? 0 : 1];
+        MeasuredRamps<Weights>& ramps = measured_[StepOf(side) < 0 ? 0 : 1];
         if (!place.isIn(place.masks.run[static_cast<std::size_t>(side)]))
             return ramps.ofThinLine(ThinLineLength<side>(map_, x, y));
         const int run = RunLength<side>(map_, x, y);
@@ -191,9 +192,9 @@ class PixelSteps {
     const Canvas<Depth, mode>& canvas_;
     const EdgeMap& map_;
     const BlendWeights<Weights>& weights_;
-    bool shortcuts_;
-    RampKind lastKnown_;                       // the ramps of the kinds up to this one are not measured
-    std::array<Way, 4> ways_;                  // by side
-    std::array<SideRamps<Weights>, 2> ramps_;  // for the two sides of a piece, whose ramps are held at once
+    bool vectors_;
+    std::array<Way, 4> ways_;  // by side
+    KnownRamps<Weights> known_;
+    std::array<MeasuredRamps<Weights>, 2> measured_;  // for the two sides of a piece, held at once
     StaircaseRamps<Weights> staircases_;
 };

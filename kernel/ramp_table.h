@@ -31,9 +31,7 @@ template <typename Weight>
 template <typename Weight>
 class KeptWeights {
   public:
-    /// From weight `first` on, counted from 0, or from the first that is not kept if the kept ones end
-    /// before.
-    KeptWeights(const KeptRamp<Weight>& ramp, int first) : ramp_(ramp), rest_(ramp.rest), next_(first) {}
+    explicit KeptWeights(const KeptRamp<Weight>& ramp) : ramp_(ramp), rest_(ramp.rest) {}
 
     [[nodiscard]] bool done() const { return next_ >= ramp_.count && rest_.done; }
     [[nodiscard]] Weight next() {
@@ -44,7 +42,7 @@ class KeptWeights {
   private:
     const KeptRamp<Weight>& ramp_;
     RampState<Weight> rest_;
-    int next_;
+    int next_ = 0;
 };
 
 /// Keeps ramps by two numbers. A ramp lasts until the next request.
@@ -70,43 +68,53 @@ class KeptRamps {
     std::array<Entry, 64> entries_;
 };
 
-/// The ramps on one side of pieces.
+/// The ramps of every kind but `measured`.
 template <typename Weights>
-class SideRamps {
+class KnownRamps {
+    using Ramp = KeptRamp<typename Weights::Weight>;
+
+  public:
+    explicit KnownRamps(const BlendWeights<Weights>& weights) {
+        const std::int64_t lone = weights.softness();
+        const std::int64_t same = lone * 100 / 140;
+        at(RampKind::corner).count = 1;
+        at(RampKind::corner).weights[0] = weights.cornerWeight;
+        at(RampKind::lone1) = Keep(weights.runRamp(1, lone));
+        at(RampKind::lone2) = Keep(weights.runRamp(2, lone));
+        at(RampKind::lone3) = Keep(weights.runRamp(3, lone));
+        at(RampKind::same1) = Keep(weights.runRamp(1, same));
+        at(RampKind::same2) = Keep(weights.runRamp(2, same));
+    }
+
+    [[nodiscard]] const Ramp& of(RampKind kind) const { return ramps_[static_cast<std::size_t>(kind)]; }
+
+  private:
+    [[nodiscard]] Ramp& at(RampKind kind) { return ramps_[static_cast<std::size_t>(kind)]; }
+
+    std::array<Ramp, static_cast<std::size_t>(RampKind::measured)> ramps_;
+};
+
+/// The ramps of measured runs and lines.
+template <typename Weights>
+class MeasuredRamps {
     using Weight = typename Weights::Weight;
     using Ramp = KeptRamp<Weight>;
 
   public:
-    explicit SideRamps(const BlendWeights<Weights>& weights) : weights_(weights) {
-        const std::int64_t lone = weights.softness();
-        const std::int64_t same = lone * 100 / 140;
-        known(RampKind::corner).count = 1;
-        known(RampKind::corner).weights[0] = weights.cornerWeight;
-        known(RampKind::lone1) = Keep(weights.runRamp(1, lone));
-        known(RampKind::lone2) = Keep(weights.runRamp(2, lone));
-        known(RampKind::lone3) = Keep(weights.runRamp(3, lone));
-        known(RampKind::same1) = Keep(weights.runRamp(1, same));
-        known(RampKind::same2) = Keep(weights.runRamp(2, same));
-    }
+    explicit MeasuredRamps(const BlendWeights<Weights>& weights) : weights_(weights) {}
 
-    /// The ramp of a kind other than `measured`.
-    [[nodiscard]] const Ramp& ofKind(RampKind kind) const { return known_[static_cast<std::size_t>(kind)]; }
-
-    /// The ramp of a run of n pixels whose length factor is `percent`.
+    /// For a run of n pixels whose length factor is `percent`.
     [[nodiscard]] const Ramp& ofRun(int n, std::int64_t percent) {
         return runs_.find(n, percent, [&] { return weights_.runRamp(n, percent); });
     }
 
-    /// The ramp of a thin line of n pixels.
+    /// For a thin line of n pixels.
     [[nodiscard]] const Ramp& ofThinLine(int n) {
         return lines_.find(n, 0, [&] { return weights_.thinLineRamp(n); });
     }
 
   private:
-    [[nodiscard]] Ramp& known(RampKind kind) { return known_[static_cast<std::size_t>(kind)]; }
-
     const BlendWeights<Weights>& weights_;
-    std::array<Ramp, static_cast<std::size_t>(RampKind::measured)> known_;
     KeptRamps<Weight> runs_;
     KeptRamps<Weight> lines_;
 };

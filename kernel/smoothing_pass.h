@@ -72,7 +72,7 @@ class SmoothingPass {
         }
     }
 
-    // Pixels that lie closer together than this many steps in a list come into the cache by themselves.
+    // Longer lists are of pixels so close together that they come into the cache by themselves.
     static constexpr int mostScattered = 300;
 
     void prefetch(const StepWindows& windows, const StepList& list) const noexcept {

@@ -25,9 +25,6 @@ struct StaircaseVariant {
     }
 };
 
-/// From this many cells on a staircase counts as one.
-inline constexpr int shortestStaircase = 2;
-
 /// The staircases of a vertical piece: up-right, down-left, up-left, down-right.
 inline constexpr std::array<StaircaseVariant, 4> horizontalStaircases{{
     {{1, -1}, {1, -1}, EdgeDown, true, {1, 0}, {1, -1}},

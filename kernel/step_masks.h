@@ -1,5 +1,5 @@
 // What the smoothing pass has to do at a pixel, as far as a fixed neighbourhood in the edge map settles it.
-// Only the lengths of runs, lines and staircases are left to be measured.
+// Only the lengths of staircases and of most longer runs and lines are left to be measured.
 #pragma once
 
 #include <array>

@@ -38,13 +38,21 @@ bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& 
     return std::memcmp(&blended, &judged, sizeof blended) == 0;
 }
 
-/// Of eight pixels blended at once each is as it is alone, and with a weight of 0 as it was.
+#ifdef NEVREL_X64
+constexpr bool vectors = true;
+#else
+constexpr bool vectors = false;
+#endif
+
+/// Whether eight pixels are blended at once, each as it is alone and with a weight of 0 as it was, or, where
+/// that can't be done, not at all.
 template <typename KernelDepth, typename JudgeDepth>
-bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src, std::int32_t w) {
+bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src, std::int32_t w,
+                bool possible) {
     using Pixel = typename KernelDepth::Pixel;
     std::vector<Pixel> line(2 * acrossReach, ToHost<Pixel>(dst));
-    const std::int32_t back[acrossReach] = {w, 0, 65535, 65535 - w};
-    const std::int32_t on[acrossReach] = {0, w, 65535 - w, 65535};
+    const std::int32_t back[acrossReach] = {w, 0, 65535, 12345};
+    const std::int32_t on[acrossReach] = {0, w, 32768, 65535};
     const auto source = ToHost<Pixel>(src);
     auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
     const bool done = BlendAcross(at, sizeof(Pixel), source, source, back, on);
@@ -55,7 +63,7 @@ bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P&
         const auto pixel = ToHost<Pixel>(expected);
         if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0) return false;
     }
-    return true;
+    return done == (vectors && possible);
 }
 
 /// The least weight at which source and target mix to `value` or beyond it, seen from the target.
@@ -100,8 +108,10 @@ TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
                 const bool same =
                     SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
                     SameBlend<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w) &&
-                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
-                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w);
+                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w,
+                                                      true) &&
+                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w,
+                                                      s == d);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
         }
@@ -127,13 +137,21 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
                 const bool same =
                     SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w) &&
                     SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w) &&
-                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w) &&
-                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w);
+                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w, false) &&
+                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w, true);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
 }
 
 /// Nothing keeps such alphas out of a float picture.
+TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
+    for (const int w :
+         {-1, -65536, 65536, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        EXPECT_TRUE((SameAcross<Depth8, judge::Depth8>({255, 9, 0, 1}, {255, 200, 255, 254}, w, false))) << w;
+        EXPECT_TRUE((SameAcross<Depth16, judge::Depth16>({9, 9, 0, 1}, {9, 200, 255, 254}, w, false))) << w;
+    }
+}
+
 TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
     using Limits = std::numeric_limits<float>;
     constexpr float alphas[] = {
