@@ -34,6 +34,14 @@ void KeepSamplesWhole(OIIO::ImageSpec& spec) {
     if (spec.format == OIIO::TypeDesc::UINT8) spec.erase_attribute("oiio:BitsPerSample");
 }
 
+/// A picture that has no date gets the one that Exif has for an unknown date: the writers would put the time
+/// of day in its place, and the same picture would give another file each time.
+void KeepOutTimeOfDay(OIIO::ImageSpec& spec, std::string_view format) {
+    const bool writesTimeOfDay = format == "openexr" || format == "tiff";
+    if (writesTimeOfDay && spec.find_attribute("DateTime") == nullptr)
+        spec.attribute("DateTime", "    :  :     :  :  ");
+}
+
 /// What the format's writer is told about a part.
 OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     OIIO::ImageSpec spec = part.spec;
@@ -41,6 +49,7 @@ OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(kStraightAttribute);
     KeepSamplesWhole(spec);
+    KeepOutTimeOfDay(spec, output.format_name());
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see MarkAssociated.
     const bool asItIs = !part.associated || std::string_view(output.format_name()) == "targa";
     if (asItIs && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);

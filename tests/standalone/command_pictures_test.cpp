@@ -380,6 +380,17 @@ TEST_F(PictureTest, AnotherFormatGetsItsOwnAlphaConvention) {
     }
 }
 
+/// The time of writing would make other bytes of the same picture each time.
+TEST_F(PictureTest, FilesOfPicturesWithoutADateHaveNone) {
+    TestPicture picture = MakePicture(8, 8, 3, TypeDesc::UINT8);
+    write("in.png", picture);
+    for (const std::string name : {"out.exr", "out.tif", "out.tga", "out.dpx"}) {
+        ASSERT_EQ(run("smooth -o " + name + " in.png").status, 0) << name;
+        const std::string date = read(name).spec.get_string_attribute("DateTime");
+        EXPECT_EQ(date.find_first_of("0123456789"), std::string::npos) << name << ": " << date;
+    }
+}
+
 TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTheyAre) {
     TestPicture picture = MakePicture(48, 40, 4, TypeDesc::FLOAT, Alpha::Associated);
     DrawDisc(picture, {1e30, 1, 1, 1e-30}, {0.5, 0.5, 0.5, 1});
