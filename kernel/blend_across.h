@@ -66,7 +66,8 @@ NEVREL_INLINE void StoreFour(std::byte* at, std::ptrdiff_t step, const FourPixel
     }
 }
 
-/// (s * w + d * (65535 - w) + 32768) / 65536 in each channel, modulo 2^32.
+/// (s * w + d * (65535 - w) + 32768) / 65536 in each channel, modulo 2^32. The quotients are taken as signed,
+/// so that packing them, which saturates, keeps their 16 bits.
 NEVREL_INLINE __m128i MixChannels(__m128i s, __m128i d, __m128i w) noexcept {
     const __m128i rest = _mm_xor_si128(w, _mm_set1_epi32(-1));
     const __m128i sLow = _mm_mullo_epi16(s, w);

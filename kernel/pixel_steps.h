@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 #include "kernel/canvas.h"
@@ -46,9 +47,7 @@ class PixelSteps {
           weights_(weights),
           vectors_(vectors),
           ways_{way<Side::left>(), way<Side::right>(), way<Side::up>(), way<Side::down>()},
-          known_(weights),
-          measured_{MeasuredRamps<Weights>(weights), MeasuredRamps<Weights>(weights)},
-          staircases_(weights) {}
+          known_(weights) {}
 
     /// The pixel (x, y) is the place in the masks.
     void take(Step step, const MaskPlace& place, int x, int y) noexcept {
@@ -126,11 +125,14 @@ class PixelSteps {
 
     template <Side side>
     [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, int x, int y) noexcept {
-        MeasuredRamps<Weights>& ramps = measured_[StepOf(side) < 0 ? 0 : 1];
-        if (!place.isIn(place.masks.run[static_cast<std::size_t>(side)]))
-            return ramps.ofThinLine(ThinLineLength<side>(map_, x, y));
-        const int run = RunLength<side>(map_, x, y);
-        return ramps.ofRun(run, LengthFactor<side>(map_, run, x, y, weights_.softness()));
+        constexpr std::size_t end = StepOf(side) < 0 ? 0 : 1;
+        if (!place.isIn(place.masks.run[static_cast<std::size_t>(side)])) {
+            const int n = ThinLineLength<side>(map_, x, y);
+            return thinLines_[end].find(n, 0, [&] { return weights_.thinLineRamp(n); });
+        }
+        const int n = RunLength<side>(map_, x, y);
+        const std::int64_t percent = LengthFactor<side>(map_, n, x, y, weights_.softness());
+        return runs_[end].find(n, percent, [&] { return weights_.runRamp(n, percent); });
     }
 
     void fix(Step step, const MaskPlace& place, int x, int y) noexcept {
@@ -155,11 +157,13 @@ class PixelSteps {
                          int y) noexcept {
         for (; found != 0; found &= found - 1) {
             const StaircaseVariant& variant = variants[static_cast<std::size_t>(std::countr_zero(found))];
-            const int length = StaircaseLength(variant, map_, x, y);
+            const int n = StaircaseLength(variant, map_, x, y);
+            const Ramp& ramp = staircases_.find(n, 0, [&] { return weights_.staircaseRamp(n); });
+            const Ramp* restoring = nullptr;
+            if (variant.restores)
+                restoring = &restoring_.find(n, 0, [&] { return weights_.restoringRamp(n); });
             const Offset at{x, y};
-            canvas_.blendStairs(at + variant.source, at + variant.destination, variant.step,
-                                staircases_.main(length),
-                                variant.restores ? &staircases_.restoring(length) : nullptr);
+            canvas_.blendStairs(at + variant.source, at + variant.destination, variant.step, ramp, restoring);
         }
     }
 
@@ -195,6 +199,9 @@ class PixelSteps {
     bool vectors_;
     std::array<Way, 4> ways_;  // by side
     KnownRamps<Weights> known_;
-    std::array<MeasuredRamps<Weights>, 2> measured_;  // for the two sides of a piece, held at once
-    StaircaseRamps<Weights> staircases_;
+    // Of the two sides of a piece, whose ramps are held at once.
+    std::array<KeptRamps<Weight>, 2> runs_;
+    std::array<KeptRamps<Weight>, 2> thinLines_;
+    KeptRamps<Weight> staircases_;
+    KeptRamps<Weight> restoring_;
 };

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "kernel/ramp.h"
+#include "kernel/run_measures.h"
 #include "kernel/step_masks.h"
 
 /// The first weights of a ramp, zeros behind its end, and the ramp as they leave it.
@@ -75,15 +76,16 @@ class KnownRamps {
 
   public:
     explicit KnownRamps(const BlendWeights<Weights>& weights) {
-        const std::int64_t lone = weights.softness();
-        const std::int64_t same = lone * 100 / 140;
+        const auto run = [&weights](int n, int m) {
+            return Keep(weights.runRamp(n, LengthFactorOf(n, m, weights.softness())));
+        };
         at(RampKind::corner).count = 1;
         at(RampKind::corner).weights[0] = weights.cornerWeight;
-        at(RampKind::lone1) = Keep(weights.runRamp(1, lone));
-        at(RampKind::lone2) = Keep(weights.runRamp(2, lone));
-        at(RampKind::lone3) = Keep(weights.runRamp(3, lone));
-        at(RampKind::same1) = Keep(weights.runRamp(1, same));
-        at(RampKind::same2) = Keep(weights.runRamp(2, same));
+        at(RampKind::lone1) = run(1, 0);
+        at(RampKind::lone2) = run(2, 0);
+        at(RampKind::lone3) = run(3, 0);
+        at(RampKind::same1) = run(1, 1);
+        at(RampKind::same2) = run(2, 2);
     }
 
     [[nodiscard]] const Ramp& of(RampKind kind) const { return ramps_[static_cast<std::size_t>(kind)]; }
@@ -92,51 +94,4 @@ class KnownRamps {
     [[nodiscard]] Ramp& at(RampKind kind) { return ramps_[static_cast<std::size_t>(kind)]; }
 
     std::array<Ramp, static_cast<std::size_t>(RampKind::measured)> ramps_;
-};
-
-/// The ramps of measured runs and lines.
-template <typename Weights>
-class MeasuredRamps {
-    using Weight = typename Weights::Weight;
-    using Ramp = KeptRamp<Weight>;
-
-  public:
-    explicit MeasuredRamps(const BlendWeights<Weights>& weights) : weights_(weights) {}
-
-    /// For a run of n pixels whose length factor is `percent`.
-    [[nodiscard]] const Ramp& ofRun(int n, std::int64_t percent) {
-        return runs_.find(n, percent, [&] { return weights_.runRamp(n, percent); });
-    }
-
-    /// For a thin line of n pixels.
-    [[nodiscard]] const Ramp& ofThinLine(int n) {
-        return lines_.find(n, 0, [&] { return weights_.thinLineRamp(n); });
-    }
-
-  private:
-    const BlendWeights<Weights>& weights_;
-    KeptRamps<Weight> runs_;
-    KeptRamps<Weight> lines_;
-};
-
-/// The ramps of staircases, by their number of cells.
-template <typename Weights>
-class StaircaseRamps {
-    using Weight = typename Weights::Weight;
-    using Ramp = KeptRamp<Weight>;
-
-  public:
-    explicit StaircaseRamps(const BlendWeights<Weights>& weights) : weights_(weights) {}
-
-    [[nodiscard]] const Ramp& main(int n) {
-        return main_.find(n, 0, [&] { return weights_.staircaseRamp(n); });
-    }
-    [[nodiscard]] const Ramp& restoring(int n) {
-        return restoring_.find(n, 0, [&] { return weights_.restoringRamp(n); });
-    }
-
-  private:
-    const BlendWeights<Weights>& weights_;
-    KeptRamps<Weight> main_;
-    KeptRamps<Weight> restoring_;
 };

@@ -93,9 +93,8 @@ std::int64_t LengthFactor(const EdgeMap& map, int n, int x, int y, std::int32_t 
     const int farY = y + reach.dy;
     const bool inside = farX >= 0 && farX < map.width() && farY >= 0 && farY < map.height();
     const int m = inside ? RunLength<Opposite(side)>(map, farX, farY) : 0;
-    const std::int64_t percent = softness;
-    if (m == 0) return percent;
     if (n == 1 && m == 1) {
+        const std::int64_t percent = softness;
         if (BlockNear<side>(map, x, y)) return percent * 10 / 100;
         constexpr Offset next = AlongSide<side>(0, 1);
         if (BlockNear<side>(map, x + next.dx, y + next.dy) ||
@@ -103,7 +102,7 @@ std::int64_t LengthFactor(const EdgeMap& map, int n, int x, int y, std::int32_t 
             return percent * 36 / 100;
         }
     }
-    return (2 * std::int64_t{n} - m) * percent * 100 / (std::int64_t{n} * 140);
+    return LengthFactorOf(n, m, softness);
 }
 
 #define NEVREL_INSTANTIATE(side)                                          \

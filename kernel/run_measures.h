@@ -32,6 +32,13 @@ template <Side side>
 template <Side side>
 [[nodiscard]] bool BlockNear(const EdgeMap& map, int x, int y) noexcept;
 
+/// Ramp length in percent of a run of n > 0 pixels that has m pixels as seen from its far end, 0 where
+/// there is none; away from isolated blocks. May be 0 or negative.
+[[nodiscard]] constexpr std::int64_t LengthFactorOf(int n, int m, std::int32_t softness) noexcept {
+    if (m == 0) return softness;
+    return (2 * std::int64_t{n} - m) * softness * 100 / (std::int64_t{n} * 140);
+}
+
 /// Ramp length in percent of the run n > 0 on this side of the piece at (x, y); may be 0 or negative.
 template <Side side>
 [[nodiscard]] std::int64_t LengthFactor(const EdgeMap& map, int n, int x, int y,

@@ -143,7 +143,6 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
             }
 }
 
-/// Nothing keeps such alphas out of a float picture.
 TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
     for (const int w :
          {-1, -65536, 65536, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
@@ -152,6 +151,7 @@ TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
     }
 }
 
+/// Nothing keeps such alphas out of a float picture.
 TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
     using Limits = std::numeric_limits<float>;
     constexpr float alphas[] = {
