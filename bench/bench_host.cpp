@@ -13,7 +13,8 @@ PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long, PF_Ef
     world->height = height;
     world->rowbytes = width * A_long{sizeof(PF_Pixel)};
     auto* host = reinterpret_cast<BenchHost*>(effectRef);
-    world->data = host->scratch(static_cast<std::size_t>(world->rowbytes) * static_cast<std::size_t>(height));
+    world->data =
+        host->scratch(static_cast<std::size_t>(world->rowbytes) * static_cast<std::size_t>(height));
     return PF_Err_NONE;
 }
 

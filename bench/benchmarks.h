@@ -30,15 +30,16 @@ struct NamedKernel {
     PF_PixelFormat format;
     bool key, keyInvert;
 };
-inline constexpr NamedKernel kKernels[] = {{"Kernel8", PF_PixelFormat_ARGB32, false, false},
-                                           {"Kernel8Key", PF_PixelFormat_ARGB32, true, false},
-                                           {"Kernel8KeyInvert", PF_PixelFormat_ARGB32, true, true},
-                                           {"Kernel16", PF_PixelFormat_ARGB64, false, false},
-                                           {"Kernel16Key", PF_PixelFormat_ARGB64, true, false},
-                                           {"Kernel16KeyInvert", PF_PixelFormat_ARGB64, true, true},
-                                           {"KernelFloat", PF_PixelFormat_ARGB128, false, false},
-                                           {"KernelFloatKey", PF_PixelFormat_ARGB128, true, false},
-                                           {"KernelFloatKeyInvert", PF_PixelFormat_ARGB128, true, true}};
+inline constexpr NamedKernel kKernels[] = {
+    {"Kernel8", PF_PixelFormat_ARGB32, false, false},
+    {"Kernel8Key", PF_PixelFormat_ARGB32, true, false},
+    {"Kernel8KeyInvert", PF_PixelFormat_ARGB32, true, true},
+    {"Kernel16", PF_PixelFormat_ARGB64, false, false},
+    {"Kernel16Key", PF_PixelFormat_ARGB64, true, false},
+    {"Kernel16KeyInvert", PF_PixelFormat_ARGB64, true, true},
+    {"KernelFloat", PF_PixelFormat_ARGB128, false, false},
+    {"KernelFloatKey", PF_PixelFormat_ARGB128, true, false},
+    {"KernelFloatKeyInvert", PF_PixelFormat_ARGB128, true, true}};
 
 /// "1920x1080".
 [[nodiscard]] inline std::string NameOf(Size size) {

@@ -39,7 +39,8 @@ void RegisterForms(const Plan& plan) {
         for (const NamedFrame& frame : kFrames) {
             for (const NamedKernel& kernel : kKernels) {
                 if (kernel.key) continue;
-                const std::string name = "forms/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;
+                const std::string name =
+                    "forms/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;
                 benchmark::RegisterBenchmark(name.c_str(), MeasureForms, kernel, frame.kind, size,
                                              plan.effort)
                     ->Iterations(1)

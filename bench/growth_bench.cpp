@@ -12,7 +12,8 @@ Image8 Sheet(Size size) {
     const Image8 tile = MakeFrame(FrameKind::cel, 426, 240);
     Image8 sheet(size.width, size.height);
     for (int y = 0; y < size.height; ++y) {
-        for (int x = 0; x < size.width; ++x) sheet.at(x, y) = tile.at(x % tile.width, y % tile.height);
+        for (int x = 0; x < size.width; ++x)
+            sheet.at(x, y) = tile.at(x % tile.width, y % tile.height);
     }
     return sheet;
 }
@@ -26,10 +27,14 @@ struct Series {
     const char* name;
     Image8 (*frame)(Size size);
 };
-constexpr Series kSeries[] = {
-    {"cel", Cel}, {"cel sheet", Sheet}, {"lines", Lines}, {"diagonals", Diagonals}, {"noise", Noise}};
+constexpr Series kSeries[] = {{"cel", Cel},
+                              {"cel sheet", Sheet},
+                              {"lines", Lines},
+                              {"diagonals", Diagonals},
+                              {"noise", Noise}};
 
-void MeasureGrowth(benchmark::State& state, const Series& series, double megapixels, const Effort& effort) {
+void MeasureGrowth(benchmark::State& state, const Series& series, double megapixels,
+                   const Effort& effort) {
     const Size size{static_cast<int>(std::lround(std::sqrt(megapixels * 1e6 * 16 / 9))),
                     static_cast<int>(std::lround(std::sqrt(megapixels * 1e6 * 9 / 16)))};
     const Image8 frame = series.frame(size);

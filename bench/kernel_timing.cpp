@@ -2,7 +2,8 @@
 
 #include "kernel/dispatch_kernel.h"
 
-double TimeKernel(benchmark::State& state, FramePair& pair, const RenderJob& job, const Effort& effort) {
+double TimeKernel(benchmark::State& state, FramePair& pair, const RenderJob& job,
+                  const Effort& effort) {
     Samples kernel;
     Samples copy;
     PF_Err err = PF_Err_NONE;

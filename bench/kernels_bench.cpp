@@ -21,7 +21,8 @@ void RegisterKernels(const Plan& plan) {
     for (const Size size : plan.sizes) {
         for (const NamedFrame& frame : kFrames) {
             for (const NamedKernel& kernel : kKernels) {
-                const std::string name = "kernels/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;
+                const std::string name =
+                    "kernels/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;
                 benchmark::RegisterBenchmark(name.c_str(), MeasureKernel, kernel, frame.kind, size,
                                              plan.effort)
                     ->Iterations(1)

@@ -9,8 +9,9 @@
 #include <ctime>
 #include <vector>
 
-/// A clock that, where the platform has one, runs only while this thread does: on a busy machine a long call
-/// loses the processor for a while and a short one does not, which would skew their ratio.
+/// A clock that, where the platform has one, runs only while this thread does: on a busy machine a
+/// long call loses the processor for a while and a short one does not, which would skew their
+/// ratio.
 [[nodiscard]] inline double ThreadSeconds() {
 #ifdef CLOCK_THREAD_CPUTIME_ID
     timespec now{};

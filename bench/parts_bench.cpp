@@ -36,9 +36,13 @@ class Parts {
             MarkingCopy(key_, input_, output_, forms_);
         }
     }
-    void scan() const { ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_); }
+    void scan() const {
+        ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_);
+    }
     void pass() const {
-        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_, forms_).run();
+        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_,
+                                   forms_)
+            .run();
     }
 
   private:
@@ -90,11 +94,16 @@ void RegisterOne(const Plan& plan, Size size, const NamedFrame& frame, const cha
 void RegisterParts(const Plan& plan) {
     for (const Size size : plan.sizes) {
         for (const NamedFrame& frame : kFrames) {
-            RegisterOne<Depth8, KeyMode::NoKey>(plan, size, frame, "Kernel8", PF_PixelFormat_ARGB32);
-            RegisterOne<Depth8, KeyMode::Key>(plan, size, frame, "Kernel8Key", PF_PixelFormat_ARGB32);
-            RegisterOne<Depth16, KeyMode::NoKey>(plan, size, frame, "Kernel16", PF_PixelFormat_ARGB64);
-            RegisterOne<Depth16, KeyMode::Key>(plan, size, frame, "Kernel16Key", PF_PixelFormat_ARGB64);
-            RegisterOne<DepthFloat, KeyMode::NoKey>(plan, size, frame, "KernelFloat", PF_PixelFormat_ARGB128);
+            RegisterOne<Depth8, KeyMode::NoKey>(plan, size, frame, "Kernel8",
+                                                PF_PixelFormat_ARGB32);
+            RegisterOne<Depth8, KeyMode::Key>(plan, size, frame, "Kernel8Key",
+                                              PF_PixelFormat_ARGB32);
+            RegisterOne<Depth16, KeyMode::NoKey>(plan, size, frame, "Kernel16",
+                                                 PF_PixelFormat_ARGB64);
+            RegisterOne<Depth16, KeyMode::Key>(plan, size, frame, "Kernel16Key",
+                                               PF_PixelFormat_ARGB64);
+            RegisterOne<DepthFloat, KeyMode::NoKey>(plan, size, frame, "KernelFloat",
+                                                    PF_PixelFormat_ARGB128);
             RegisterOne<DepthFloat, KeyMode::Key>(plan, size, frame, "KernelFloatKey",
                                                   PF_PixelFormat_ARGB128);
         }

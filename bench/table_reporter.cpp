@@ -43,7 +43,10 @@ const std::array<Group, 4> kGroups{{
     {"growth",
      "Growth with size, Kernel8",
      {"frame", "megapixels"},
-     {{"edge pixels %", "edges", 1}, {"ms", "ms", 2}, {"ns/pixel", "pixel", 2}, {"x memcpy", "multiple", 2}}},
+     {{"edge pixels %", "edges", 1},
+      {"ms", "ms", 2},
+      {"ns/pixel", "pixel", 2},
+      {"x memcpy", "multiple", 2}}},
 }};
 
 std::vector<std::string> SplitName(const std::string& name) {
@@ -89,14 +92,15 @@ bool TableReporter::ReportContext(const Context& context) {
 void TableReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         const std::vector<std::string> name = SplitName(run.run_name.function_name);
-        const auto group =
-            std::find_if(kGroups.begin(), kGroups.end(), [&](const Group& g) { return g.name == name[0]; });
+        const auto group = std::find_if(kGroups.begin(), kGroups.end(),
+                                        [&](const Group& g) { return g.name == name[0]; });
         if (group == kGroups.end()) continue;
         if (group_ != name[0]) PrintHeading(*group);
         group_ = name[0];
         if (run.error_occurred) {
             failed_ = true;
-            std::printf("| %s: %s |\n", run.run_name.function_name.c_str(), run.error_message.c_str());
+            std::printf("| %s: %s |\n", run.run_name.function_name.c_str(),
+                        run.error_message.c_str());
         } else {
             PrintRow(*group, name, run.counters);
         }

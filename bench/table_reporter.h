@@ -9,7 +9,8 @@
 class TableReporter : public benchmark::BenchmarkReporter {
   public:
     bool ReportContext(const Context& context) override;
-    /// Prints a row as soon as it has been measured, after the group's heading where a group begins.
+    /// Prints a row as soon as it has been measured, after the group's heading where a group
+    /// begins.
     void ReportRuns(const std::vector<Run>& runs) override;
 
     /// Whether any benchmark reported an error.

@@ -2,8 +2,8 @@
 
 #include <dlfcn.h>
 
+#include "command/run_command.h"
 #include "fuzz/fuzz_target.h"
-#include "standalone/nevrel/run_command.h"
 
 namespace {
 
@@ -17,9 +17,10 @@ CommandBench& CommandBench::get() {
 }
 
 CommandBench::CommandBench() {
-    std::filesystem::copy_file(std::filesystem::read_symlink("/proc/self/exe").replace_filename(kModule),
-                               file(kModule));
-    Require(dlopen(file(kModule).c_str(), RTLD_NOW | RTLD_NODELETE) != nullptr, "the module does not load");
+    std::filesystem::copy_file(
+        std::filesystem::read_symlink("/proc/self/exe").replace_filename(kModule), file(kModule));
+    Require(dlopen(file(kModule).c_str(), RTLD_NOW | RTLD_NODELETE) != nullptr,
+            "the module does not load");
 }
 
 bool CommandBench::run(const std::vector<std::string>& arguments) const {
@@ -28,9 +29,10 @@ bool CommandBench::run(const std::vector<std::string>& arguments) const {
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     argv.push_back(nullptr);
     int complaints = 0;
-    const int status =
-        nevrel::RunCommand(static_cast<int>(argv.size()) - 1, argv.data(), [&](const std::string& line) {
-            Require(!line.empty() && line.find('\n') == std::string::npos, "not one line: '" + line + "'");
+    const int status = nevrel::RunCommand(
+        static_cast<int>(argv.size()) - 1, argv.data(), [&](const std::string& line) {
+            Require(!line.empty() && line.find('\n') == std::string::npos,
+                    "not one line: '" + line + "'");
             ++complaints;
         });
     Require(status >= 0 && status <= 2 && (status == 0) == (complaints == 0),
@@ -41,7 +43,8 @@ bool CommandBench::run(const std::vector<std::string>& arguments) const {
 int CommandBench::clear() const {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-        if (entry.path().filename() != kModule) count += std::filesystem::remove_all(entry.path()) ? 1 : 0;
+        if (entry.path().filename() != kModule)
+            count += std::filesystem::remove_all(entry.path()) ? 1 : 0;
     }
     return count;
 }

@@ -1,18 +1,19 @@
-// Sequences of commands through the entry point, from a host that may lack anything at any time, with control
-// values of any size. LAYOUT is the defaults file: the layout of the controls is fixed once a process.
+// Sequences of commands through the entry point, from a host that may lack anything at any time,
+// with control values of any size. LAYOUT is the defaults file: the layout of the controls is fixed
+// once a process.
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
-#include "host/entry_point.h"
-#include "platform/dialog_shower.h"
+#include "host_kit/frame.h"
+#include "module/entry_point.h"
 #include "resources/dialogs.h"
-#include "standalone/frame.h"
 #include "tests/temp_folder.h"
+#include "windows_stand_in/dialog_shower.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -30,8 +31,8 @@ struct User : DialogShower {
         if (bytes.empty()) return {UserActionKind::CloseBox};
         return {bytes.oneOf({UserActionKind::Click, UserActionKind::Click, UserActionKind::Escape,
                              UserActionKind::CloseBox}),
-                bytes.oneOf(
-                    {OK_BUTTON_ID, GROUP_CHECKBOX_ID, STORE_BUTTON_ID, RESTORE_BUTTON_ID, SETTINGS_BOX_ID})};
+                bytes.oneOf({OK_BUTTON_ID, GROUP_CHECKBOX_ID, STORE_BUTTON_ID, RESTORE_BUTTON_ID,
+                             SETTINGS_BOX_ID})};
     }
 
     ByteSource& bytes;
@@ -109,12 +110,14 @@ class Sequence {
     }
 
     std::unique_ptr<World> readPicture(PF_PixelFormat format, A_long width, A_long height) {
-        auto world = std::make_unique<World>(format, width, height, readStyle(PixelBytes(format) / 4));
+        auto world =
+            std::make_unique<World>(format, width, height, readStyle(PixelBytes(format) / 4));
         const std::string texture = bytes_.text(static_cast<std::size_t>(bytes_.below(40))) + '\0';
         const int rowBytes = width * PixelBytes(format);
         for (A_long y = 0; y < height; ++y) {
             for (int i = 0; i < rowBytes; ++i)
-                world->row<char>(y)[i] = texture[static_cast<std::size_t>(y * 7 + i) % texture.size()];
+                world->row<char>(y)[i] =
+                    texture[static_cast<std::size_t>(y * 7 + i) % texture.size()];
         }
         return world;
     }
@@ -126,7 +129,8 @@ class Sequence {
         input_ = readPicture(format, width, height);
         output_ = readPicture(format, width, height);
         app_.host.scratchMemory = readStyle(sizeof(PF_Pixel));
-        app_.host.scratchMemory.bottomUp = false;  // the map's bytes follow each other from `data` on
+        app_.host.scratchMemory.bottomUp =
+            false;  // the map's bytes follow each other from `data` on
     }
 
     void setControls() {
@@ -142,9 +146,10 @@ class Sequence {
 
     void changeHost() {
         HostIdentity& identity = app_.host.identity;
-        identity.applId =
-            bytes_.oneOf({PF_AppID_AfterEffects, PF_AppID_AfterEffects, PF_AppID_Premiere, A_long{0}});
-        identity.version = {static_cast<A_short>(bytes_.below(20)), static_cast<A_short>(bytes_.below(20))};
+        identity.applId = bytes_.oneOf(
+            {PF_AppID_AfterEffects, PF_AppID_AfterEffects, PF_AppID_Premiere, A_long{0}});
+        identity.version = {static_cast<A_short>(bytes_.below(20)),
+                            static_cast<A_short>(bytes_.below(20))};
         identity.renderEngine = bytes_.flag();
         identity.mainWindow = bytes_.flag() ? &user_.window : nullptr;
         app_.host.givesBasicSuite = bytes_.below(8) != 0;
@@ -231,7 +236,8 @@ class Sequence {
     void preRender() {
         std::optional<PF_LRect> wanted;
         if (bytes_.flag()) {
-            wanted = {bytes_.mostlySmall(), bytes_.mostlySmall(), bytes_.mostlySmall(), bytes_.mostlySmall()};
+            wanted = {bytes_.mostlySmall(), bytes_.mostlySmall(), bytes_.mostlySmall(),
+                      bytes_.mostlySmall()};
         }
         frame_.emplace(*instance_, *input_, FrameTime{bytes_.byte(), 1, 24}, wanted);
         check(frame_->preRender());

@@ -37,7 +37,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ByteSource bytes(data, size);
     const bool writes = bytes.below(8) == 0;  // which takes long
     ParamDefaults wanted{{}, bytes.mostlySmall()};
-    for (auto field : {&EffectValues::colorThreshold, &EffectValues::bias, &EffectValues::keyInvert})
+    for (auto field :
+         {&EffectValues::colorThreshold, &EffectValues::bias, &EffectValues::keyInvert})
         wanted.*field = bytes.mostlySmall();
     const std::string file = Folder().file("nevrel.ini");
     WriteText(file, bytes.text());

@@ -1,5 +1,5 @@
-// What the fuzz targets share: the entry that a driver calls, values read from its bytes, and the end of a
-// run.
+// What the fuzz targets share: the entry that a driver calls, values read from its bytes, and the
+// end of a run.
 #pragma once
 
 #include <cstddef>

@@ -1,11 +1,13 @@
-// The nine kernels on small pictures of four colours, with the values and the pictures of any host: every
-// instruction set gives what the plain form gives, and nothing but the output's pixels is written.
+// The nine kernels on small pictures of four colours, with the values and the pictures of any host:
+// every instruction set gives what the plain form gives, and nothing but the output's pixels is
+// written.
 #include "fuzz/fuzz_target.h"
 #include "tests/kernel/kernel_run.h"
 
 namespace {
 
-/// Most pictures are tiny, for speed; the vector forms begin at 33 columns and work on four times 56.
+/// Most pictures are tiny, for speed; the vector forms begin at 33 columns and work on four
+/// times 56.
 int ReadWidth(ByteSource& bytes) {
     const int width = bytes.byte();
     return 1 + (width < 160 ? width % 16 : width < 230 ? width % 72 : width);
@@ -14,9 +16,9 @@ int ReadWidth(ByteSource& bytes) {
 judge::Values ReadValues(ByteSource& bytes) {
     using judge::Values;
     Values values;
-    for (auto field :
-         {&Values::colorThreshold, &Values::softness, &Values::bias, &Values::keyRed, &Values::keyGreen,
-          &Values::keyBlue, &Values::keyThreshold, &Values::colorKeyEnable, &Values::keyInvert})
+    for (auto field : {&Values::colorThreshold, &Values::softness, &Values::bias, &Values::keyRed,
+                       &Values::keyGreen, &Values::keyBlue, &Values::keyThreshold,
+                       &Values::colorKeyEnable, &Values::keyInvert})
         values.*field = bytes.mostlySmall();
     return values;
 }
@@ -32,8 +34,9 @@ void ReadChannel(ByteSource& bytes, std::uint16_t& channel) {
 
 void ReadChannel(ByteSource& bytes, float& channel) {
     const int small = bytes.byte();
-    channel = small <= ByteSource::kLargestSmall ? static_cast<float>(small) / ByteSource::kLargestSmall
-                                                 : bytes.raw<float>();
+    channel = small <= ByteSource::kLargestSmall
+                  ? static_cast<float>(small) / ByteSource::kLargestSmall
+                  : bytes.raw<float>();
 }
 
 template <typename P>

@@ -6,7 +6,9 @@ namespace {
 
 constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
-void* Allocate(std::size_t size) { return size > kMostBytes ? nullptr : std::malloc(size == 0 ? 1 : size); }
+void* Allocate(std::size_t size) {
+    return size > kMostBytes ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 
 void* AllocateOrThrow(std::size_t size) {
     void* memory = Allocate(size);
@@ -18,8 +20,12 @@ void* AllocateOrThrow(std::size_t size) {
 
 void* operator new(std::size_t size) { return AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return Allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return Allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return Allocate(size);
+}
 
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }

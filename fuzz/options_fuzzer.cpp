@@ -1,5 +1,5 @@
-// The options of the command: any order and number of its words, right and wrong values, and anything in
-// between.
+// The options of the command: any order and number of its words, right and wrong values, and
+// anything in between.
 #include <iostream>
 #include <iterator>
 #include <sstream>
@@ -11,8 +11,10 @@ namespace {
 
 const std::vector<std::string>& Words() {
     static std::istringstream text(
-        "smooth about params options in.bmp -o out.bmp out.png --output --module -L JP --layer --depth "
-        "--color-threshold --softness --bias --color-key --invert 8 16 float --key-threshold --no-color-key "
+        "smooth about params options in.bmp -o out.bmp out.png --output --module -L JP --layer "
+        "--depth "
+        "--color-threshold --softness --bias --color-key --invert 8 16 float --key-threshold "
+        "--no-color-key "
         "--help --no-invert 0 100 #00Ff00 -1 4294967297 out.gif --jobs --format folder. png");
     static const std::vector<std::string> words(std::istream_iterator<std::string>(text), {});
     return words;
@@ -20,7 +22,8 @@ const std::vector<std::string>& Words() {
 
 /// A picture of one grey pixel.
 constexpr char kBitmap[] =
-    "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+    "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0\0\0\0\0\0\0"
+    "\0\0\0\0\0"
     "\0\0\0\0\0"
     "\x80\x80\x80";
 

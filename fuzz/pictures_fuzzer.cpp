@@ -1,4 +1,5 @@
-// Picture files into the command: each comes out smoothed, or not at all with the cause in one line.
+// Picture files into the command: each comes out smoothed, or not at all with the cause in one
+// line.
 #include <array>
 
 #include "fuzz/command.h"

@@ -9,7 +9,8 @@
 int main(int argc, char** argv) {
     std::vector<std::filesystem::path> inputs;
     for (int i = 1; i < argc; ++i) {
-        for (const auto& entry : std::filesystem::directory_iterator(argv[i])) inputs.push_back(entry.path());
+        for (const auto& entry : std::filesystem::directory_iterator(argv[i]))
+            inputs.push_back(entry.path());
     }
     std::sort(inputs.begin(), inputs.end());
     Require(!inputs.empty(), "there are no inputs to replay");

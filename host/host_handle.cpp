@@ -3,7 +3,9 @@
 #include <utility>
 
 HandleLock::HandleLock(const PF_HandleSuite1& suite, PF_Handle handle)
-    : suite_(suite), handle_(handle), data_(handle == nullptr ? nullptr : suite.host_lock_handle(handle)) {}
+    : suite_(suite),
+      handle_(handle),
+      data_(handle == nullptr ? nullptr : suite.host_lock_handle(handle)) {}
 
 HandleLock::~HandleLock() {
     if (data_ != nullptr) suite_.host_unlock_handle(handle_);

@@ -30,12 +30,13 @@ template <>
 inline constexpr SuiteKey kSuiteKey<PF_WorldTransformSuite1>{4, kPFWorldTransformSuite,
                                                              kPFWorldTransformSuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_ParamUtilsSuite1>{5, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1};
+inline constexpr SuiteKey kSuiteKey<PF_ParamUtilsSuite1>{5, kPFParamUtilsSuite,
+                                                         kPFParamUtilsSuiteVersion1};
 template <>
 inline constexpr SuiteKey kSuiteKey<PFAppSuite4>{6, kPFAppSuite, kPFAppSuiteVersion4};
 
-/// Acquires suites on demand and releases them all when it goes, also when an error is thrown past it.
-/// Lives on the stack of one handler; neither copied nor shared between threads.
+/// Acquires suites on demand and releases them all when it goes, also when an error is thrown past
+/// it. Lives on the stack of one handler; neither copied nor shared between threads.
 class SuiteHandler {
   public:
     /// Throws PF_Err_BAD_CALLBACK_PARAM when `basicSuite` is null.
@@ -44,8 +45,8 @@ class SuiteHandler {
     SuiteHandler(const SuiteHandler&) = delete;
     SuiteHandler& operator=(const SuiteHandler&) = delete;
 
-    /// The suite, acquired at the first request. Throws PF_Err_BAD_CALLBACK_PARAM when the host does not give
-    /// it.
+    /// The suite, acquired at the first request. Throws PF_Err_BAD_CALLBACK_PARAM when the host
+    /// does not give it.
     template <typename Suite>
     [[nodiscard]] const Suite& get() {
         static_assert(kSuiteKey<Suite>.slot < kSuiteCount, "not a suite that the handler knows");

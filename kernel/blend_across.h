@@ -12,9 +12,9 @@
 /// How many pixels BlendAcross blends on each side of a piece.
 inline constexpr int acrossReach = 4;
 
-/// Blends `back` into the pixel at `at` and those before it, and `on` into those after it, each by the next
-/// weight, the nearest pixel's first. The pixels lie `step` bytes apart. Does nothing and returns false where
-/// that can't be done all at once, as for pixels that have no vector form.
+/// Blends `back` into the pixel at `at` and those before it, and `on` into those after it, each by
+/// the next weight, the nearest pixel's first. The pixels lie `step` bytes apart. Does nothing and
+/// returns false where that can't be done all at once, as for pixels that have no vector form.
 template <typename Pixel, typename Weight>
 [[nodiscard]] bool BlendAcross(std::byte* /*at*/, std::ptrdiff_t /*step*/, const Pixel& /*back*/,
                                const Pixel& /*on*/, const Weight* /*backWeights*/,
@@ -37,7 +37,8 @@ NEVREL_INLINE FourPixels LoadFour(const std::byte* at, std::ptrdiff_t step) noex
         std::int32_t pixel[4];
         for (int i = 0; i < 4; ++i) std::memcpy(&pixel[i], at + i * step, sizeof pixel[i]);
         const __m128i bytes = _mm_setr_epi32(pixel[0], pixel[1], pixel[2], pixel[3]);
-        return {_mm_unpacklo_epi8(bytes, _mm_setzero_si128()), _mm_unpackhi_epi8(bytes, _mm_setzero_si128())};
+        return {_mm_unpacklo_epi8(bytes, _mm_setzero_si128()),
+                _mm_unpackhi_epi8(bytes, _mm_setzero_si128())};
     } else {
         const auto load = [at, step](int i) {
             return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(at + i * step));
@@ -47,7 +48,8 @@ NEVREL_INLINE FourPixels LoadFour(const std::byte* at, std::ptrdiff_t step) noex
 }
 
 template <typename Pixel>
-NEVREL_INLINE void StoreFour(std::byte* at, std::ptrdiff_t step, const FourPixels& pixels) noexcept {
+NEVREL_INLINE void StoreFour(std::byte* at, std::ptrdiff_t step,
+                             const FourPixels& pixels) noexcept {
     if constexpr (std::is_same_v<Pixel, PF_Pixel>) {
         const __m128i bytes = _mm_packus_epi16(pixels.first, pixels.last);
         const std::int32_t pixel[4] = {_mm_cvtsi128_si32(bytes),
@@ -66,8 +68,8 @@ NEVREL_INLINE void StoreFour(std::byte* at, std::ptrdiff_t step, const FourPixel
     }
 }
 
-/// (s * w + d * (65535 - w) + 32768) / 65536 in each channel, modulo 2^32. The quotients are taken as signed,
-/// so that packing them, which saturates, keeps their 16 bits.
+/// (s * w + d * (65535 - w) + 32768) / 65536 in each channel, modulo 2^32. The quotients are taken
+/// as signed, so that packing them, which saturates, keeps their 16 bits.
 NEVREL_INLINE __m128i MixChannels(__m128i s, __m128i d, __m128i w) noexcept {
     const __m128i rest = _mm_xor_si128(w, _mm_set1_epi32(-1));
     const __m128i sLow = _mm_mullo_epi16(s, w);
@@ -77,12 +79,13 @@ NEVREL_INLINE __m128i MixChannels(__m128i s, __m128i d, __m128i w) noexcept {
     const auto quotients = [](__m128i a, __m128i b) {
         return _mm_srai_epi32(_mm_add_epi32(_mm_add_epi32(a, b), _mm_set1_epi32(32768)), 16);
     };
-    return _mm_packs_epi32(quotients(_mm_unpacklo_epi16(sLow, sHigh), _mm_unpacklo_epi16(dLow, dHigh)),
-                           quotients(_mm_unpackhi_epi16(sLow, sHigh), _mm_unpackhi_epi16(dLow, dHigh)));
+    return _mm_packs_epi32(
+        quotients(_mm_unpacklo_epi16(sLow, sHigh), _mm_unpacklo_epi16(dLow, dHigh)),
+        quotients(_mm_unpackhi_epi16(sLow, sHigh), _mm_unpackhi_epi16(dLow, dHigh)));
 }
 
-/// The vector form. It can where all alphas are the sources', 16-bit target channels at most 32768, so that a
-/// weight of 0 changes nothing, and weights from 0 to 65535.
+/// The vector form. It can where all alphas are the sources', 16-bit target channels at most 32768,
+/// so that a weight of 0 changes nothing, and weights from 0 to 65535.
 template <typename Pixel>
 [[nodiscard]] NEVREL_INLINE bool BlendAcross(std::byte* at, std::ptrdiff_t step, const Pixel& back,
                                              const Pixel& on, const std::int32_t* backWeights,
@@ -102,13 +105,15 @@ template <typename Pixel>
     const __m128i onWeight = load(onWeights);
 
     const auto either = [](__m128i a, __m128i b) { return _mm_or_si128(a, b); };
-    const __m128i differences =
-        either(either(_mm_xor_si128(before.first, backSource), _mm_xor_si128(before.last, backSource)),
-               either(_mm_xor_si128(after.first, onSource), _mm_xor_si128(after.last, onSource)));
+    const __m128i differences = either(
+        either(_mm_xor_si128(before.first, backSource), _mm_xor_si128(before.last, backSource)),
+        either(_mm_xor_si128(after.first, onSource), _mm_xor_si128(after.last, onSource)));
     __m128i others = either(_mm_and_si128(differences, _mm_set1_epi64x(0xFFFF)),
                             _mm_and_si128(either(backWeight, onWeight), _mm_set1_epi32(-65536)));
     if constexpr (std::is_same_v<Pixel, PF_Pixel16>) {
-        const auto above = [](__m128i channels) { return _mm_subs_epu16(channels, _mm_set1_epi16(-32768)); };
+        const auto above = [](__m128i channels) {
+            return _mm_subs_epu16(channels, _mm_set1_epi16(-32768));
+        };
         others = either(others, either(either(above(before.first), above(before.last)),
                                        either(above(after.first), above(after.last))));
     }
@@ -116,12 +121,14 @@ template <typename Pixel>
 
     // The weights of two pixels, in all of their channels.
     const auto spread = [](__m128i two) { return _mm_or_si128(two, _mm_slli_epi32(two, 16)); };
-    StoreFour<Pixel>(at - 3 * step, step,
-                     {MixChannels(backSource, before.first, spread(_mm_shuffle_epi32(backWeight, 0xAF))),
-                      MixChannels(backSource, before.last, spread(_mm_shuffle_epi32(backWeight, 0x05)))});
-    StoreFour<Pixel>(at + step, step,
-                     {MixChannels(onSource, after.first, spread(_mm_shuffle_epi32(onWeight, 0x50))),
-                      MixChannels(onSource, after.last, spread(_mm_shuffle_epi32(onWeight, 0xFA)))});
+    StoreFour<Pixel>(
+        at - 3 * step, step,
+        {MixChannels(backSource, before.first, spread(_mm_shuffle_epi32(backWeight, 0xAF))),
+         MixChannels(backSource, before.last, spread(_mm_shuffle_epi32(backWeight, 0x05)))});
+    StoreFour<Pixel>(
+        at + step, step,
+        {MixChannels(onSource, after.first, spread(_mm_shuffle_epi32(onWeight, 0x50))),
+         MixChannels(onSource, after.last, spread(_mm_shuffle_epi32(onWeight, 0xFA)))});
     return true;
 }
 

@@ -1,4 +1,5 @@
-// The two images of a kernel call: every pixel the pass reads and every blend it makes goes through here.
+// The two images of a kernel call: every pixel the pass reads and every blend it makes goes through
+// here.
 #pragma once
 
 #include <algorithm>
@@ -45,9 +46,12 @@ class Canvas {
     }
 
     /// The input pixel, keyed.
-    [[nodiscard]] Pixel source(int x, int y) const noexcept { return key_.applyKey(input_.at(x, y)); }
+    [[nodiscard]] Pixel source(int x, int y) const noexcept {
+        return key_.applyKey(input_.at(x, y));
+    }
 
-    /// A straight way across the output and the source pixel that is blended along it, in bytes from a pixel.
+    /// A straight way across the output and the source pixel that is blended along it, in bytes
+    /// from a pixel.
     struct Path {
         std::ptrdiff_t source;  ///< in the input
         std::ptrdiff_t first;   ///< the pixel at which the way begins
@@ -57,10 +61,12 @@ class Canvas {
         const auto bytes = [](Offset offset, std::ptrdiff_t pitch) {
             return offset.dy * pitch + offset.dx * std::ptrdiff_t{sizeof(Pixel)};
         };
-        return {bytes(source, input_.pitch()), bytes(first, output_.pitch()), bytes(step, output_.pitch())};
+        return {bytes(source, input_.pitch()), bytes(first, output_.pitch()),
+                bytes(step, output_.pitch())};
     }
 
-    /// Blends along a path from (x, y) with the weights of a ramp, from pixel `done` to pixel `room` at most.
+    /// Blends along a path from (x, y) with the weights of a ramp, from pixel `done` to pixel
+    /// `room` at most.
     void blendAlong(const Path& path, int x, int y, const KeptRamp<Weight>& ramp, int done,
                     int room) const noexcept {
         const Pixel src = source(path, x, y);
@@ -68,8 +74,8 @@ class Canvas {
         const auto blend = [first, &path, &src](int i, Weight weight) {
             Depth::blend(*reinterpret_cast<Pixel*>(first + i * path.step), src, weight);
         };
-        // The kept weights have a loop of their own, in which nothing is asked of the rest: a fifth less
-        // time.
+        // The kept weights have a loop of their own, in which nothing is asked of the rest: a fifth
+        // less time.
         const int kept = std::min(ramp.count, room);
         int i = done;
         for (; i < kept; ++i) blend(i, ramp.weights[static_cast<std::size_t>(i)]);
@@ -77,16 +83,18 @@ class Canvas {
         for (; i < room && !rest.done; ++i) blend(i, RampWeight(rest));
     }
 
-    /// Blends along two paths that part between (x, y) and the pixel after it, acrossReach pixels each, all
-    /// at once. Does nothing and returns false where that can't be done.
-    [[nodiscard]] bool blendAcross(const Path& back, const Path& on, int x, int y, const Weight* backWeights,
+    /// Blends along two paths that part between (x, y) and the pixel after it, acrossReach pixels
+    /// each, all at once. Does nothing and returns false where that can't be done.
+    [[nodiscard]] bool blendAcross(const Path& back, const Path& on, int x, int y,
+                                   const Weight* backWeights,
                                    const Weight* onWeights) const noexcept {
-        return BlendAcross(outputByte(x, y), on.step, source(back, x, y), source(on, x, y), backWeights,
-                           onWeights);
+        return BlendAcross(outputByte(x, y), on.step, source(back, x, y), source(on, x, y),
+                           backWeights, onWeights);
     }
 
-    /// Blends down a staircase: each pixel from `from` on into the one as far from `to`, and back towards its
-    /// own value where a restoring ramp is given. Ends with the ramp or at the image's edge.
+    /// Blends down a staircase: each pixel from `from` on into the one as far from `to`, and back
+    /// towards its own value where a restoring ramp is given. Ends with the ramp or at the image's
+    /// edge.
     void blendStairs(Offset from, Offset to, Offset step, const KeptRamp<Weight>& ramp,
                      const KeptRamp<Weight>* restoring) const noexcept {
         KeptWeights<Weight> weights(ramp);
@@ -114,7 +122,8 @@ class Canvas {
         if (x + 1 < width()) neighbours[count++] = source(x + 1, y);
         if (y > 0) neighbours[count++] = source(x, y - 1);
         if (y + 1 < height()) neighbours[count++] = source(x, y + 1);
-        Depth::tipAverage(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count), tipWeight);
+        Depth::tipAverage(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count),
+                          tipWeight);
     }
 
   private:

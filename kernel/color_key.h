@@ -16,7 +16,8 @@ class ColorKey {
   public:
     explicit ColorKey(const EffectValues& values) : key_(values) {}
 
-    /// Looks at the colour channels only; a pixel's own alpha neither makes it match nor prevents it.
+    /// Looks at the colour channels only; a pixel's own alpha neither makes it match nor prevents
+    /// it.
     [[nodiscard]] bool isKeyedOut(const Pixel& p) const noexcept {
         return key_.matches(p) == (mode == KeyMode::Key);
     }
@@ -50,8 +51,9 @@ class ColorKey<Depth, KeyMode::NoKey> {
 
 /// Copies the input to the output with every keyed-out pixel made transparent.
 template <typename Key, typename Pixel>
-void MarkingCopy(const Key& key, const ImageView<const Pixel>& input, const ImageView<Pixel>& output,
-                 const VectorForms* forms) noexcept {
+void MarkingCopy(const Key& key, const ImageView<const Pixel>& input,
+                 const ImageView<Pixel>& output, const VectorForms* forms) noexcept {
     assert(input.width() == output.width() && input.height() == output.height());
-    for (int y = 0; y < input.height(); ++y) key.mark(input.row(y), output.row(y), input.width(), forms);
+    for (int y = 0; y < input.height(); ++y)
+        key.mark(input.row(y), output.row(y), input.width(), forms);
 }

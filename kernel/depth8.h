@@ -35,7 +35,8 @@ class Depth8 {
         BlendPixel8(dst, src, weight);
     }
 
-    /// Replaces the centre by its average with its neighbours, weighted by alpha, in 16.16 fixed point.
+    /// Replaces the centre by its average with its neighbours, weighted by alpha, in 16.16 fixed
+    /// point.
     static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
                            std::int32_t tipWeight) noexcept {
         Sums sums;
@@ -56,7 +57,8 @@ class Depth8 {
         explicit Key(const EffectValues& values)
             : key_{LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue),
                    values.keyThreshold},
-              exact_{0, LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue)} {}
+              exact_{0, LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue)} {
+        }
 
         [[nodiscard]] const IntegerKey& color() const { return key_; }
 
@@ -68,8 +70,8 @@ class Depth8 {
         // One comparison of the three colour bytes together.
         [[nodiscard]] bool hasKeyColor(const Pixel& p) const noexcept {
             constexpr auto colorBytes = std::bit_cast<std::uint32_t>(Pixel{0, 255, 255, 255});
-            return ((std::bit_cast<std::uint32_t>(p) ^ std::bit_cast<std::uint32_t>(exact_)) & colorBytes) ==
-                   0;
+            return ((std::bit_cast<std::uint32_t>(p) ^ std::bit_cast<std::uint32_t>(exact_)) &
+                    colorBytes) == 0;
         }
 
         IntegerKey key_;

@@ -1,4 +1,5 @@
-// The float depth: 1.0 is full intensity, nothing is clamped, all arithmetic is single precision as written.
+// The float depth: 1.0 is full intensity, nothing is clamped, all arithmetic is single precision as
+// written.
 #pragma once
 
 #include <span>
@@ -46,7 +47,8 @@ class DepthFloat {
     using Pixel = PF_PixelFloat;
     using Weights = FloatWeights;
 
-    explicit DepthFloat(const EffectValues& values) : edgeThreshold_(FromByteScale(values.colorThreshold)) {}
+    explicit DepthFloat(const EffectValues& values)
+        : edgeThreshold_(FromByteScale(values.colorThreshold)) {}
 
     /// In this depth's own range.
     [[nodiscard]] float edgeThreshold() const { return edgeThreshold_; }
@@ -62,10 +64,10 @@ class DepthFloat {
             return edgeThreshold_ - (((other.green + other.red) + other.blue) + other.alpha) < 0.0F;
         }
         if (clearP || Identical(p, q)) return false;
-        const float rest =
-            (((edgeThreshold_ - FloatDifference(p.red, q.red)) - FloatDifference(p.green, q.green)) -
-             FloatDifference(p.blue, q.blue)) -
-            FloatDifference(p.alpha, q.alpha);
+        const float rest = (((edgeThreshold_ - FloatDifference(p.red, q.red)) -
+                             FloatDifference(p.green, q.green)) -
+                            FloatDifference(p.blue, q.blue)) -
+                           FloatDifference(p.alpha, q.alpha);
         return rest < 0.0F;
     }
 
@@ -74,7 +76,8 @@ class DepthFloat {
     }
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha.
-    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours, float tipWeight) noexcept {
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
+                           float tipWeight) noexcept {
         TipSums sums;
         for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
         if (!(sums.weight > 0.0F)) return;
@@ -96,9 +99,9 @@ class DepthFloat {
         [[nodiscard]] const FloatKey& color() const { return key_; }
 
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            const float rest =
-                ((key_.tolerance - FloatDifference(p.red, key_.red)) - FloatDifference(p.green, key_.green)) -
-                FloatDifference(p.blue, key_.blue);
+            const float rest = ((key_.tolerance - FloatDifference(p.red, key_.red)) -
+                                FloatDifference(p.green, key_.green)) -
+                               FloatDifference(p.blue, key_.blue);
             return !(rest < 0.0F);
         }
 

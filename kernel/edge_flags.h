@@ -14,7 +14,9 @@ class MapFlags {
     }
 
     /// The same around another pixel.
-    [[nodiscard]] MapFlags moved(int dx, int dy) const { return {at_ + dy * stride_ + dx, stride_}; }
+    [[nodiscard]] MapFlags moved(int dx, int dy) const {
+        return {at_ + dy * stride_ + dx, stride_};
+    }
 
   private:
     MapFlags(const std::uint8_t* at, std::ptrdiff_t stride) : at_(at), stride_(stride) {}
@@ -23,7 +25,8 @@ class MapFlags {
     std::ptrdiff_t stride_;
 };
 
-/// The flags around one pixel as masks of that pixel alone (bit 0), clear in rows that the map does not hold.
+/// The flags around one pixel as masks of that pixel alone (bit 0), clear in rows that the map does
+/// not hold.
 class PointFlags {
   public:
     using Mask = PixelMask;

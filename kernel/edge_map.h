@@ -18,10 +18,10 @@ enum EdgeFlag : std::uint8_t {
     EdgeAntiDiagonal = 8,
 };
 
-/// A view of the map's memory: (height + 2) rows of stride(width) bytes. The border answers reads just
-/// outside the image with "clear": a whole row above and below, four bytes before each row and at least one
-/// after it (reads further right land in the next row's left margin). Rows further above are not there and
-/// must not be asked for.
+/// A view of the map's memory: (height + 2) rows of stride(width) bytes. The border answers reads
+/// just outside the image with "clear": a whole row above and below, four bytes before each row and
+/// at least one after it (reads further right land in the next row's left margin). Rows further
+/// above are not there and must not be asked for.
 class EdgeMap {
   public:
     static constexpr int leftMargin = 4;  // keeps the first byte of every row 4-byte aligned
@@ -67,7 +67,8 @@ class EdgeMap {
     void clearMargins(int y) const {
         assert(y >= 0 && y < height_);
         std::memset(row(y) - leftMargin, 0, leftMargin);
-        for (std::uint8_t* byte = row(y) + width_; byte < row(y) - leftMargin + stride_; ++byte) *byte = 0;
+        for (std::uint8_t* byte = row(y) + width_; byte < row(y) - leftMargin + stride_; ++byte)
+            *byte = 0;
     }
 
     /// The flags at a position of the image or its border.

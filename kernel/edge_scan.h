@@ -23,7 +23,8 @@ class CellTests {
 
     /// EdgeDiagonal and EdgeAntiDiagonal.
     [[nodiscard]] unsigned diagonal(int x) const {
-        return flag(EdgeDiagonal, row_[x], below_[x + 1]) | flag(EdgeAntiDiagonal, row_[x + 1], below_[x]);
+        return flag(EdgeDiagonal, row_[x], below_[x + 1]) |
+               flag(EdgeAntiDiagonal, row_[x + 1], below_[x]);
     }
 
   private:
@@ -36,9 +37,10 @@ class CellTests {
     const Pixel* below_;
 };
 
-/// Scans one row that has a row below it. Columns go in groups of four, in which a column's diagonals are
-/// tested only once a straight edge has been found no further right than the column after it; the last column
-/// of a group and the columns past the last whole group always have theirs tested.
+/// Scans one row that has a row below it. Columns go in groups of four, in which a column's
+/// diagonals are tested only once a straight edge has been found no further right than the column
+/// after it; the last column of a group and the columns past the last whole group always have
+/// theirs tested.
 template <typename Depth>
 void ScanRow(const CellTests<Depth>& cell, std::uint8_t* flags, int width) {
     const int grouped = (width - 1) & ~3;
@@ -60,21 +62,22 @@ void ScanRow(const CellTests<Depth>& cell, std::uint8_t* flags, int width) {
 
 /// The flags of the last row, which has no row below: EdgeRight only.
 template <typename Depth>
-void ScanLastRow(const Depth& depth, const typename Depth::Pixel* row, std::uint8_t* flags, int width) {
+void ScanLastRow(const Depth& depth, const typename Depth::Pixel* row, std::uint8_t* flags,
+                 int width) {
     for (int x = 0; x < width - 1; ++x) flags[x] = depth.isEdge(row[x], row[x + 1]) ? EdgeRight : 0;
     flags[width - 1] = 0;
 }
 
-/// Fills the map with the edges of a non-empty image. Every byte of the map's memory is written, once. The
-/// last column gets only EdgeDown flags.
+/// Fills the map with the edges of a non-empty image. Every byte of the map's memory is written,
+/// once. The last column gets only EdgeDown flags.
 template <typename Depth>
-void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image, const EdgeMap& map,
-               const VectorForms* forms) {
+void ScanEdges(const Depth& depth, const ImageView<const typename Depth::Pixel>& image,
+               const EdgeMap& map, const VectorForms* forms) {
     assert(!image.isEmpty() && map.width() == image.width() && map.height() == image.height());
     const int lastRow = image.height() - 1;
     const int lastColumn = image.width() - 1;
-    const bool vector =
-        forms != nullptr && image.width() >= VectorForms::smallestScan && depth.edgeThreshold() >= 0;
+    const bool vector = forms != nullptr && image.width() >= VectorForms::smallestScan &&
+                        depth.edgeThreshold() >= 0;
     map.clearBorderRow(-1);
     for (int y = 0; y < lastRow; ++y) {
         const auto* row = image.row(y);

@@ -7,8 +7,8 @@
 
 #include "sdk/effect_api.h"
 
-/// Pixel is const-qualified for an image that is only read. Rows may be padded, or run upwards (negative
-/// pitch).
+/// Pixel is const-qualified for an image that is only read. Rows may be padded, or run upwards
+/// (negative pitch).
 template <typename Pixel>
 class ImageView {
     using Byte = std::conditional_t<std::is_const_v<Pixel>, const std::byte, std::byte>;
@@ -27,7 +27,9 @@ class ImageView {
     [[nodiscard]] std::ptrdiff_t pitch() const { return pitch_; }
 
     [[nodiscard]] bool isEmpty() const { return width_ <= 0 || height_ <= 0; }
-    [[nodiscard]] bool contains(int x, int y) const { return x >= 0 && x < width_ && y >= 0 && y < height_; }
+    [[nodiscard]] bool contains(int x, int y) const {
+        return x >= 0 && x < width_ && y >= 0 && y < height_;
+    }
 
     [[nodiscard]] Pixel* row(int y) const {
         assert(y >= 0 && y < height_);

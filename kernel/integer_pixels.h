@@ -18,7 +18,8 @@ template <typename Pixel>
            std::abs(a.blue - b.blue);
 }
 
-/// Whether two pixels differ by more than the threshold. Identical pixels and two transparent ones never do.
+/// Whether two pixels differ by more than the threshold. Identical pixels and two transparent ones
+/// never do.
 template <typename Pixel>
 [[nodiscard]] bool FormEdge(const Pixel& p, const Pixel& q, std::int32_t threshold) noexcept {
     const bool same = Identical(p, q) || (p.alpha == 0 && q.alpha == 0);
@@ -31,14 +32,15 @@ template <typename Pixel>
     return std::abs(p.red - key.red) + std::abs(p.green - key.green) + std::abs(p.blue - key.blue);
 }
 
-/// Blends src into dst by the weight w of 65535; straight colour. The arithmetic is modulo 2^32: sums reach
-/// 2^31 for 16-bit channels and anything for weights out of range.
+/// Blends src into dst by the weight w of 65535; straight colour. The arithmetic is modulo 2^32:
+/// sums reach 2^31 for 16-bit channels and anything for weights out of range.
 template <typename Pixel>
 void BlendInteger(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
     using Channel = decltype(dst.alpha);
     const auto w = static_cast<std::uint32_t>(weight);
     const std::uint32_t rest = 65535U - w;
-    const auto mix = [](std::uint32_t s, std::uint32_t shareS, std::uint32_t d, std::uint32_t shareD) {
+    const auto mix = [](std::uint32_t s, std::uint32_t shareS, std::uint32_t d,
+                        std::uint32_t shareD) {
         return static_cast<Channel>((s * shareS + d * shareD + 32768U) >> 16);
     };
     const auto mixColors = [&](std::uint32_t share) {
@@ -54,11 +56,12 @@ void BlendInteger(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
         dst = src;
         dst.alpha = mix(src.alpha, w, 0, rest);
     } else {
-        // The source's share of the resulting alpha; a weight of 0 makes the quotient infinite and the share
-        // 0.
+        // The source's share of the resulting alpha; a weight of 0 makes the quotient infinite and
+        // the share 0.
         const auto fromDst = static_cast<float>(rest * dst.alpha);
         const auto fromSrc = static_cast<float>(w * src.alpha);
-        mixColors(static_cast<std::uint32_t>(TruncateToInt(65535.0F / (fromDst / fromSrc + 1.0F) + 0.5F)));
+        mixColors(static_cast<std::uint32_t>(
+            TruncateToInt(65535.0F / (fromDst / fromSrc + 1.0F) + 0.5F)));
         dst.alpha = mix(src.alpha, w, dst.alpha, rest);
     }
 }

@@ -18,7 +18,8 @@ PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Dept
         return suites.get<PF_WorldTransformSuite1>().copy(job.inData->effect_ref, job.inputWorld,
                                                           job.outputWorld, nullptr, nullptr);
     } else {
-        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld), ImageView<Pixel>(*job.outputWorld), forms);
+        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld),
+                    ImageView<Pixel>(*job.outputWorld), forms);
         return PF_Err_NONE;
     }
 }
@@ -39,7 +40,8 @@ PF_Err RunKernel(const RenderJob& job, const VectorForms* forms) {
     if (copied != PF_Err_NONE || job.softness == 0 || input.isEmpty()) return copied;
 
     MapWorld world(suites, job.inData->effect_ref);
-    if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE) return err;
+    if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE)
+        return err;
     const EdgeMap map(world.memory(), input.width(), input.height());
     ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map, forms);
     SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights, forms).run();

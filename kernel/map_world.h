@@ -13,16 +13,19 @@ class MapWorld {
     /// The suites must outlive the object.
     MapWorld(SuiteHandler& suites, PF_ProgPtr effectRef) : suites_(suites), effectRef_(effectRef) {}
     ~MapWorld() {
-        if (world_.data != nullptr) suites_.get<PF_WorldSuite1>().dispose_world(effectRef_, &world_);
+        if (world_.data != nullptr)
+            suites_.get<PF_WorldSuite1>().dispose_world(effectRef_, &world_);
     }
     MapWorld(const MapWorld&) = delete;
     MapWorld& operator=(const MapWorld&) = delete;
 
-    /// Asks the host for the memory, which comes uncleared. Returns the host's code, or PF_Err_OUT_OF_MEMORY
-    /// when it reports success without memory. Throws a PF_Err when the host lacks the suite.
+    /// Asks the host for the memory, which comes uncleared. Returns the host's code, or
+    /// PF_Err_OUT_OF_MEMORY when it reports success without memory. Throws a PF_Err when the host
+    /// lacks the suite.
     [[nodiscard]] PF_Err allocate(int width, int height) {
         assert(world_.data == nullptr && width > 0 && height > 0);
-        const auto pixelWidth = static_cast<A_long>(EdgeMap::stride(width) / A_long{sizeof(PF_Pixel)});
+        const auto pixelWidth =
+            static_cast<A_long>(EdgeMap::stride(width) / A_long{sizeof(PF_Pixel)});
         const PF_Err err =
             suites_.get<PF_WorldSuite1>().new_world(effectRef_, pixelWidth, height + 2, 0, &world_);
         if (err != PF_Err_NONE) {

@@ -5,9 +5,10 @@
 #include "kernel/staircases.h"
 #include "kernel/step_masks.h"
 
-/// Reads the steps off a source of flags: Flags has a Mask, answers test(dx, dy, flag) with one, and stores
-/// one in the words of a StepMask. It also says whether the ramps of short runs are to be settled by patterns
-/// rather than measured. It is asked for flags at most four rows and columns each way.
+/// Reads the steps off a source of flags: Flags has a Mask, answers test(dx, dy, flag) with one,
+/// and stores one in the words of a StepMask. It also says whether the ramps of short runs are to
+/// be settled by patterns rather than measured. It is asked for flags at most four rows and columns
+/// each way.
 template <typename Flags>
 class Patterns {
     using Mask = typename Flags::Mask;
@@ -27,17 +28,18 @@ class Patterns {
         const Mask across = ~rows & corner();
         const Mask vertical = setRamp<Side::left>(steps, window, lines, across) |
                               setRamp<Side::right>(steps, window, lines, across);
-        const Mask horizontal =
-            setRamp<Side::up>(steps, window, lines, never) | setRamp<Side::down>(steps, window, lines, never);
+        const Mask horizontal = setRamp<Side::up>(steps, window, lines, never) |
+                                setRamp<Side::down>(steps, window, lines, never);
         const Mask ramps =
             setStep(Step::verticalRamps, vertical) | setStep(Step::horizontalRamps, horizontal);
         const Mask fixes =
-            setStep(Step::verticalFixes, rows | setAll(steps.verticalNotch, window, verticalNotch())) |
-            setStep(Step::horizontalFixes, columns |
-                                               setAll(steps.horizontalNotch, window, horizontalNotch()) |
-                                               setAll(steps.cornerNotch, window, cornerNotch()));
-        const Mask finish =
-            setStep(Step::finish, setTips(steps, window, lines) | setAll(steps.junction, window, junction()));
+            setStep(Step::verticalFixes,
+                    rows | setAll(steps.verticalNotch, window, verticalNotch())) |
+            setStep(Step::horizontalFixes,
+                    columns | setAll(steps.horizontalNotch, window, horizontalNotch()) |
+                        setAll(steps.cornerNotch, window, cornerNotch()));
+        const Mask finish = setStep(Step::finish, setTips(steps, window, lines) |
+                                                      setAll(steps.junction, window, junction()));
         set(steps.any, window, ramps | fixes | finish);
     }
 
@@ -65,8 +67,8 @@ class Patterns {
         Mask mask[4];
     };
 
-    // Returns the pixels at which the side gets a ramp. Where it has neither run nor line it may get a
-    // corner.
+    // Returns the pixels at which the side gets a ramp. Where it has neither run nor line it may
+    // get a corner.
     template <Side side>
     Mask setRamp(StepMasks& steps, int window, Lines& lines, Mask mayBeCorner) const {
         constexpr auto index = static_cast<std::size_t>(side);
@@ -94,10 +96,12 @@ class Patterns {
         return longer | mayBeCorner;
     }
 
-    // Pixels at which a thin line is blended are no tips; the lines are those that all setRamps have left.
+    // Pixels at which a thin line is blended are no tips; the lines are those that all setRamps
+    // have left.
     Mask setTips(StepMasks& steps, int window, const Lines& lines) const {
         const Mask free = ~(lines.mask[0] | lines.mask[1] | lines.mask[2] | lines.mask[3]);
-        return set(steps.tip, window, free & tipShape()) | set(steps.aboveTip, window, free & aboveTip()) |
+        return set(steps.tip, window, free & tipShape()) |
+               set(steps.aboveTip, window, free & aboveTip()) |
                set(steps.besideTip, window, free & besideTip());
     }
 
@@ -113,7 +117,8 @@ class Patterns {
         Mask barred[3];  // from the far end of a run of one, two and three cells none is seen here
     };
 
-    // The place between c and c + 1. More than two cells count only if the boundary goes on behind the piece.
+    // The place between c and c + 1. More than two cells count only if the boundary goes on behind
+    // the piece.
     template <Side side, int c>
     [[nodiscard]] RunPlace runPlace() const {
         using View = SideView<side, Flags>;
@@ -127,8 +132,8 @@ class Patterns {
         for (int i = 0; i < 4; ++i) place.open[i] = at.open((i + 1) * step, c);
         for (int i = 0; i < 3; ++i) place.barred[i] = diagonal(back, (i + 2) * step);
         const Mask goesOn = at.beside(View::behind, -1 - c);
-        place.stands =
-            at.crossing(0, 0) & ~diagonal(at, 0) & place.open[0] & ~(place.open[1] & place.open[2] & ~goesOn);
+        place.stands = at.crossing(0, 0) & ~diagonal(at, 0) & place.open[0] &
+                       ~(place.open[1] & place.open[2] & ~goesOn);
         return place;
     }
 
@@ -143,10 +148,12 @@ class Patterns {
     // A run of n cells with none from its far end.
     template <int n>
     [[nodiscard]] static Mask lone(const RunPlace& outer, const RunPlace& inner) {
-        return (only<n>(outer, inner) & outer.barred[n - 1]) | (only<n>(inner, outer) & inner.barred[n - 1]);
+        return (only<n>(outer, inner) & outer.barred[n - 1]) |
+               (only<n>(inner, outer) & inner.barred[n - 1]);
     }
 
-    // A run of n cells that is the same from its far end, where the piece shows that the image goes on.
+    // A run of n cells that is the same from its far end, where the piece shows that the image goes
+    // on.
     template <Side side, int n>
     [[nodiscard]] Mask same(const RunPlace& outer, const RunPlace& inner) const {
         using View = SideView<side, Flags>;
@@ -155,7 +162,8 @@ class Patterns {
                 (only<n>(inner, outer) & ~inner.barred[n - 1]));
     }
 
-    // Whether the piece may belong to an isolated block, or lie beside one: those have sides of two pixels.
+    // Whether the piece may belong to an isolated block, or lie beside one: those have sides of two
+    // pixels.
     template <Side side>
     [[nodiscard]] Mask nearBlock() const {
         const SideView<side, Flags> at(flags_);
@@ -168,7 +176,8 @@ class Patterns {
         using View = SideView<side, Flags>;
         const View at(flags_);
         const Mask freeEnd = ~at.outward(0, -1) & ~at.beside(View::behind, -1) &
-                             ~at.crossing(-View::step, 0) & ~at.inward(0, 0) & ~at.beside(View::behind, 0);
+                             ~at.crossing(-View::step, 0) & ~at.inward(0, 0) &
+                             ~at.beside(View::behind, 0);
         const Mask firstPixel = at.open(View::step, -1) & at.open(View::step, 0);
         return at.crossing(0, 0) & freeEnd & firstPixel;
     }
@@ -176,7 +185,8 @@ class Patterns {
     // The first two cells of a staircase.
     template <StaircaseVariant variant>
     [[nodiscard]] Mask staircase() const {
-        return staircaseCell<variant>(variant.start) & staircaseCell<variant>(variant.start + variant.step);
+        return staircaseCell<variant>(variant.start) &
+               staircaseCell<variant>(variant.start + variant.step);
     }
     template <StaircaseVariant variant>
     [[nodiscard]] Mask staircaseCell(Offset cell) const {
@@ -189,20 +199,25 @@ class Patterns {
     // The vertical piece continues one row down with nothing beside it.
     [[nodiscard]] Group<4> horizontalStaircase() const {
         const Mask straight = R(0, 0) & R(0, 1) & ~D(0, 0) & ~D(1, 0);
-        return {
-            straight & staircase<horizontalStaircases[0]>(), straight & staircase<horizontalStaircases[1]>(),
-            straight & staircase<horizontalStaircases[2]>(), straight & staircase<horizontalStaircases[3]>()};
+        return {straight & staircase<horizontalStaircases[0]>(),
+                straight & staircase<horizontalStaircases[1]>(),
+                straight & staircase<horizontalStaircases[2]>(),
+                straight & staircase<horizontalStaircases[3]>()};
     }
 
     // The horizontal piece continues one column left with nothing beside it.
     [[nodiscard]] Group<4> verticalStaircase() const {
         const Mask straight = D(0, 0) & D(-1, 0) & ~R(-1, 0) & ~R(-1, 1);
-        return {straight & staircase<verticalStaircases[0]>(), straight & staircase<verticalStaircases[1]>(),
-                straight & staircase<verticalStaircases[2]>(), straight & staircase<verticalStaircases[3]>()};
+        return {straight & staircase<verticalStaircases[0]>(),
+                straight & staircase<verticalStaircases[1]>(),
+                straight & staircase<verticalStaircases[2]>(),
+                straight & staircase<verticalStaircases[3]>()};
     }
 
     // A vertical piece without diagonals both ways.
-    [[nodiscard]] Mask corner() const { return R(0, 0) & ~((A(0, 0) | A(0, -1)) & (G(0, 0) | G(0, -1))); }
+    [[nodiscard]] Mask corner() const {
+        return R(0, 0) & ~((A(0, 0) | A(0, -1)) & (G(0, 0) | G(0, -1)));
+    }
 
     [[nodiscard]] Group<3> verticalNotch() const {
         const Mask piece = R(0, 0) & D(0, -1);
@@ -218,9 +233,11 @@ class Patterns {
         const Mask piece = D(0, 0);
         return {piece & D(0, -1) & R(0, -1) & D(1, -1) & D(1, -2) & D(-1, -1) & R(-2, 0) &  //
                     ~A(0, -1) & ~R(-1, 0) & ~A(-2, 0),
-                piece & R(-1, 0) & D(0, -1) & D(-1, -1) & R(-1, -1) & D(-1, -2) & D(-2, -1) & R(-3, -1) &  //
+                piece & R(-1, 0) & D(0, -1) & D(-1, -1) & R(-1, -1) & D(-1, -2) & D(-2, -1) &
+                    R(-3, -1) &  //
                     ~G(-1, -1) & ~R(-2, -1) & ~G(-3, -2),
-                piece & R(-1, 0) & R(-1, -1) & R(0, -1) & D(0, -2) & R(-1, -2) & D(-1, -2) & R(-2, -2) &  //
+                piece & R(-1, 0) & R(-1, -1) & R(0, -1) & D(0, -2) & R(-1, -2) & D(-1, -2) &
+                    R(-2, -2) &  //
                     ~D(0, -1) & ~G(-1, -2) & ~G(0, 0)};
     }
 
@@ -242,7 +259,8 @@ class Patterns {
         const Mask topRight = A(0, -1);
         const Mask bottomLeft = A(-1, 0);
         const Mask bottomRight = G(0, 0);
-        const Mask isolated = left & right & top & bottom & (topLeft | bottomRight) & (topRight | bottomLeft);
+        const Mask isolated =
+            left & right & top & bottom & (topLeft | bottomRight) & (topRight | bottomLeft);
         const Mask open = (~left & right & top & bottom & topRight & bottomRight) |
                           (left & ~right & top & bottom & topLeft & bottomLeft) |
                           (left & right & ~top & bottom & bottomLeft & bottomRight) |
@@ -263,8 +281,8 @@ class Patterns {
         return under | over | beside;
     }
 
-    // A piece ends at a boundary that runs across it: above and below for the vertical one, left and right
-    // for the horizontal one.
+    // A piece ends at a boundary that runs across it: above and below for the vertical one, left
+    // and right for the horizontal one.
     [[nodiscard]] Group<8> junction() const {
         const Mask above = R(0, 0) & D(0, -1) & D(1, -1) & ~R(0, -1);
         const Mask below = R(0, 0) & D(0, 0) & D(1, 0) & ~R(0, 1);

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-/// Patterns of the edge map are formulas over masks with one bit a pixel, so that the same formula tests one
-/// pixel or whole stretches of a row. This is the mask of up to 64 pixels; vector forms have wider ones of
-/// their own. Bits that stand for no pixel may hold anything.
+/// Patterns of the edge map are formulas over masks with one bit a pixel, so that the same formula
+/// tests one pixel or whole stretches of a row. This is the mask of up to 64 pixels; vector forms
+/// have wider ones of their own. Bits that stand for no pixel may hold anything.
 struct PixelMask {
     std::uint64_t bits;
 

@@ -31,8 +31,8 @@ struct MaskPlace {
     }
 };
 
-/// Takes steps. With vectors the pixels across a piece are blended at once where they can be; without, one
-/// after the other, as it is defined.
+/// Takes steps. With vectors the pixels across a piece are blended at once where they can be;
+/// without, one after the other, as it is defined.
 template <typename Depth, KeyMode mode>
 class PixelSteps {
     using Weights = typename Depth::Weights;
@@ -40,8 +40,8 @@ class PixelSteps {
     using Ramp = KeptRamp<Weight>;
 
   public:
-    PixelSteps(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
-               bool vectors)
+    PixelSteps(const Canvas<Depth, mode>& canvas, const EdgeMap& map,
+               const BlendWeights<Weights>& weights, bool vectors)
         : canvas_(canvas),
           map_(map),
           weights_(weights),
@@ -62,7 +62,8 @@ class PixelSteps {
     /// How a ramp goes out from a piece.
     struct Way {
         typename Canvas<Depth, mode>::Path path;
-        // The pixels from the first one of the path to the image's edge are room + x * perX + y * perY.
+        // The pixels from the first one of the path to the image's edge are room + x * perX + y *
+        // perY.
         int room;
         int perX;
         int perY;
@@ -78,8 +79,8 @@ class PixelSteps {
         return {canvas_.path({0, 0}, next, along), size - 1, -along.dx, -along.dy};
     }
 
-    // Blends the pixel on either side of a piece into those on the other, for as long as the ramps and the
-    // image last. The sides are left and right, or up and down.
+    // Blends the pixel on either side of a piece into those on the other, for as long as the ramps
+    // and the image last. The sides are left and right, or up and down.
     void blendPiece(const MaskPlace& place, Side first, int x, int y) noexcept {
         const auto side = static_cast<std::size_t>(first);
         const Ramp& back = ramp(place, side, x, y);
@@ -104,13 +105,15 @@ class PixelSteps {
         canvas_.blendAlong(way.path, x, y, ramp, done, room(way, x, y));
     }
 
-    [[nodiscard]] const Ramp& ramp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
+    [[nodiscard]] const Ramp& ramp(const MaskPlace& place, std::size_t side, int x,
+                                   int y) noexcept {
         const auto kind = static_cast<RampKind>(place.numberIn(place.masks.rampKind[side]));
         if (kind != RampKind::measured) return known_.of(kind);
         return measuredRamp(place, side, x, y);
     }
 
-    [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, std::size_t side, int x, int y) noexcept {
+    [[nodiscard]] const Ramp& measuredRamp(const MaskPlace& place, std::size_t side, int x,
+                                           int y) noexcept {
         switch (static_cast<Side>(side)) {
             case Side::left:
                 return measuredRamp<Side::left>(place, x, y);
@@ -139,7 +142,8 @@ class PixelSteps {
         const StepMasks& masks = place.masks;
         switch (step) {
             case Step::verticalFixes:
-                blendStaircases(place.numberIn(masks.horizontalStaircase), horizontalStaircases, x, y);
+                blendStaircases(place.numberIn(masks.horizontalStaircase), horizontalStaircases, x,
+                                y);
                 restoreNotch(place.numberIn(masks.verticalNotch), verticalNotchPixel, x, y);
                 break;
             case Step::horizontalFixes:
@@ -156,14 +160,16 @@ class PixelSteps {
     void blendStaircases(unsigned found, const std::array<StaircaseVariant, 4>& variants, int x,
                          int y) noexcept {
         for (; found != 0; found &= found - 1) {
-            const StaircaseVariant& variant = variants[static_cast<std::size_t>(std::countr_zero(found))];
+            const StaircaseVariant& variant =
+                variants[static_cast<std::size_t>(std::countr_zero(found))];
             const int n = StaircaseLength(variant, map_, x, y);
             const Ramp& ramp = staircases_.find(n, 0, [&] { return weights_.staircaseRamp(n); });
             const Ramp* restoring = nullptr;
             if (variant.restores)
                 restoring = &restoring_.find(n, 0, [&] { return weights_.restoringRamp(n); });
             const Offset at{x, y};
-            canvas_.blendStairs(at + variant.source, at + variant.destination, variant.step, ramp, restoring);
+            canvas_.blendStairs(at + variant.source, at + variant.destination, variant.step, ramp,
+                                restoring);
         }
     }
 
@@ -174,8 +180,8 @@ class PixelSteps {
         canvas_.restorePixel(x + at.dx, y + at.dy, Weights::half);
     }
 
-    // A pixel of column 0 is never restored: the patterns that restore the pixel itself need an edge flag of
-    // the column on its left.
+    // A pixel of column 0 is never restored: the patterns that restore the pixel itself need an
+    // edge flag of the column on its left.
     void treatTip(const MaskPlace& place, int x, int y) noexcept {
         if (place.isIn(place.masks.tip)) {
             canvas_.tipAverage(x, y, weights_.tipWeight);

@@ -25,14 +25,15 @@ struct RampState {
     return 1.0F - (u * u * u * -b + (100.0F + b) * u) / 100.0F;
 }
 
-/// The weight of the next pixel: the area under the falling line over that pixel, the last one's a triangle.
+/// The weight of the next pixel: the area under the falling line over that pixel, the last one's a
+/// triangle.
 [[nodiscard]] inline std::int32_t RampWeight(RampState<std::int32_t>& ramp) noexcept {
     assert(!ramp.done);
     const std::int64_t before = ramp.remaining;
     ramp.remaining -= ramp.step;
     ramp.done = ramp.remaining <= 0;
-    const auto weight = static_cast<std::int32_t>(ramp.done ? before * before / (2 * std::int64_t{ramp.step})
-                                                            : before - (ramp.step >> 1));
+    const auto weight = static_cast<std::int32_t>(
+        ramp.done ? before * before / (2 * std::int64_t{ramp.step}) : before - (ramp.step >> 1));
     if (ramp.bias == 0) return weight;
     const auto full = static_cast<float>(ramp.fullWeight);
     return TruncateToInt(full * BiasCurve(static_cast<float>(weight) / full, ramp.bias));
@@ -58,15 +59,19 @@ struct IntegerWeights {
     static constexpr Weight third = 21844;
     static constexpr Weight sixth = 10922;
 
-    /// What a ramp of half weight loses a pixel; the divisor is its length in pixels times its percentage.
-    [[nodiscard]] static Weight step(std::int64_t divisor) { return static_cast<Weight>(3276700 / divisor); }
+    /// What a ramp of half weight loses a pixel; the divisor is its length in pixels times its
+    /// percentage.
+    [[nodiscard]] static Weight step(std::int64_t divisor) {
+        return static_cast<Weight>(3276700 / divisor);
+    }
 
     [[nodiscard]] static Weight tipWeight(std::int32_t softness) {
         return SaturateToInt(std::int64_t{softness} * 32767 / 200);
     }
     [[nodiscard]] static Weight cornerWeight(std::int32_t softness) {
         if (softness >= 70) return 6553;
-        return TruncateToInt((1.0F - static_cast<float>(70 - std::int64_t{softness}) / 70.0F) * 6553.0F);
+        return TruncateToInt((1.0F - static_cast<float>(70 - std::int64_t{softness}) / 70.0F) *
+                             6553.0F);
     }
 };
 
@@ -79,7 +84,9 @@ struct FloatWeights {
     static constexpr Weight third = 1.0F / 3.0F;
     static constexpr Weight sixth = 1.0F / 6.0F;
 
-    [[nodiscard]] static Weight step(std::int64_t divisor) { return 50.0F / static_cast<float>(divisor); }
+    [[nodiscard]] static Weight step(std::int64_t divisor) {
+        return 50.0F / static_cast<float>(divisor);
+    }
 
     [[nodiscard]] static Weight tipWeight(std::int32_t softness) {
         return static_cast<float>(softness) * 0.5F / 200.0F;
@@ -116,7 +123,8 @@ class BlendWeights {
     /// For a run of n pixels whose length factor is `percent`.
     [[nodiscard]] Ramp runRamp(int n, std::int64_t percent) const {
         assert(n > 0);
-        return start(Weights::half, Weights::step(std::max<std::int64_t>(percent, 1) * (n + 1)), bias_);
+        return start(Weights::half, Weights::step(std::max<std::int64_t>(percent, 1) * (n + 1)),
+                     bias_);
     }
 
     /// For a thin line of n pixels.
@@ -126,11 +134,17 @@ class BlendWeights {
     }
 
     /// For a staircase of n cells: the main ramp, and the one that restores the pixels beside it.
-    [[nodiscard]] Ramp staircaseRamp(int n) const { return start(Weights::third, staircaseStep(n), bias_); }
-    [[nodiscard]] Ramp restoringRamp(int n) const { return start(Weights::half, staircaseStep(n), bias_); }
+    [[nodiscard]] Ramp staircaseRamp(int n) const {
+        return start(Weights::third, staircaseStep(n), bias_);
+    }
+    [[nodiscard]] Ramp restoringRamp(int n) const {
+        return start(Weights::half, staircaseStep(n), bias_);
+    }
 
   private:
-    static Ramp start(Weight full, Weight step, std::int32_t bias) { return {false, full, full, step, bias}; }
+    static Ramp start(Weight full, Weight step, std::int32_t bias) {
+        return {false, full, full, step, bias};
+    }
     [[nodiscard]] std::int64_t atLeastOnePercent() const { return std::max(softness_, 1); }
     [[nodiscard]] Weight staircaseStep(int n) const {
         assert(n > 0);

@@ -52,7 +52,8 @@ class KeptRamps {
   public:
     /// The ramp kept for n > 0 and percent, made at its first use.
     template <typename MakeRamp>
-    [[nodiscard]] const KeptRamp<Weight>& find(int n, std::int64_t percent, const MakeRamp& makeRamp) {
+    [[nodiscard]] const KeptRamp<Weight>& find(int n, std::int64_t percent,
+                                               const MakeRamp& makeRamp) {
         assert(n > 0);
         const auto hash = static_cast<std::size_t>(percent) * 5 + static_cast<std::size_t>(n);
         Entry& entry = entries_[hash % entries_.size()];
@@ -88,7 +89,9 @@ class KnownRamps {
         at(RampKind::same2) = run(2, 2);
     }
 
-    [[nodiscard]] const Ramp& of(RampKind kind) const { return ramps_[static_cast<std::size_t>(kind)]; }
+    [[nodiscard]] const Ramp& of(RampKind kind) const {
+        return ramps_[static_cast<std::size_t>(kind)];
+    }
 
   private:
     [[nodiscard]] Ramp& at(RampKind kind) { return ramps_[static_cast<std::size_t>(kind)]; }

@@ -18,13 +18,15 @@ constexpr int fullThinLine = 5;
 
 struct OuterRun {
     int length;
-    bool closed;  // it ends at a boundary that crosses the piece's own row, so nothing longer can be found
+    bool closed;  // it ends at a boundary that crosses the piece's own row, so nothing longer can
+                  // be found
 };
 
 // The run between c = -1 and c = 0. For the left side of a vertical piece P:
 //
 //      c = -1   ______________
-//      c =  0   |             P      closed by the boundary at its left end; open where row -1 has a crossing
+//      c =  0   |             P      closed by the boundary at its left end; open where row -1 has
+//      a crossing
 //                                    boundary, or the run just ends
 template <Side side>
 OuterRun MeasureOuterRun(const MapView<side>& piece) {
@@ -57,7 +59,9 @@ int RunLength(const EdgeMap& map, int x, int y) noexcept {
 
 template <Side side>
 int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
-    const auto onLine = [](const MapView<side>& cell) { return cell.open(0, -1) && cell.open(0, 0); };
+    const auto onLine = [](const MapView<side>& cell) {
+        return cell.open(0, -1) && cell.open(0, 0);
+    };
     MapView<side> cell = MapView<side>(MapFlags(map, x, y)).ahead();
     assert(onLine(cell));
     int length = 0;
@@ -67,9 +71,10 @@ int ThinLineLength(const EdgeMap& map, int x, int y) noexcept {
 
 bool IsolatedBlock(const EdgeMap& map, int bx, int by) noexcept {
     assert(by >= -1);
-    return map.R(bx - 1, by) && map.R(bx - 1, by + 1) && map.R(bx + 1, by) && map.R(bx + 1, by + 1) &&
-           map.D(bx, by - 1) && map.D(bx, by + 1) && map.D(bx + 1, by - 1) && map.D(bx + 1, by + 1) &&
-           !map.R(bx, by) && !map.R(bx, by + 1) && !map.D(bx, by) && !map.D(bx + 1, by);
+    return map.R(bx - 1, by) && map.R(bx - 1, by + 1) && map.R(bx + 1, by) &&
+           map.R(bx + 1, by + 1) && map.D(bx, by - 1) && map.D(bx, by + 1) &&
+           map.D(bx + 1, by - 1) && map.D(bx + 1, by + 1) && !map.R(bx, by) && !map.R(bx, by + 1) &&
+           !map.D(bx, by) && !map.D(bx + 1, by);
 }
 
 template <Side side>

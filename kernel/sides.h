@@ -9,8 +9,12 @@
 /// Left and right of a vertical piece R(x, y), above and below a horizontal piece D(x, y).
 enum class Side { left, right, up, down };
 
-[[nodiscard]] constexpr bool IsHorizontal(Side side) { return side == Side::left || side == Side::right; }
-[[nodiscard]] constexpr int StepOf(Side side) { return side == Side::left || side == Side::up ? -1 : 1; }
+[[nodiscard]] constexpr bool IsHorizontal(Side side) {
+    return side == Side::left || side == Side::right;
+}
+[[nodiscard]] constexpr int StepOf(Side side) {
+    return side == Side::left || side == Side::up ? -1 : 1;
+}
 [[nodiscard]] constexpr Side Opposite(Side side) {
     switch (side) {
         case Side::left:
@@ -24,15 +28,15 @@ enum class Side { left, right, up, down };
     }
 }
 
-/// The offset of a pixels along a side's axis (x for left and right, y for up and down) and c pixels across
-/// it.
+/// The offset of a pixels along a side's axis (x for left and right, y for up and down) and c
+/// pixels across it.
 template <Side side>
 [[nodiscard]] constexpr Offset AlongSide(int a, int c) {
     return IsHorizontal(side) ? Offset{a, c} : Offset{c, a};
 }
 
-/// Flags by their offset from a pixel, in a side's own coordinates. The vertical sides thus see the map
-/// transposed.
+/// Flags by their offset from a pixel, in a side's own coordinates. The vertical sides thus see the
+/// map transposed.
 ///
 /// Flags answers test(dx, dy, flag), with a bool for one pixel or a PixelMask for many.
 template <Side side, typename Flags>
@@ -58,9 +62,9 @@ class SideView {
         }
     }
 
-    /// The two diagonals of a cell; they change places with the direction of the walk, not with its axis.
-    /// Going from c = 0 one pixel ahead crosses `outward` of cell (0, -1) on the way to c = -1 and `inward`
-    /// of cell (0, 0) on the way to c = 1.
+    /// The two diagonals of a cell; they change places with the direction of the walk, not with its
+    /// axis. Going from c = 0 one pixel ahead crosses `outward` of cell (0, -1) on the way to c =
+    /// -1 and `inward` of cell (0, 0) on the way to c = 1.
     [[nodiscard]] auto outward(int a, int c) const {
         return test(a, c, StepOf(side) < 0 ? EdgeDiagonal : EdgeAntiDiagonal);
     }
@@ -74,7 +78,8 @@ class SideView {
         return SideView(flags_.moved(next.dx, next.dy));
     }
 
-    /// One step of the walk, and the cell whose `beside` flag continues the run's boundary behind the piece.
+    /// One step of the walk, and the cell whose `beside` flag continues the run's boundary behind
+    /// the piece.
     static constexpr int step = StepOf(side);
     static constexpr int behind = step < 0 ? 1 : 0;
 

@@ -1,4 +1,5 @@
-// The smoothing pass: goes through the edge map and takes every step that applies, blending across its edges.
+// The smoothing pass: goes through the edge map and takes every step that applies, blending across
+// its edges.
 #pragma once
 
 #include <algorithm>
@@ -13,16 +14,16 @@
 #include "kernel/step_list.h"
 #include "kernel/vector_forms.h"
 
-/// One pass over an image. Its result depends on the visiting order, since later blends act on the output of
-/// earlier ones; all decisions are taken on the edge map, which stays as it is.
+/// One pass over an image. Its result depends on the visiting order, since later blends act on the
+/// output of earlier ones; all decisions are taken on the edge map, which stays as it is.
 template <typename Depth, KeyMode mode>
 class SmoothingPass {
     using Weights = typename Depth::Weights;
 
   public:
     /// With vector forms stretches of rows are decided on at once.
-    SmoothingPass(const Canvas<Depth, mode>& canvas, const EdgeMap& map, const BlendWeights<Weights>& weights,
-                  const VectorForms* forms)
+    SmoothingPass(const Canvas<Depth, mode>& canvas, const EdgeMap& map,
+                  const BlendWeights<Weights>& weights, const VectorForms* forms)
         : canvas_(canvas),
           map_(map),
           forms_(forms != nullptr && map.width() >= StepWindows::pixels ? forms : nullptr),
@@ -60,8 +61,8 @@ class SmoothingPass {
     }
 
     void runInWindows() noexcept {
-        const MapBytes bytes{map_.row(0) - EdgeMap::leftMargin, map_.stride(), map_.end(), map_.width(),
-                             map_.height()};
+        const MapBytes bytes{map_.row(0) - EdgeMap::leftMargin, map_.stride(), map_.end(),
+                             map_.width(), map_.height()};
         StepWindows windows;
         StepList list;
         for (int x = 0, y = 0; y < map_.height();) {
@@ -89,7 +90,8 @@ class SmoothingPass {
         const int y = windows.y[window];
         // Lines go on downwards, across memory that nothing else reads ahead.
         constexpr int rowsAhead = 3;
-        if (list.step(i) != Step::finish) canvas_.prefetch(x, std::min(y + rowsAhead, map_.height() - 1));
+        if (list.step(i) != Step::finish)
+            canvas_.prefetch(x, std::min(y + rowsAhead, map_.height() - 1));
         steps_.take(list.step(i), {windows.steps, window, bit}, x, y);
     }
 

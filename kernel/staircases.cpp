@@ -9,8 +9,8 @@ int StaircaseLength(const StaircaseVariant& variant, const EdgeMap& map, int x, 
     int cellY = y + variant.start.dy;
     int length = 0;
     while ((map.flags(cellX, cellY) & variant.required) != 0 &&
-           ((map.flags(cellX, cellY) | map.flags(cellX + beside.dx, cellY + beside.dy)) & variant.stop()) ==
-               0) {
+           ((map.flags(cellX, cellY) | map.flags(cellX + beside.dx, cellY + beside.dy)) &
+            variant.stop()) == 0) {
         ++length;
         cellX += variant.step.dx;
         cellY += variant.step.dy;

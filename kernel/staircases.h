@@ -6,8 +6,9 @@
 #include "kernel/edge_map.h"
 #include "kernel/offset.h"
 
-/// One way in which a straight piece, two pixels long, goes on as a staircase. Cell i of the trace lies at
-/// start + i * step; while the ramp lasts, step i blends source + i * step into destination + i * step.
+/// One way in which a straight piece, two pixels long, goes on as a staircase. Cell i of the trace
+/// lies at start + i * step; while the ramp lasts, step i blends source + i * step into destination
+/// + i * step.
 struct StaircaseVariant {
     Offset start;
     Offset step;
@@ -42,4 +43,5 @@ inline constexpr std::array<StaircaseVariant, 4> verticalStaircases{{
 }};
 
 /// Number of cells of a variant's staircase at (x, y), 0 when there is none.
-[[nodiscard]] int StaircaseLength(const StaircaseVariant& variant, const EdgeMap& map, int x, int y) noexcept;
+[[nodiscard]] int StaircaseLength(const StaircaseVariant& variant, const EdgeMap& map, int x,
+                                  int y) noexcept;

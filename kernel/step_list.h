@@ -28,9 +28,13 @@ class StepList {
     }
 
     [[nodiscard]] int size() const { return size_; }
-    [[nodiscard]] Step step(int i) const { return static_cast<Step>(entries_[i] & ((1 << stepBits) - 1)); }
+    [[nodiscard]] Step step(int i) const {
+        return static_cast<Step>(entries_[i] & ((1 << stepBits) - 1));
+    }
     [[nodiscard]] int window(int i) const { return entries_[i] >> (stepBits + bitBits); }
-    [[nodiscard]] int bit(int i) const { return entries_[i] >> stepBits & (StepWindows::columns - 1); }
+    [[nodiscard]] int bit(int i) const {
+        return entries_[i] >> stepBits & (StepWindows::columns - 1);
+    }
 
   private:
     // An entry holds its window, its bit there and its step, from the highest bits to the lowest.
@@ -41,8 +45,8 @@ class StepList {
     static constexpr int mostPixels = StepMask::windows * StepWindows::pixels;
     static constexpr int atOnce = 4;
 
-    // Lists the pixels at which any step applies and counts them. They are written four at a time, counted or
-    // not.
+    // Lists the pixels at which any step applies and counts them. They are written four at a time,
+    // counted or not.
     int listPixels(const StepWindows& windows, int width) noexcept {
         int size = 0;
         for (int window = 0; window < windows.count; ++window) {
@@ -51,9 +55,10 @@ class StepList {
             std::uint64_t left = windows.steps.any.word[window] & inside;
             do {
                 for (int i = 0; i < atOnce; ++i, left &= left - 1) {
-                    constexpr std::uint64_t last = std::uint64_t{1} << 63;  // so that there always is one
-                    pixels_[size] =
-                        static_cast<std::uint16_t>(window << bitBits | std::countr_zero(left | last));
+                    constexpr std::uint64_t last = std::uint64_t{1}
+                                                   << 63;  // so that there always is one
+                    pixels_[size] = static_cast<std::uint16_t>(window << bitBits |
+                                                               std::countr_zero(left | last));
                     size += left != 0 ? 1 : 0;
                 }
             } while (left != 0);

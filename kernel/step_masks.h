@@ -1,5 +1,6 @@
-// What the smoothing pass has to do at a pixel, as far as a fixed neighbourhood in the edge map settles it.
-// Only the lengths of staircases and of most longer runs and lines are left to be measured.
+// What the smoothing pass has to do at a pixel, as far as a fixed neighbourhood in the edge map
+// settles it. Only the lengths of staircases and of most longer runs and lines are left to be
+// measured.
 #pragma once
 
 #include <array>
@@ -20,8 +21,8 @@ struct StepMask {
     }
 };
 
-/// The steps at a pixel in their fixed order; later ones act on what earlier ones have left. The vertical
-/// piece lies on the pixel's right, the horizontal one below it.
+/// The steps at a pixel in their fixed order; later ones act on what earlier ones have left. The
+/// vertical piece lies on the pixel's right, the horizontal one below it.
 enum class Step : std::uint8_t {
     verticalRamps,    ///< to the left and to the right
     verticalFixes,    ///< staircase and notch
@@ -31,8 +32,8 @@ enum class Step : std::uint8_t {
 };
 inline constexpr int stepCount = 5;
 
-/// The ramp that a side of a piece gets, as the three bits of StepMasks::rampKind. A run is lone when there
-/// is none from its far end, and the same when it is seen from there too.
+/// The ramp that a side of a piece gets, as the three bits of StepMasks::rampKind. A run is lone
+/// when there is none from its far end, and the same when it is seen from there too.
 enum class RampKind : std::uint8_t {
     none,
     corner,  ///< the light blend across a vertical piece

@@ -1,5 +1,5 @@
-// The vector forms, written once for every instruction set of vector_isa.h. Internal linkage throughout, see
-// there.
+// The vector forms, written once for every instruction set of vector_isa.h. Internal linkage
+// throughout, see there.
 #pragma once
 
 #include <cstring>
@@ -13,12 +13,13 @@
 // NOLINTBEGIN(misc-definitions-in-headers): each file that includes this has its own
 namespace {
 
-// Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each other.
+// Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each
+// other.
 constexpr int block = 32;
 constexpr std::uint32_t everyFourth = 0x11111111;
 
-/// Which pairs p[i], q[i] form an edge, one bit each, for as many pixels as a vector has 32-bit lanes: the
-/// depths' own tests.
+/// Which pairs p[i], q[i] form an edge, one bit each, for as many pixels as a vector has 32-bit
+/// lanes: the depths' own tests.
 template <typename Isa>
 struct EdgePairs8 {
     using Pixel = PF_Pixel;
@@ -76,8 +77,8 @@ struct EdgePairsFloat {
 
     explicit EdgePairsFloat(float threshold) : threshold_(Isa::fillFloat(threshold)) {}
 
-    // What is left of the threshold is never below zero for identical pixels, so they need no test of their
-    // own.
+    // What is left of the threshold is never below zero for identical pixels, so they need no test
+    // of their own.
     [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
         Floats a[4];
         Floats b[4];
@@ -107,14 +108,15 @@ struct EdgePairsFloat {
     }
 
     [[nodiscard]] Floats restOfPixel(const Floats a[4]) const {
-        return Isa::subtract(threshold_, Isa::add(Isa::add(Isa::add(a[green], a[red]), a[blue]), a[alpha]));
+        return Isa::subtract(threshold_,
+                             Isa::add(Isa::add(Isa::add(a[green], a[red]), a[blue]), a[alpha]));
     }
 
     Floats threshold_;
 };
 
-/// Asks for memory that a walk along rows will come to. The processor's own prefetching stops at the borders
-/// of pages.
+/// Asks for memory that a walk along rows will come to. The processor's own prefetching stops at
+/// the borders of pages.
 template <int bytes>
 void PrefetchFarAhead(const void* at) {
     constexpr int distance = 8192;
@@ -122,7 +124,8 @@ void PrefetchFarAhead(const void* at) {
     // An address that may lie behind all of the memory, where no pointer may be moved to.
     const auto ahead = reinterpret_cast<std::uintptr_t>(at) + distance;
     for (int i = 0; i < bytes; i += line) {
-        _mm_prefetch(reinterpret_cast<const char*>(ahead + static_cast<std::uintptr_t>(i)), _MM_HINT_T0);
+        _mm_prefetch(reinterpret_cast<const char*>(ahead + static_cast<std::uintptr_t>(i)),
+                     _MM_HINT_T0);
     }
 }
 
@@ -144,7 +147,8 @@ bool IsBlank(const Pixel* row, const Pixel* below) {
         const auto here = Isa::load(upper + i);
         const auto right = Isa::load(upper + i + sizeof(Pixel));
         const auto down = Isa::load(lower + i);
-        differences = Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
+        differences =
+            Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
     }
     // The last cell's lower right pixel is in neither comparison.
     // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the bytes are what counts
@@ -172,9 +176,9 @@ CellBits ScanBlock(const Pairs& pairs, const Pixel* row, const Pixel* below) {
     return cells;
 }
 
-/// Drops the diagonals that the order of the tests leaves out: in a group of four cells those before the
-/// first straight edge, as seen one cell ahead, but never the last cell's. `ungrouped` are the cells behind
-/// the last whole group.
+/// Drops the diagonals that the order of the tests leaves out: in a group of four cells those
+/// before the first straight edge, as seen one cell ahead, but never the last cell's. `ungrouped`
+/// are the cells behind the last whole group.
 CellBits KeepTestedDiagonals(CellBits cells, std::uint32_t ungrouped) {
     const std::uint32_t straight = cells.right | cells.down;
     const std::uint32_t first = straight | straight >> 1;
@@ -199,12 +203,14 @@ void StoreFlags(const CellBits& cells, std::uint8_t* flags) {
     Isa::expand(cells.diagonal, EdgeDiagonal, g);
     Isa::expand(cells.antiDiagonal, EdgeAntiDiagonal, a);
     for (int i = 0; i < parts; ++i) {
-        Isa::store(flags + i * Isa::bytes, Isa::bitOr(Isa::bitOr(r[i], d[i]), Isa::bitOr(g[i], a[i])));
+        Isa::store(flags + i * Isa::bytes,
+                   Isa::bitOr(Isa::bitOr(r[i], d[i]), Isa::bitOr(g[i], a[i])));
     }
 }
 
 template <typename Isa, typename Pairs, typename Pixel, typename Threshold>
-void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshold, std::uint8_t* flags) {
+void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshold,
+             std::uint8_t* flags) {
     const Pairs pairs(threshold);
     const int cells = width - 1;
     int x = 0;
@@ -216,17 +222,18 @@ void ScanRow(const Pixel* row, const Pixel* below, int width, Threshold threshol
             flags + x);
     }
     if (x == cells) return;
-    // The rest of the cells are scanned as the end of a block of their own, so that no pixel behind the row
-    // is read.
+    // The rest of the cells are scanned as the end of a block of their own, so that no pixel behind
+    // the row is read.
     const int shift = x + block - cells;
     CellBits last = ScanBlock<Isa>(pairs, row + x - shift, below + x - shift);
-    last = {last.right >> shift, last.down >> shift, last.diagonal >> shift, last.antiDiagonal >> shift};
+    last = {last.right >> shift, last.down >> shift, last.diagonal >> shift,
+            last.antiDiagonal >> shift};
     const int grouped = (cells & ~3) - x;
     StoreFlags<typename Isa::Narrow>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
 }
 
-/// Which pixels of a vector differ from the key color by more than its tolerance: lanes of ones, of which
-/// those of the alpha channels count. The depths' own tests.
+/// Which pixels of a vector differ from the key color by more than its tolerance: lanes of ones, of
+/// which those of the alpha channels count. The depths' own tests.
 template <typename Isa, typename IntegerPixel>
 class KeyMisses {
     using Vector = typename Isa::Vector;
@@ -253,7 +260,8 @@ class KeyMisses {
     [[nodiscard]] Vector distances(Vector pixels) const {
         if constexpr (std::is_same_v<Pixel, PF_Pixel>) {
             const Vector d = Isa::difference8(pixels, color_);
-            return Isa::addPairs16(Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d)));
+            return Isa::addPairs16(
+                Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF0000)), Isa::highBytes16(d)));
         } else {
             const Vector d = Isa::difference16(pixels, color_);
             const Vector redAndBlue = Isa::highWords32(d);
@@ -293,7 +301,8 @@ class KeyMissesFloat {
 };
 
 template <typename Isa, typename Misses, typename Pixel = typename Misses::Pixel>
-int MarkPixels(const Pixel* from, Pixel* to, int count, const typename Misses::Key& key, bool matching) {
+int MarkPixels(const Pixel* from, Pixel* to, int count, const typename Misses::Key& key,
+               bool matching) {
     const Misses misses(key);
     Pixel alphaOnly{};
     std::memset(&alphaOnly.alpha, 0xFF, sizeof alphaOnly.alpha);
@@ -379,7 +388,10 @@ class WindowFlags {
 
     // Bit i of a plane stands for column i, so the flag dx columns on is dx bits up.
     [[nodiscard]] Mask test(int dx, int dy, EdgeFlag flag) const {
-        const int index = flag == EdgeRight ? 0 : flag == EdgeDown ? 1 : flag == EdgeDiagonal ? 2 : 3;
+        const int index = flag == EdgeRight      ? 0
+                          : flag == EdgeDown     ? 1
+                          : flag == EdgeDiagonal ? 2
+                                                 : 3;
         const auto plane = Isa::load(planes_.plane(dy, index, window_));
         return {dx < 0 ? Isa::shiftLeft64(plane, -dx) : Isa::shiftRight64(plane, dx)};
     }
@@ -392,7 +404,8 @@ class WindowFlags {
 template <typename Isa>
 bool HasStraightEdges(const std::uint8_t* flags) {
     typename Isa::Vector all = Isa::zero();
-    for (int i = 0; i < StepWindows::columns; i += Isa::bytes) all = Isa::bitOr(all, Isa::load(flags + i));
+    for (int i = 0; i < StepWindows::columns; i += Isa::bytes)
+        all = Isa::bitOr(all, Isa::load(flags + i));
     return !Isa::isZero(Isa::bitAnd(all, Isa::fill(0x03030303)));
 }
 

@@ -1,7 +1,7 @@
 // Thin names for the vector instructions of one set, so that the vector forms are written once.
 //
-// Everything here has internal linkage: the files that include it are compiled for different processors, and
-// the linker must never take one's code for another's.
+// Everything here has internal linkage: the files that include it are compiled for different
+// processors, and the linker must never take one's code for another's.
 #pragma once
 
 #include <emmintrin.h>
@@ -50,7 +50,9 @@ struct Sse2 {
     static Vector greater32(Vector a, Vector b) { return _mm_cmpgt_epi32(a, b); }
 
     /// The lowest word of each 64-bit lane, in all four words of the lane.
-    static Vector repeatLowestWord(Vector v) { return _mm_shufflehi_epi16(_mm_shufflelo_epi16(v, 0), 0); }
+    static Vector repeatLowestWord(Vector v) {
+        return _mm_shufflehi_epi16(_mm_shufflelo_epi16(v, 0), 0);
+    }
     /// The low halves of the 64-bit lanes of a and then of b, in memory order.
     static Vector lowHalves(Vector a, Vector b) {
         return _mm_castps_si128(
@@ -92,8 +94,10 @@ struct Sse2 {
         const __m128i fourTimes = _mm_unpacklo_epi16(twice, twice);
         const __m128i select = _mm_set1_epi64x(static_cast<long long>(0x8040201008040201ULL));
         const __m128i one = _mm_set1_epi8(static_cast<char>(value));
-        const __m128i low = _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(1, 1, 0, 0)), select);
-        const __m128i high = _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(3, 3, 2, 2)), select);
+        const __m128i low =
+            _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(1, 1, 0, 0)), select);
+        const __m128i high =
+            _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(3, 3, 2, 2)), select);
         out[0] = _mm_and_si128(_mm_cmpeq_epi8(low, select), one);
         out[1] = _mm_and_si128(_mm_cmpeq_epi8(high, select), one);
     }
@@ -139,8 +143,8 @@ struct Avx2 {
         return _mm256_shufflehi_epi16(_mm256_shufflelo_epi16(v, 0), 0);
     }
     static Vector lowHalves(Vector a, Vector b) {
-        const __m256 halves =
-            _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), _MM_SHUFFLE(2, 0, 2, 0));
+        const __m256 halves = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b),
+                                                _MM_SHUFFLE(2, 0, 2, 0));
         return _mm256_permute4x64_epi64(_mm256_castps_si256(halves), _MM_SHUFFLE(3, 1, 2, 0));
     }
     static std::uint32_t signs(Vector v) {
@@ -156,8 +160,12 @@ struct Avx2 {
     static Floats add(Floats a, Floats b) { return _mm256_add_ps(a, b); }
     static Floats subtract(Floats a, Floats b) { return _mm256_sub_ps(a, b); }
     static Floats magnitude(Floats v) { return _mm256_andnot_ps(_mm256_set1_ps(-0.0F), v); }
-    static Vector less(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ)); }
-    static Vector equal(Floats a, Floats b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_EQ_OQ)); }
+    static Vector less(Floats a, Floats b) {
+        return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ));
+    }
+    static Vector equal(Floats a, Floats b) {
+        return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_EQ_OQ));
+    }
 
     template <int channel>
     static Floats spread(Floats v) {
@@ -183,7 +191,8 @@ struct Avx2 {
         const __m256i places =
             _mm256_setr_epi64x(0, 0x0101010101010101, 0x0202020202020202, 0x0303030303030303);
         const __m256i select = _mm256_set1_epi64x(static_cast<long long>(0x8040201008040201ULL));
-        const __m256i bytes4 = _mm256_shuffle_epi8(_mm256_set1_epi32(static_cast<int>(bits)), places);
+        const __m256i bytes4 =
+            _mm256_shuffle_epi8(_mm256_set1_epi32(static_cast<int>(bits)), places);
         const __m256i set = _mm256_cmpeq_epi8(_mm256_and_si256(bytes4, select), select);
         out[0] = _mm256_and_si256(set, _mm256_set1_epi8(static_cast<char>(value)));
     }
@@ -226,16 +235,22 @@ struct Avx512 {
     static Vector shiftRight64(Vector v, int count) {
         return _mm512_srli_epi64(v, static_cast<unsigned>(count));
     }
-    static Vector equal16(Vector a, Vector b) { return _mm512_movm_epi16(_mm512_cmpeq_epi16_mask(a, b)); }
-    static Vector equal32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpeq_epi32_mask(a, b)); }
-    static Vector greater32(Vector a, Vector b) { return _mm512_movm_epi32(_mm512_cmpgt_epi32_mask(a, b)); }
+    static Vector equal16(Vector a, Vector b) {
+        return _mm512_movm_epi16(_mm512_cmpeq_epi16_mask(a, b));
+    }
+    static Vector equal32(Vector a, Vector b) {
+        return _mm512_movm_epi32(_mm512_cmpeq_epi32_mask(a, b));
+    }
+    static Vector greater32(Vector a, Vector b) {
+        return _mm512_movm_epi32(_mm512_cmpgt_epi32_mask(a, b));
+    }
 
     static Vector repeatLowestWord(Vector v) {
         return _mm512_shufflehi_epi16(_mm512_shufflelo_epi16(v, 0), 0);
     }
     static Vector lowHalves(Vector a, Vector b) {
-        const __m512 halves =
-            _mm512_shuffle_ps(_mm512_castsi512_ps(a), _mm512_castsi512_ps(b), _MM_SHUFFLE(2, 0, 2, 0));
+        const __m512 halves = _mm512_shuffle_ps(_mm512_castsi512_ps(a), _mm512_castsi512_ps(b),
+                                                _MM_SHUFFLE(2, 0, 2, 0));
         const __m512i places = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
         return _mm512_permutexvar_epi64(places, _mm512_castps_si512(halves));
     }
@@ -250,7 +265,9 @@ struct Avx512 {
     static Floats add(Floats a, Floats b) { return _mm512_add_ps(a, b); }
     static Floats subtract(Floats a, Floats b) { return _mm512_sub_ps(a, b); }
     static Floats magnitude(Floats v) { return _mm512_andnot_ps(_mm512_set1_ps(-0.0F), v); }
-    static Vector less(Floats a, Floats b) { return _mm512_movm_epi32(_mm512_cmp_ps_mask(a, b, _CMP_LT_OQ)); }
+    static Vector less(Floats a, Floats b) {
+        return _mm512_movm_epi32(_mm512_cmp_ps_mask(a, b, _CMP_LT_OQ));
+    }
     static Vector equal(Floats a, Floats b) {
         return _mm512_movm_epi32(_mm512_cmp_ps_mask(a, b, _CMP_EQ_OQ));
     }
@@ -260,7 +277,8 @@ struct Avx512 {
         return _mm512_shuffle_ps(v, v, _MM_SHUFFLE(channel, channel, channel, channel));
     }
     static void loadChannels(const float* p, Floats channel[4]) {
-        const __m512i alphaRed = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+        const __m512i alphaRed =
+            _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
         const __m512i greenBlue = _mm512_add_epi32(alphaRed, _mm512_set1_epi32(2));
         Floats pixels[4];  // four each
         for (std::ptrdiff_t i = 0; i < 4; ++i) pixels[i] = _mm512_loadu_ps(p + 16 * i);

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "host/plugin_path.h"
-#include "platform/platform.h"
+#include "windows_stand_in/windows_api.h"
 
 namespace {
 
@@ -56,13 +56,15 @@ std::string DefaultsFilePath(const PF_InData* inData) {
     return path;
 }
 
-// Without a path the profile functions would turn to the system's own INI file, so they are not asked.
+// Without a path the profile functions would turn to the system's own INI file, so they are not
+// asked.
 
 void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData) {
     const std::string path = DefaultsFilePath(inData);
     if (path.empty()) return;
     if (!hostIgnoresDefaults(inData)) {
-        for (const ValueKey& key : kValueKeys) ReadValue(path, kValuesSection, key.name, defaults.*key.field);
+        for (const ValueKey& key : kValueKeys)
+            ReadValue(path, kValuesSection, key.name, defaults.*key.field);
     }
     ReadValue(path, kLayoutSection, kGroupKey, defaults.colorKeyGroup);
 }

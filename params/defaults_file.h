@@ -6,8 +6,8 @@
 #include "kernel/effect_values.h"
 #include "sdk/effect_api.h"
 
-/// The default values of the controls and the choice of their layout. Values come from a file that anyone may
-/// edit: they can be any integer.
+/// The default values of the controls and the choice of their layout. Values come from a file that
+/// anyone may edit: they can be any integer.
 struct ParamDefaults : EffectValues {
     A_long colorKeyGroup;  ///< non-zero: the colour-key controls sit in a group
 
@@ -27,12 +27,12 @@ inline constexpr ParamDefaults kBuiltInDefaults{{.colorThreshold = 10,
                                                  .keyInvert = 0},
                                                 1};
 
-/// Whether stored values do not reach the host's controls: After Effects below version 12.12 of its effect
-/// interface. The layout choice counts everywhere.
+/// Whether stored values do not reach the host's controls: After Effects below version 12.12 of its
+/// effect interface. The layout choice counts everywhere.
 [[nodiscard]] bool hostIgnoresDefaults(const PF_InData* inData);
 
-/// The file's path: the module's own, as the host tells it, with the extension "ini". Empty when it does not
-/// tell.
+/// The file's path: the module's own, as the host tells it, with the extension "ini". Empty when it
+/// does not tell.
 [[nodiscard]] std::string DefaultsFilePath(const PF_InData* inData);
 
 /// Overwrites each field that the file has a key for; a file that cannot be read has none.

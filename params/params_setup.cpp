@@ -24,11 +24,13 @@ enum ParamId : A_long {
 
 constexpr PF_ParamIndex kAppend = -1;
 
-/// Adds controls one after the other, all through one record: what a control does not name stays as the one
-/// before left it.
+/// Adds controls one after the other, all through one record: what a control does not name stays as
+/// the one before left it.
 class ParamList {
   public:
-    ParamList(const PF_InData* inData, A_long uiFlags) : inData_(inData) { def_.ui_flags = uiFlags; }
+    ParamList(const PF_InData* inData, A_long uiFlags) : inData_(inData) {
+        def_.ui_flags = uiFlags;
+    }
 
     void addSlider(ParamId id, TextId name, A_long min, A_long max, A_long value) {
         def_.u.sd = {.value = value,
@@ -86,9 +88,10 @@ class ParamList {
 void AddColorKeyControls(ParamList& list, const ParamDefaults& defaults) {
     list.addCheckbox(kIdColorKeyEnable, TextId::ColorKeyEnable, TextId::ColorKeyEnableLabel,
                      defaults.colorKeyEnable, PF_ParamFlag_SUPERVISE);
-    list.addColor(kIdKeyColor, TextId::KeyColor,
-                  {255, static_cast<A_u_char>(defaults.keyRed), static_cast<A_u_char>(defaults.keyGreen),
-                   static_cast<A_u_char>(defaults.keyBlue)});
+    list.addColor(
+        kIdKeyColor, TextId::KeyColor,
+        {255, static_cast<A_u_char>(defaults.keyRed), static_cast<A_u_char>(defaults.keyGreen),
+         static_cast<A_u_char>(defaults.keyBlue)});
     list.addSlider(kIdKeyThreshold, TextId::KeyThreshold, 0, 255, defaults.keyThreshold);
     list.addCheckbox(kIdKeyInvert, TextId::KeyInvert, TextId::KeyInvertLabel, defaults.keyInvert);
 }

@@ -23,7 +23,7 @@ enum class TextId : A_long {
     RestoreDefaults = 15,
 };
 
-/// The text of that id: Japanese, in code page 932, when the language option says JP or when there is none
-/// and the system's code page is 932; English otherwise. "-" for an id without a text. The string is
-/// constant.
+/// The text of that id: Japanese, in code page 932, when the language option says JP or when there
+/// is none and the system's code page is 932; English otherwise. "-" for an id without a text. The
+/// string is constant.
 [[nodiscard]] const char* LookupString(TextId id);

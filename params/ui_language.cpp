@@ -1,6 +1,6 @@
 #include "params/ui_language.h"
 
-#include "platform/platform.h"
+#include "windows_stand_in/windows_api.h"
 
 namespace {
 
@@ -12,7 +12,8 @@ char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + '
 A_long ReadLanguageWord(const char*& text) {
     A_u_long code = 0;
     while (IsBlank(*text)) ++text;
-    for (; *text != '\0' && !IsBlank(*text); ++text) code = code << 8 | static_cast<A_u_char>(Upper(*text));
+    for (; *text != '\0' && !IsBlank(*text); ++text)
+        code = code << 8 | static_cast<A_u_char>(Upper(*text));
     return static_cast<A_long>(code);
 }
 

@@ -15,14 +15,16 @@ class ControlUpdater {
         : suites_(suites), inData_(inData), params_(params), map_(ParamIndexMapOf(params)) {}
 
     [[nodiscard]] bool has(ParamRole role) const { return map_[role] != kNoParam; }
-    [[nodiscard]] const PF_ParamDef& operator[](ParamRole role) const { return *params_[map_[role]]; }
+    [[nodiscard]] const PF_ParamDef& operator[](ParamRole role) const {
+        return *params_[map_[role]];
+    }
 
     void setFlags(ParamRole role, A_long uiFlags) {
         PF_ParamDef def = (*this)[role];
         def.ui_flags = uiFlags;
         // A control that the host does not update keeps its look; the others still follow.
-        static_cast<void>(
-            suites_.get<PF_ParamUtilsSuite1>().PF_UpdateParamUI(inData_->effect_ref, map_[role], &def));
+        static_cast<void>(suites_.get<PF_ParamUtilsSuite1>().PF_UpdateParamUI(inData_->effect_ref,
+                                                                              map_[role], &def));
     }
 
     void setEnabled(ParamRole role, bool enabled) {
@@ -49,7 +51,8 @@ void DisableAll(ControlUpdater& controls) {
 
 }  // namespace
 
-PF_Err UpdateParamsUi(const PF_InData* inData, PF_OutData* /*outData*/, PF_ParamDef* const params[]) {
+PF_Err UpdateParamsUi(const PF_InData* inData, PF_OutData* /*outData*/,
+                      PF_ParamDef* const params[]) {
     assert(inData != nullptr && params != nullptr);
     SuiteHandler suites(inData->pica_basicP);
     ControlUpdater controls(suites, inData, params);
@@ -62,7 +65,8 @@ PF_Err UpdateParamsUi(const PF_InData* inData, PF_OutData* /*outData*/, PF_Param
         controls.setFlags(ParamRole::ColorKeyEnable, PF_PUI_ECW_SEPARATOR);
     }
     const bool keyOn = enable.u.bd.value != 0;
-    for (const ParamRole role : {ParamRole::KeyColor, ParamRole::KeyThreshold, ParamRole::KeyInvert}) {
+    for (const ParamRole role :
+         {ParamRole::KeyColor, ParamRole::KeyThreshold, ParamRole::KeyInvert}) {
         controls.setEnabled(role, keyOn);
     }
     return PF_Err_NONE;

@@ -16,10 +16,12 @@ std::atomic<const ParamIndexMap*> currentMap{nullptr};
 const ParamIndexMap* CurrentParamIndexMap() { return currentMap.load(std::memory_order_acquire); }
 
 const ParamIndexMap& ChooseParamIndexMap(PF_ParamType layoutParamType) {
-    const ParamIndexMap* chosen = layoutParamType == PF_Param_CHECKBOX ? &kFlatLayout : &kGroupedLayout;
+    const ParamIndexMap* chosen =
+        layoutParamType == PF_Param_CHECKBOX ? &kFlatLayout : &kGroupedLayout;
     const ParamIndexMap* earlier = nullptr;
-    return currentMap.compare_exchange_strong(earlier, chosen, std::memory_order_acq_rel) ? *chosen
-                                                                                          : *earlier;
+    return currentMap.compare_exchange_strong(earlier, chosen, std::memory_order_acq_rel)
+               ? *chosen
+               : *earlier;
 }
 
 const ParamIndexMap& ParamIndexMapOf(PF_ParamDef* const params[]) {

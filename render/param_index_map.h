@@ -32,7 +32,8 @@ inline constexpr PF_ParamIndex kLayoutParam = 4;
 /// The indices of one of the two layouts, with or without the colour-key group.
 class ParamIndexMap {
   public:
-    constexpr explicit ParamIndexMap(const std::array<PF_ParamIndex, 10>& indices) : indices_(indices) {}
+    constexpr explicit ParamIndexMap(const std::array<PF_ParamIndex, 10>& indices)
+        : indices_(indices) {}
 
     /// The role's index, or kNoParam.
     [[nodiscard]] constexpr PF_ParamIndex operator[](ParamRole role) const {
@@ -43,7 +44,8 @@ class ParamIndexMap {
     std::array<PF_ParamIndex, 10> indices_;
 };
 
-/// The process's map: all instances have one layout, so it is chosen once and never changes. Null until then.
+/// The process's map: all instances have one layout, so it is chosen once and never changes. Null
+/// until then.
 [[nodiscard]] const ParamIndexMap* CurrentParamIndexMap();
 
 /// The process's map, chosen now if it is not yet, from the type of the parameter at kLayoutParam.

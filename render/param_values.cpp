@@ -5,8 +5,9 @@
 namespace {
 
 /// The controls, in the order in which they are checked out.
-constexpr ParamRole kControls[] = {ParamRole::ColorThreshold, ParamRole::Softness,  ParamRole::Bias,
-                                   ParamRole::KeyThreshold,   ParamRole::KeyInvert, ParamRole::ColorKeyEnable,
+constexpr ParamRole kControls[] = {ParamRole::ColorThreshold, ParamRole::Softness,
+                                   ParamRole::Bias,           ParamRole::KeyThreshold,
+                                   ParamRole::KeyInvert,      ParamRole::ColorKeyEnable,
                                    ParamRole::KeyColor};
 
 void StoreValue(EffectValues& values, ParamRole role, const PF_ParamDefUnion& value) {
@@ -48,7 +49,8 @@ class CheckedOutParam {
                                              inData->time_step, inData->time_scale, &def_)) {}
     ~CheckedOutParam() {
         // The value has been taken: nothing depends on how the host takes the parameter back.
-        if (code_ == PF_Err_NONE) static_cast<void>(inData_->inter.checkin_param(inData_->effect_ref, &def_));
+        if (code_ == PF_Err_NONE)
+            static_cast<void>(inData_->inter.checkin_param(inData_->effect_ref, &def_));
     }
     CheckedOutParam(const CheckedOutParam&) = delete;
     CheckedOutParam& operator=(const CheckedOutParam&) = delete;
@@ -62,7 +64,8 @@ class CheckedOutParam {
     PF_Err code_;
 };
 
-/// The process's map; null when it is not chosen yet and the parameter that tells the layout cannot be had.
+/// The process's map; null when it is not chosen yet and the parameter that tells the layout cannot
+/// be had.
 const ParamIndexMap* CheckoutParamIndexMap(const PF_InData* inData) {
     if (const ParamIndexMap* map = CurrentParamIndexMap()) return map;
     const CheckedOutParam param(inData, kLayoutParam);

@@ -10,8 +10,8 @@ namespace {
 
 /// Whether both images are of the depth that `getPixelData` tells; the host's code when it fails.
 template <typename Pixel>
-PF_Err ProbeDepth(PF_Err (*getPixelData)(PF_EffectWorld*, PF_PixelPtr, Pixel**), const RenderJob& job,
-                  bool& both) {
+PF_Err ProbeDepth(PF_Err (*getPixelData)(PF_EffectWorld*, PF_PixelPtr, Pixel**),
+                  const RenderJob& job, bool& both) {
     both = true;
     for (PF_EffectWorld* world : {job.inputWorld, job.outputWorld}) {
         Pixel* pixel = nullptr;
@@ -35,13 +35,14 @@ PF_Err FindPixelFormat(RenderJob& job) {
 
 }  // namespace
 
-PF_Err Render(PF_InData* inData, PF_OutData* /*outData*/, PF_ParamDef* params[], PF_LayerDef* output) {
+PF_Err Render(PF_InData* inData, PF_OutData* /*outData*/, PF_ParamDef* params[],
+              PF_LayerDef* output) {
     assert(inData != nullptr && params != nullptr && output != nullptr);
     SuiteHandler suites(inData->pica_basicP);
     PF_EffectWorld* input = &params[kInputLayerParam]->u.ld;
     if (inData->appl_id == PF_AppID_Premiere) {
-        return suites.get<PF_WorldTransformSuite1>().copy(inData->effect_ref, input, output, nullptr,
-                                                          nullptr);
+        return suites.get<PF_WorldTransformSuite1>().copy(inData->effect_ref, input, output,
+                                                          nullptr, nullptr);
     }
     RenderJob job{{}, inData, PF_PixelFormat_INVALID, input, output};
     FillJobFromParams(job, params);

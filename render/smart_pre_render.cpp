@@ -12,7 +12,8 @@
 
 namespace {
 
-// The host calls the delete function without its input record, so the way to the handle suite is remembered.
+// The host calls the delete function without its input record, so the way to the handle suite is
+// remembered.
 std::atomic<SPBasicSuite*> latestBasicSuite{nullptr};
 
 /// Given to the host with every pre-render handle.
@@ -27,7 +28,8 @@ void DeletePreRenderData(void* data) {
 
 bool IsEmpty(const PF_LRect& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
 
-/// The smallest rectangle around both; an empty one adds nothing, but two empty ones give the second.
+/// The smallest rectangle around both; an empty one adds nothing, but two empty ones give the
+/// second.
 PF_LRect Union(const PF_LRect& a, const PF_LRect& b) {
     if (IsEmpty(a)) return b;
     if (IsEmpty(b)) return a;
@@ -35,12 +37,14 @@ PF_LRect Union(const PF_LRect& a, const PF_LRect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
-/// Asks for the input layer over the area of the request, and adds what there is of it to the output's area.
-PF_Err CheckoutInput(const PF_InData* inData, const PF_RenderRequest& request, PF_PreRenderExtra* extra) {
+/// Asks for the input layer over the area of the request, and adds what there is of it to the
+/// output's area.
+PF_Err CheckoutInput(const PF_InData* inData, const PF_RenderRequest& request,
+                     PF_PreRenderExtra* extra) {
     PF_CheckoutResult layer{};
-    const PF_Err code =
-        extra->cb->checkout_layer(inData->effect_ref, kInputLayerParam, kInputCheckoutId, &request,
-                                  inData->current_time, inData->time_step, inData->time_scale, &layer);
+    const PF_Err code = extra->cb->checkout_layer(inData->effect_ref, kInputLayerParam,
+                                                  kInputCheckoutId, &request, inData->current_time,
+                                                  inData->time_step, inData->time_scale, &layer);
     if (code != PF_Err_NONE) return code;
     PF_PreRenderOutput& output = *extra->output;
     output.result_rect = Union(output.result_rect, layer.result_rect);

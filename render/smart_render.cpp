@@ -10,8 +10,8 @@
 
 namespace {
 
-/// The world suite that knows pixel formats, held for a scope. Unlike other suites its absence is told to the
-/// user, so it is acquired apart from them.
+/// The world suite that knows pixel formats, held for a scope. Unlike other suites its absence is
+/// told to the user, so it is acquired apart from them.
 class PixelFormatSuite {
   public:
     explicit PixelFormatSuite(SPBasicSuite& basicSuite) : basicSuite_(basicSuite) {
@@ -46,11 +46,13 @@ bool ReadPreRenderParams(const PF_HandleSuite1& suite, void* preRenderData, Effe
 
 PF_Err CheckoutWorlds(const PF_SmartRenderCallbacks& host, RenderJob& job) {
     const PF_InData& in = *job.inData;
-    if (const PF_Err code = host.checkout_layer_pixels(in.effect_ref, kInputCheckoutId, &job.inputWorld))
+    if (const PF_Err code =
+            host.checkout_layer_pixels(in.effect_ref, kInputCheckoutId, &job.inputWorld))
         return code;
     if (const PF_Err code = host.checkout_output(in.effect_ref, &job.outputWorld)) return code;
     // A host that succeeds without an image has nothing to be rendered into or from.
-    return job.inputWorld == nullptr || job.outputWorld == nullptr ? PF_Err_BAD_CALLBACK_PARAM : PF_Err_NONE;
+    return job.inputWorld == nullptr || job.outputWorld == nullptr ? PF_Err_BAD_CALLBACK_PARAM
+                                                                   : PF_Err_NONE;
 }
 
 /// Finds the pixel format of the images, which share one, and renders them.
@@ -61,7 +63,8 @@ PF_Err RenderWorlds(RenderJob& job, PF_OutData* outData) {
         job.inData->utils->ansi.sprintf(outData->return_msg, "Couldn't load suite.");
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    if (const PF_Err code = worlds.get()->PF_GetPixelFormat(job.inputWorld, &job.pixelFormat)) return code;
+    if (const PF_Err code = worlds.get()->PF_GetPixelFormat(job.inputWorld, &job.pixelFormat))
+        return code;
     return DispatchKernel(job);
 }
 

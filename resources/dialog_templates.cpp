@@ -1,9 +1,9 @@
 // The dialog templates, for the dialog manager's stand-in; on Windows they are in nevrel.rc.
 #include <array>
 
-#include "platform/dialog_template.h"
-#include "platform/platform.h"
 #include "resources/dialogs.h"
+#include "windows_stand_in/dialog_template.h"
+#include "windows_stand_in/windows_api.h"
 
 namespace {
 
@@ -14,8 +14,8 @@ constexpr ControlTemplate kOptionDialogControls[] = {OPTION_DIALOG_CONTROLS};
 constexpr ControlTemplate kSettingsPageControls[] = {SETTINGS_PAGE_CONTROLS};
 
 constexpr std::array<DialogTemplate, 2> kTemplates = {{
-    {OPTION_DIALOG_ID, OPTION_DIALOG_CAPTION, OPTION_DIALOG_STYLE, OPTION_DIALOG_WIDTH, OPTION_DIALOG_HEIGHT,
-     kOptionDialogControls},
+    {OPTION_DIALOG_ID, OPTION_DIALOG_CAPTION, OPTION_DIALOG_STYLE, OPTION_DIALOG_WIDTH,
+     OPTION_DIALOG_HEIGHT, kOptionDialogControls},
     {SETTINGS_PAGE_ID, "", SETTINGS_PAGE_STYLE, SETTINGS_PAGE_WIDTH, SETTINGS_PAGE_HEIGHT,
      kSettingsPageControls},
 }};

@@ -1,6 +1,7 @@
-/* The options dialog and its page: read by the resource compiler, by the code that runs the dialog and by the
-   dialog manager's stand-in. Preprocessor definitions only; whoever expands a list of controls defines
-   DIALOG_CONTROL(text, id, style, x, y, width, height) first. Positions and sizes are in dialog units. */
+/* The options dialog and its page: read by the resource compiler, by the code that runs the dialog
+   and by the dialog manager's stand-in. Preprocessor definitions only; whoever expands a list of
+   controls defines DIALOG_CONTROL(text, id, style, x, y, width, height) first. Positions and sizes
+   are in dialog units. */
 #ifndef NEVREL_RESOURCES_DIALOGS_H
 #define NEVREL_RESOURCES_DIALOGS_H
 
@@ -18,9 +19,9 @@
     (WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT | DS_FIXEDSYS)
 
 #define OK_BUTTON_ID 1040
-#define OPTION_DIALOG_CONTROLS                                                                              \
-    DIALOG_CONTROL("OK", OK_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, 226, 252, 50, \
-                   14)
+#define OPTION_DIALOG_CONTROLS                                                                     \
+    DIALOG_CONTROL("OK", OK_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, 226, \
+                   252, 50, 14)
 
 #define SETTINGS_PAGE_ID 103
 #define SETTINGS_PAGE_WIDTH 283
@@ -31,13 +32,13 @@
 #define GROUP_CHECKBOX_ID 1011
 #define RESTORE_BUTTON_ID 1012
 #define SETTINGS_BOX_ID 1015
-#define SETTINGS_PAGE_CONTROLS                                                                              \
-    DIALOG_CONTROL("-", SETTINGS_BOX_ID, WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 7, 6, 269, 80)                \
-    DIALOG_CONTROL("-", GROUP_CHECKBOX_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, 66, 21,    \
-                   199, 10)                                                                                 \
-    DIALOG_CONTROL("-", STORE_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 44, 38, 193,   \
-                   14)                                                                                      \
-    DIALOG_CONTROL("-", RESTORE_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 44, 57, 193, \
-                   14)
+#define SETTINGS_PAGE_CONTROLS                                                                     \
+    DIALOG_CONTROL("-", SETTINGS_BOX_ID, WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 7, 6, 269, 80)       \
+    DIALOG_CONTROL("-", GROUP_CHECKBOX_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX,   \
+                   66, 21, 199, 10)                                                                \
+    DIALOG_CONTROL("-", STORE_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 44,   \
+                   38, 193, 14)                                                                    \
+    DIALOG_CONTROL("-", RESTORE_BUTTON_ID, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 44, \
+                   57, 193, 14)
 
 #endif

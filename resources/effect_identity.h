@@ -1,5 +1,5 @@
-/* What the effect tells the host about itself, in global set-up and in the module resource alike. Plain
-   definitions only: the resource compiler reads this file as well. */
+/* What the effect tells the host about itself, in global set-up and in the module resource alike.
+   Plain definitions only: the resource compiler reads this file as well. */
 #ifndef NEVREL_RESOURCES_EFFECT_IDENTITY_H
 #define NEVREL_RESOURCES_EFFECT_IDENTITY_H
 
@@ -13,8 +13,8 @@
 #define NEVREL_VERSION_BUGFIX 8
 #define NEVREL_VERSION_BUILD 1
 
-/* Resource compilers know no shifts, so the composed words stand here as numbers; the C++ side holds them
-   against their parts. */
+/* Resource compilers know no shifts, so the composed words stand here as numbers; the C++ side
+   holds them against their parts. */
 #define NEVREL_VERSION_WORD 0x84601L
 #define NEVREL_OUT_FLAGS 0x6000030L
 #define NEVREL_OUT_FLAGS2 0x1418L

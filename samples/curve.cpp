@@ -25,8 +25,10 @@ double SmallCosine(double angle) {
     return 1 - s / 2 * (1 - s / 12 * (1 - s / 30 * (1 - s / 56 * (1 - s / 90 * (1 - s / 132)))));
 }
 
-/// The direction of the curve at point `i`, as long as the straight way `chord` of the piece it is asked for.
-Point Tangent(const std::vector<Point>& points, const Nodes& nodes, std::size_t i, Point chord, Ends ends) {
+/// The direction of the curve at point `i`, as long as the straight way `chord` of the piece it is
+/// asked for.
+Point Tangent(const std::vector<Point>& points, const Nodes& nodes, std::size_t i, Point chord,
+              Ends ends) {
     const std::size_t n = points.size();
     const bool atEnd = ends == Ends::open && (i == 0 || i == n - 1);
     if (nodes[i].corner || atEnd) return chord;
@@ -73,8 +75,9 @@ Nodes Straight(const std::vector<Point>& corners) {
 }
 
 Placement Placement::then(const Placement& inner) const {
-    return {xx * inner.xx + xy * inner.yx, xx * inner.xy + xy * inner.yy, yx * inner.xx + yy * inner.yx,
-            yx * inner.xy + yy * inner.yy, apply(inner.origin.x, inner.origin.y)};
+    return {xx * inner.xx + xy * inner.yx, xx * inner.xy + xy * inner.yy,
+            yx * inner.xx + yy * inner.yx, yx * inner.xy + yy * inner.yy,
+            apply(inner.origin.x, inner.origin.y)};
 }
 
 std::vector<Point> Flatten(const Nodes& nodes, Ends ends, const Placement& placement) {
@@ -92,8 +95,8 @@ std::vector<Point> Flatten(const Nodes& nodes, Ends ends, const Placement& place
         const Point toTangent = Tangent(points, nodes, j, chord, ends);
         const int steps = 2 + static_cast<int>(Length(chord) / 3);
         for (int k = 0; k < steps; ++k) {
-            line.push_back(
-                Hermite(points[i], fromTangent, points[j], toTangent, static_cast<double>(k) / steps));
+            line.push_back(Hermite(points[i], fromTangent, points[j], toTangent,
+                                   static_cast<double>(k) / steps));
         }
     }
     if (ends == Ends::open) line.push_back(points.back());

@@ -1,7 +1,7 @@
 // Smooth curves through given points, and where to put them.
 //
-// Only additions, multiplications, divisions and square roots are used, which every platform rounds alike, so
-// that a picture comes out the same everywhere.
+// Only additions, multiplications, divisions and square roots are used, which every platform rounds
+// alike, so that a picture comes out the same everywhere.
 #pragma once
 
 #include <vector>
@@ -42,6 +42,6 @@ struct Placement {
 
 enum class Ends { open, closed };
 
-/// The curve through the placed nodes as a line of points no more than about three pixels apart; a closed one
-/// does not repeat its first point.
+/// The curve through the placed nodes as a line of points no more than about three pixels apart; a
+/// closed one does not repeat its first point.
 [[nodiscard]] std::vector<Point> Flatten(const Nodes& nodes, Ends ends, const Placement& placement);

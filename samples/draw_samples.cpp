@@ -1,4 +1,5 @@
-// Draws the sample picture: draw_samples FILE, in any format that the file name's extension stands for.
+// Draws the sample picture: draw_samples FILE, in any format that the file name's extension stands
+// for.
 #include <OpenImageIO/imageio.h>
 
 #include <cstdio>
@@ -8,7 +9,8 @@
 
 namespace {
 
-/// Writes the frame without its alpha, which is opaque everywhere; false when the file cannot be written.
+/// Writes the frame without its alpha, which is opaque everywhere; false when the file cannot be
+/// written.
 bool Write(const Image8& frame, const char* path) {
     std::vector<unsigned char> bytes;
     for (const PF_Pixel p : frame.pixels) bytes.insert(bytes.end(), {p.red, p.green, p.blue});
@@ -30,6 +32,7 @@ int main(int count, char** arguments) {
         return 2;
     }
     if (Write(SamplePicture(), arguments[1])) return 0;
-    std::fprintf(stderr, "draw_samples: cannot write %s: %s\n", arguments[1], OIIO::geterror().c_str());
+    std::fprintf(stderr, "draw_samples: cannot write %s: %s\n", arguments[1],
+                 OIIO::geterror().c_str());
     return 1;
 }

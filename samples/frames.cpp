@@ -26,7 +26,8 @@ void DrawBlade(const Painter& painter, double length, double bend, PF_Pixel colo
     painter.ink({{0, 0}, {bend * 0.2, -0.5 * length}, {bend, -length}}, kFineLine);
 }
 
-/// The figure in a meadow. The blades of grass keep their size in pixels however large the frame is.
+/// The figure in a meadow. The blades of grass keep their size in pixels however large the frame
+/// is.
 Image8 Busy(int width, int height) {
     const PF_Pixel paints[] = {kGreen, kGreenShadow, kYellowShadow, kIron, kClothShadow};
     Image8 image(width, height, kGreen);
@@ -55,20 +56,22 @@ Image8 Noise(int width, int height) {
 
 constexpr int kLinePitch = 12;
 
-/// Whether a place `across` parallel lines that are alternately one and two pixels wide lies on one of them.
+/// Whether a place `across` parallel lines that are alternately one and two pixels wide lies on one
+/// of them.
 bool IsOnLine(int across) {
     const int place = across % (2 * kLinePitch);
     return place == 0 || place == kLinePitch || place == kLinePitch + 1;
 }
 
-/// Horizontal lines in the upper half, vertical ones in the lower half, so that none interrupts another. Each
-/// steps aside by one pixel half way.
+/// Horizontal lines in the upper half, vertical ones in the lower half, so that none interrupts
+/// another. Each steps aside by one pixel half way.
 Image8 Lines(int width, int height) {
     Image8 image(width, height, kWhite);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const bool upper = y < height / 2;
-            const int across = upper ? y + (x < width / 2 ? 0 : 1) : x + (y < height / 4 * 3 ? 0 : 1);
+            const int across =
+                upper ? y + (x < width / 2 ? 0 : 1) : x + (y < height / 4 * 3 ? 0 : 1);
             if (IsOnLine(across)) image.at(x, y) = kInk;
         }
     }
@@ -89,9 +92,10 @@ Image8 Diagonals(int width, int height) {
 template <typename To, typename Channel>
 Image<To> Converted(const Image8& frame, Channel channel) {
     Image<To> result(frame.width, frame.height);
-    std::transform(frame.pixels.begin(), frame.pixels.end(), result.pixels.begin(), [channel](PF_Pixel p) {
-        return To{channel(p.alpha), channel(p.red), channel(p.green), channel(p.blue)};
-    });
+    std::transform(
+        frame.pixels.begin(), frame.pixels.end(), result.pixels.begin(), [channel](PF_Pixel p) {
+            return To{channel(p.alpha), channel(p.red), channel(p.green), channel(p.blue)};
+        });
     return result;
 }
 
@@ -121,12 +125,13 @@ Image8 MakeFrame(FrameKind kind, int width, int height) {
 }
 
 Image16 ToDepth16(const Image8& frame) {
-    return Converted<PF_Pixel16>(frame,
-                                 [](A_u_char c) { return static_cast<A_u_short>((c * 32768 + 127) / 255); });
+    return Converted<PF_Pixel16>(
+        frame, [](A_u_char c) { return static_cast<A_u_short>((c * 32768 + 127) / 255); });
 }
 
 ImageFloat ToDepthFloat(const Image8& frame) {
-    return Converted<PF_PixelFloat>(frame, [](A_u_char c) { return static_cast<float>(c) / 255.0F; });
+    return Converted<PF_PixelFloat>(frame,
+                                    [](A_u_char c) { return static_cast<float>(c) / 255.0F; });
 }
 
 double EdgeShare(const Image8& frame, int threshold) {

@@ -21,6 +21,7 @@ enum class FrameKind {
 /// The same frame with float channels of 0..1.
 [[nodiscard]] ImageFloat ToDepthFloat(const Image8& frame);
 
-/// The share of pixels, 0..1, that are part of an edge: in the square of a pixel and its right, lower and
-/// lower-right neighbours, two of different pixels' colours are further apart than `threshold`.
+/// The share of pixels, 0..1, that are part of an edge: in the square of a pixel and its right,
+/// lower and lower-right neighbours, two of different pixels' colours are further apart than
+/// `threshold`.
 [[nodiscard]] double EdgeShare(const Image8& frame, int threshold);

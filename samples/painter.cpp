@@ -29,7 +29,8 @@ void VisitInside(const std::vector<Point>& line, Image8& image, Visit visit) {
     std::sort(crossings.begin(), crossings.end());
     for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
         const int y = crossings[i].first;
-        const auto [first, last] = PixelRange(crossings[i].second, crossings[i + 1].second, image.width);
+        const auto [first, last] =
+            PixelRange(crossings[i].second, crossings[i + 1].second, image.width);
         for (int x = first; x <= last; ++x) visit(image.at(x, y));
     }
 }
@@ -45,7 +46,8 @@ double SquaredDistance(Point p, Point a, Point b) {
     return ex * ex + ey * ey;
 }
 
-/// Paints the pixels whose centres are nearer than half the width to the straight piece from `a` to `b`.
+/// Paints the pixels whose centres are nearer than half the width to the straight piece from `a` to
+/// `b`.
 void PaintPiece(Image8& image, Point a, Point b, double width, PF_Pixel colour) {
     const double radius = width / 2;
     const auto [top, bottom] =
@@ -54,7 +56,8 @@ void PaintPiece(Image8& image, Point a, Point b, double width, PF_Pixel colour) 
         PixelRange(std::min(a.x, b.x) - radius, std::max(a.x, b.x) + radius, image.width);
     for (int y = top; y <= bottom; ++y) {
         for (int x = left; x <= right; ++x) {
-            if (SquaredDistance({x + 0.5, y + 0.5}, a, b) < radius * radius) image.at(x, y) = colour;
+            if (SquaredDistance({x + 0.5, y + 0.5}, a, b) < radius * radius)
+                image.at(x, y) = colour;
         }
     }
 }
@@ -78,7 +81,8 @@ Painter Painter::mirrored(double x) const {
 }
 
 void Painter::fill(const Nodes& nodes, PF_Pixel colour) const {
-    VisitInside(Flatten(nodes, Ends::closed, placement_), *image_, [=](PF_Pixel& pixel) { pixel = colour; });
+    VisitInside(Flatten(nodes, Ends::closed, placement_), *image_,
+                [=](PF_Pixel& pixel) { pixel = colour; });
 }
 
 void Painter::tone(const Nodes& nodes, PF_Pixel from, PF_Pixel to) const {

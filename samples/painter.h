@@ -1,11 +1,12 @@
-// Drawing as a cel painter does: flat fills and ink lines, every pixel one of the paints, nothing in between.
+// Drawing as a cel painter does: flat fills and ink lines, every pixel one of the paints, nothing
+// in between.
 #pragma once
 
 #include "samples/curve.h"
 #include "samples/image.h"
 
-/// An ink line: its widths at both ends and in the middle, in pixels of a 1080-line picture, and its paint.
-/// No line gets thinner than one pixel.
+/// An ink line: its widths at both ends and in the middle, in pixels of a 1080-line picture, and
+/// its paint. No line gets thinner than one pixel.
 struct Pen {
     double start, middle, end;
     PF_Pixel colour;

@@ -11,7 +11,8 @@ namespace {
 Painter Whole(Image8& image) {
     const double scale = std::min(image.width / 1920.0, image.height / 1080.0);
     // A hair off the pixel grid, so that no straight line runs exactly between two pixels.
-    const Point origin{(image.width - 1920 * scale) / 2 + 0.0137, (image.height - 1080 * scale) / 2 + 0.0071};
+    const Point origin{(image.width - 1920 * scale) / 2 + 0.0137,
+                       (image.height - 1080 * scale) / 2 + 0.0071};
     return {image, {scale, 0, 0, scale, origin}, scale};
 }
 
@@ -20,16 +21,19 @@ void DrawLantern(const Painter& painter, unsigned seed) {
     const Nodes body = {{-34, -58, corner}, {-64, -28}, {-70, 8}, {-58, 42}, {-32, 64, corner},
                         {32, 64, corner},   {58, 42},   {70, 8},  {64, -28}, {34, -58, corner}};
     painter.shape(body, kRed, kOutline);
-    painter.tone({{30, -80}, {44, -20}, {40, 30}, {10, 90, corner}, {90, 90, corner}, {90, -80, corner}},
-                 kRed, kRedShadow);
+    painter.tone(
+        {{30, -80}, {44, -20}, {40, 30}, {10, 90, corner}, {90, 90, corner}, {90, -80, corner}},
+        kRed, kRedShadow);
     for (int i = -2; i <= 2; ++i) {
         const double y = 20.0 * i - 6;
         const double half = 69.5 - 0.0085 * (y - 8) * (y - 8);
-        painter.ink({{-half, y}, {-half / 2, y + 7}, {half / 2, y + 7}, {half, y}}, {1, 1.2, 1, kRedShadow});
+        painter.ink({{-half, y}, {-half / 2, y + 7}, {half / 2, y + 7}, {half, y}},
+                    {1, 1.2, 1, kRedShadow});
     }
     DrawMarks(painter, {-24, -34}, 46, 2, {2.5, 4.5, 2.5, kInk}, seed);
     for (const double y : {-70.0, 60.0}) {
-        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), kIronShadow, kOutline);
+        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), kIronShadow,
+                      kOutline);
     }
     painter.shape(Straight({{-5, 74}, {5, 74}, {7, 88}, {-7, 88}}), kYellow, kOutline);
     for (int i = -2; i <= 2; ++i)
@@ -38,7 +42,8 @@ void DrawLantern(const Painter& painter, unsigned seed) {
 
 }  // namespace
 
-void DrawMarks(const Painter& painter, Point topLeft, double size, int count, const Pen& pen, unsigned seed) {
+void DrawMarks(const Painter& painter, Point topLeft, double size, int count, const Pen& pen,
+               unsigned seed) {
     Dice dice(seed);
     for (int i = 0; i < count; ++i) {
         const double top = topLeft.y + i * size;

@@ -1,4 +1,5 @@
-// The sample cel: a girl with a folding fan and a pinwheel beside a food stall at a summer festival.
+// The sample cel: a girl with a folding fan and a pinwheel beside a food stall at a summer
+// festival.
 //
 // All coordinates are those of a 1920 x 1080 picture.
 #pragma once
@@ -25,4 +26,5 @@ void DrawFoldingFan(const Painter& painter);
 void DrawPinwheel(const Painter& painter);
 
 /// Writing that is none: `count` characters one below the other in a square of `size` each.
-void DrawMarks(const Painter& painter, Point topLeft, double size, int count, const Pen& pen, unsigned seed);
+void DrawMarks(const Painter& painter, Point topLeft, double size, int count, const Pen& pen,
+               unsigned seed);

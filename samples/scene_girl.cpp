@@ -19,7 +19,8 @@ const Nodes kRightSleeve = {{748, 564, corner}, {830, 606},         {905, 612}, 
                             {866, 908},         {790, 870, corner}, {772, 790}, {752, 690}};
 
 void DrawFlower(const Painter& painter, PF_Pixel petal, PF_Pixel petalShadow) {
-    for (const auto& [cloth, colour] : {std::pair{kCloth, petal}, std::pair{kClothShadow, petalShadow}}) {
+    for (const auto& [cloth, colour] :
+         {std::pair{kCloth, petal}, std::pair{kClothShadow, petalShadow}}) {
         for (int i = 0; i < 5; ++i) {
             const Point d = Direction(0.2 * i - 0.05);
             painter.tone(Ellipse({19 * d.x, 19 * d.y}, 15, 15), cloth, colour);
@@ -28,10 +29,10 @@ void DrawFlower(const Painter& painter, PF_Pixel petal, PF_Pixel petalShadow) {
     }
     for (int i = 0; i < 5; ++i) {
         const Point d = Direction(0.2 * i - 0.05);
-        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}), petal,
-                     kWhite);
-        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}), petalShadow,
-                     kWhiteShadow);
+        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}),
+                     petal, kWhite);
+        painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}),
+                     petalShadow, kWhiteShadow);
     }
     for (const PF_Pixel under : {petal, petalShadow, kWhite, kWhiteShadow})
         painter.tone(Ellipse({0, 0}, 6, 6), under, kYellow);
@@ -43,8 +44,10 @@ void DrawPattern(const Painter& painter) {
     const Point yellows[] = {{390, 840},  {480, 660}, {840, 810}, {640, 1060},
                              {520, 1070}, {780, 960}, {955, 720}, {540, 750}};
     double turns = 0;
-    for (const Point p : pinks) DrawFlower(painter.placed(p, 1.0, turns += 0.07), kPink, kPinkShadow);
-    for (const Point p : yellows) DrawFlower(painter.placed(p, 0.72, turns += 0.07), kYellow, kYellowShadow);
+    for (const Point p : pinks)
+        DrawFlower(painter.placed(p, 1.0, turns += 0.07), kPink, kPinkShadow);
+    for (const Point p : yellows)
+        DrawFlower(painter.placed(p, 0.72, turns += 0.07), kYellow, kYellowShadow);
     Dice dice(4);
     for (int i = 0; i < 60; ++i) {
         const Point p{350.0 + dice.roll(660), 590.0 + dice.roll(490)};
@@ -54,7 +57,11 @@ void DrawPattern(const Painter& painter) {
 }
 
 void DrawClothShadows(const Painter& painter) {
-    painter.tone({{700, 540, corner}, {730, 640}, {716, 800, corner}, {800, 800, corner}, {800, 540, corner}},
+    painter.tone({{700, 540, corner},
+                  {730, 640},
+                  {716, 800, corner},
+                  {800, 800, corner},
+                  {800, 540, corner}},
                  kCloth, kClothShadow);
     painter.tone({{500, 876, corner},
                   {640, 912},
@@ -70,8 +77,9 @@ void DrawClothShadows(const Painter& painter) {
                   {780, 930, corner},
                   {740, 1010}},
                  kCloth, kClothShadow);
-    painter.tone({{500, 930, corner}, {520, 1010}, {500, 1100, corner}, {470, 1100, corner}, {490, 1010}},
-                 kCloth, kClothShadow);
+    painter.tone(
+        {{500, 930, corner}, {520, 1010}, {500, 1100, corner}, {470, 1100, corner}, {490, 1010}},
+        kCloth, kClothShadow);
 }
 
 void DrawTorso(const Painter& painter) {
@@ -93,9 +101,13 @@ void DrawNeckAndCollar(const Painter& painter) {
                    {666, 510},
                    {666, 470, corner}},
                   kSkin, {2, 2, 2, kSkinLine});
-    painter.tone(
-        {{604, 470, corner}, {618, 506}, {650, 528}, {664, 560}, {676, 560, corner}, {680, 470, corner}},
-        kSkin, kSkinShadow);
+    painter.tone({{604, 470, corner},
+                  {618, 506},
+                  {650, 528},
+                  {664, 560},
+                  {676, 560, corner},
+                  {680, 470, corner}},
+                 kSkin, kSkinShadow);
     painter.ink({{622, 556}, {634, 566}, {640, 580}}, {1, 1.6, 1, kSkinLine});
     painter.ink({{662, 552}, {652, 562}, {650, 572}}, {1, 1.6, 1, kSkinLine});
     painter.shape({{590, 532, corner},
@@ -112,7 +124,11 @@ void DrawNeckAndCollar(const Painter& painter) {
                    {600, 784, corner},
                    {676, 640}},
                   kWhite, kOutline);
-    painter.tone({{700, 540, corner}, {660, 640}, {584, 790, corner}, {620, 790, corner}, {700, 620, corner}},
+    painter.tone({{700, 540, corner},
+                  {660, 640},
+                  {584, 790, corner},
+                  {620, 790, corner},
+                  {700, 620, corner}},
                  kWhite, kWhiteShadow);
     painter.ink({{684, 530}, {662, 610}, {622, 690}, {580, 774}}, {1, 1.2, 1, kGreyShadow});
 }
@@ -127,9 +143,17 @@ void DrawSash(const Painter& painter) {
                    {514, 888, corner},
                    {518, 830}},
                   kSash, kOutline);
-    painter.tone({{700, 760, corner}, {718, 840}, {700, 920, corner}, {790, 920, corner}, {790, 760, corner}},
+    painter.tone({{700, 760, corner},
+                  {718, 840},
+                  {700, 920, corner},
+                  {790, 920, corner},
+                  {790, 760, corner}},
                  kSash, kSashShadow);
-    painter.tone({{500, 790, corner}, {640, 806}, {780, 790, corner}, {780, 764, corner}, {500, 764, corner}},
+    painter.tone({{500, 790, corner},
+                  {640, 806},
+                  {780, 790, corner},
+                  {780, 764, corner},
+                  {500, 764, corner}},
                  kSash, kSashShadow);
     painter.ink({{520, 800}, {580, 808}, {640, 812}}, kFineLine);
     painter.ink({{600, 870}, {680, 872}, {764, 862}}, kFineLine);
@@ -144,8 +168,8 @@ void DrawSash(const Painter& painter) {
     for (int i = 0; i < 20; ++i) {
         const double x = 526 + 12 * i;
         const double y = 848 - 0.0011 * (x - 640) * (x - 640);
-        painter.tone(Straight({{x, y - 6}, {x + 3, y - 6}, {x + 11, y + 20}, {x + 8, y + 20}}), kYellow,
-                     kYellowShadow);
+        painter.tone(Straight({{x, y - 6}, {x + 3, y - 6}, {x + 11, y + 20}, {x + 8, y + 20}}),
+                     kYellow, kYellowShadow);
     }
     painter.shape(Ellipse({640, 854}, 17, 15), kGreen, kOutline);
     painter.tone(Ellipse({648, 862}, 16, 12), kGreen, kGreenShadow);
@@ -158,11 +182,19 @@ void DrawArm(const Painter& painter, const Nodes& forearm) {
 
 void DrawHand(const Painter& painter) {
     const Pen line{1.6, 2.2, 1.6, kSkinLine};
-    painter.shape(
-        {{-26, 22}, {-34, -2}, {-26, -26}, {-2, -36}, {22, -28}, {32, -6}, {28, 20}, {8, 34}, {-12, 34}},
-        kSkin, line);
-    painter.tone({{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, kSkin,
-                 kSkinShadow);
+    painter.shape({{-26, 22},
+                   {-34, -2},
+                   {-26, -26},
+                   {-2, -36},
+                   {22, -28},
+                   {32, -6},
+                   {28, 20},
+                   {8, 34},
+                   {-12, 34}},
+                  kSkin, line);
+    painter.tone(
+        {{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, kSkin,
+        kSkinShadow);
     for (int i = 0; i < 4; ++i) {
         const double y = -22 + 14.0 * i;
         painter.shape({{-36, y},
@@ -175,9 +207,15 @@ void DrawHand(const Painter& painter) {
                        {-32, y + 6}},
                       kSkin, line);
     }
-    painter.shape(
-        {{28, -18}, {16, -34}, {-6, -44}, {-20, -42}, {-20, -33}, {-4, -30}, {10, -16}, {20, -4, corner}},
-        kSkin, line);
+    painter.shape({{28, -18},
+                   {16, -34},
+                   {-6, -44},
+                   {-20, -42},
+                   {-20, -33},
+                   {-4, -30},
+                   {10, -16},
+                   {20, -4, corner}},
+                  kSkin, line);
     painter.ink({{-18, -40}, {-12, -41}, {-10, -36}, {-16, -35}}, {1, 1.2, 1, kSkinLine});
 }
 
@@ -228,11 +266,16 @@ void DrawPinwheel(const Painter& painter) {
     const PF_Pixel shadows[] = {kSashShadow, kYellowShadow, kGreenShadow, kPinkShadow};
     for (int i = 0; i < 8; ++i) {
         const Painter blade = painter.placed({0, 0}, 1, i / 8.0 + 0.03);
-        blade.shape(
-            {{0, 0, corner}, {50, -8}, {104, 2}, {118, 30, corner}, {86, 62}, {60, 60, corner}, {40, 30}},
-            shadows[i % 4], kOutline);
-        blade.shape({{0, 0, corner}, {60, 2}, {118, 30, corner}, {90, 26}, {56, 34}, {34, 24}}, paints[i % 4],
-                    kOutline);
+        blade.shape({{0, 0, corner},
+                     {50, -8},
+                     {104, 2},
+                     {118, 30, corner},
+                     {86, 62},
+                     {60, 60, corner},
+                     {40, 30}},
+                    shadows[i % 4], kOutline);
+        blade.shape({{0, 0, corner}, {60, 2}, {118, 30, corner}, {90, 26}, {56, 34}, {34, 24}},
+                    paints[i % 4], kOutline);
         blade.ink({{18, 6}, {48, 14}, {84, 20}}, kFineLine);
     }
     painter.shape(Ellipse({0, 0}, 13, 13), kWhite, kOutline);
@@ -253,9 +296,13 @@ void DrawGirl(const Painter& painter) {
                       {332, 590, corner},
                       {366, 620},
                       {420, 646, corner}});
-    painter.tone(
-        {{420, 700, corner}, {368, 690}, {310, 630, corner}, {322, 620}, {370, 660}, {420, 672, corner}},
-        kSkin, kSkinShadow);
+    painter.tone({{420, 700, corner},
+                  {368, 690},
+                  {310, 630, corner},
+                  {322, 620},
+                  {370, 660},
+                  {420, 672, corner}},
+                 kSkin, kSkinShadow);
     DrawFoldingFan(painter.placed({1030, 520}, 1));
     DrawArm(painter, {{920, 650, corner},
                       {965, 630},
@@ -274,14 +321,26 @@ void DrawGirl(const Painter& painter) {
                  kSkin, kSkinShadow);
     painter.shape(kLeftSleeve, kCloth, kOutline);
     painter.shape(kRightSleeve, kCloth, kOutline);
-    painter.tone({{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}}, kCloth,
-                 kClothShadow);
-    painter.tone({{540, 600, corner}, {490, 720}, {480, 920, corner}, {550, 900, corner}, {560, 620, corner}},
-                 kCloth, kClothShadow);
     painter.tone(
-        {{980, 600, corner}, {948, 740}, {900, 920, corner}, {1010, 920, corner}, {1020, 620, corner}},
+        {{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}},
         kCloth, kClothShadow);
-    painter.tone({{760, 600, corner}, {800, 720}, {800, 900, corner}, {780, 900, corner}, {740, 620, corner}},
+    painter.tone({{540, 600, corner},
+                  {490, 720},
+                  {480, 920, corner},
+                  {550, 900, corner},
+                  {560, 620, corner}},
+                 kCloth, kClothShadow);
+    painter.tone({{980, 600, corner},
+                  {948, 740},
+                  {900, 920, corner},
+                  {1010, 920, corner},
+                  {1020, 620, corner}},
+                 kCloth, kClothShadow);
+    painter.tone({{760, 600, corner},
+                  {800, 720},
+                  {800, 900, corner},
+                  {780, 900, corner},
+                  {740, 620, corner}},
                  kCloth, kClothShadow);
     DrawPattern(painter);
     painter.ink({{480, 640}, {500, 720}, {486, 800}}, kLine);

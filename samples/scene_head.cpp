@@ -6,14 +6,15 @@ namespace {
 
 const Nodes kFace = {{528, 310}, {532, 380}, {552, 436}, {596, 478}, {640, 494}, {684, 478},
                      {728, 436}, {748, 380}, {752, 310}, {720, 220}, {640, 190}, {560, 220}};
-const Nodes kFringe = {{640, 118},         {560, 132},         {500, 190},         {480, 290},
-                       {490, 400},         {516, 486, corner}, {538, 420},         {548, 340},
-                       {562, 300, corner}, {556, 330},         {568, 362, corner}, {588, 330},
-                       {606, 290, corner}, {610, 330},         {634, 366, corner}, {644, 330},
-                       {650, 284, corner}, {664, 330},         {688, 356, corner}, {690, 320},
-                       {694, 286, corner}, {708, 330},         {728, 360, corner}, {726, 330},
-                       {720, 300, corner}, {736, 350},         {744, 420},         {764, 488, corner},
-                       {790, 400},         {800, 290},         {780, 190},         {720, 132}};
+const Nodes kFringe = {
+    {640, 118},         {560, 132},         {500, 190},         {480, 290},
+    {490, 400},         {516, 486, corner}, {538, 420},         {548, 340},
+    {562, 300, corner}, {556, 330},         {568, 362, corner}, {588, 330},
+    {606, 290, corner}, {610, 330},         {634, 366, corner}, {644, 330},
+    {650, 284, corner}, {664, 330},         {688, 356, corner}, {690, 320},
+    {694, 286, corner}, {708, 330},         {728, 360, corner}, {726, 330},
+    {720, 300, corner}, {736, 350},         {744, 420},         {764, 488, corner},
+    {790, 400},         {800, 290},         {780, 190},         {720, 132}};
 
 void DrawEyeShape(const Painter& painter) {
     const Nodes white = {{548, 384}, {558, 360}, {586, 350}, {612, 358},
@@ -32,10 +33,15 @@ void DrawEyeShape(const Painter& painter) {
     };
     insideEye(Ellipse({587, 388}, 26, 35), kInk);
     painter.tone(Ellipse({587, 388}, 23.5, 33), kInk, kIris);
-    painter.tone({{560, 350, corner}, {560, 392, corner}, {587, 380}, {616, 392, corner}, {616, 350, corner}},
+    painter.tone({{560, 350, corner},
+                  {560, 392, corner},
+                  {587, 380},
+                  {616, 392, corner},
+                  {616, 350, corner}},
                  kIris, kIrisShadow);
     painter.tone(Ellipse({587, 414}, 14, 9), kIris, kIrisLight);
-    for (const PF_Pixel under : {kIris, kIrisShadow}) painter.tone(Ellipse({587, 386}, 10, 17), under, kInk);
+    for (const PF_Pixel under : {kIris, kIrisShadow})
+        painter.tone(Ellipse({587, 386}, 10, 17), under, kInk);
     painter.fill({{538, 392, corner},
                   {550, 362},
                   {584, 343},
@@ -53,12 +59,14 @@ void DrawEyeShape(const Painter& painter) {
 
 void DrawFaceLines(const Painter& painter) {
     painter.ink({{644, 424}, {650, 434}, {642, 438}}, {1, 2.2, 1, kSkinLine});
-    painter.fill({{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
-                 kMouth);
+    painter.fill(
+        {{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
+        kMouth);
     painter.tone(Ellipse({640, 480}, 22, 12), kMouth, kTongue);
     painter.tone({{608, 446, corner}, {640, 461}, {672, 446, corner}}, kMouth, kWhite);
-    painter.outline({{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
-                    {2, 2, 2, kInk});
+    painter.outline(
+        {{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
+        {2, 2, 2, kInk});
     painter.ink({{602, 446}, {608, 452}}, kLine);
     painter.ink({{678, 446}, {672, 452}}, kLine);
     for (int i = 0; i < 3; ++i) {
@@ -97,12 +105,17 @@ void DrawFringe(const Painter& painter) {
                   {820, 480, corner},
                   {820, 200, corner}},
                  kHair, kHairShadow);
-    painter.tone({{520, 300, corner}, {508, 390}, {516, 500, corner}, {560, 480, corner}, {560, 310, corner}},
+    painter.tone({{520, 300, corner},
+                  {508, 390},
+                  {516, 500, corner},
+                  {560, 480, corner},
+                  {560, 310, corner}},
                  kHair, kHairShadow);
-    painter.tone(Straight({{520, 236}, {536, 214}, {546, 232}, {566, 200}, {576, 222}, {600, 190}, {608, 216},
-                           {636, 186}, {646, 214}, {672, 188}, {684, 216}, {708, 196}, {718, 224}, {744, 212},
-                           {756, 244}, {738, 236}, {726, 256}, {706, 232}, {690, 252}, {668, 226}, {650, 248},
-                           {630, 224}, {608, 250}, {592, 228}, {570, 256}, {556, 238}, {534, 262}}),
+    painter.tone(Straight({{520, 236}, {536, 214}, {546, 232}, {566, 200}, {576, 222}, {600, 190},
+                           {608, 216}, {636, 186}, {646, 214}, {672, 188}, {684, 216}, {708, 196},
+                           {718, 224}, {744, 212}, {756, 244}, {738, 236}, {726, 256}, {706, 232},
+                           {690, 252}, {668, 226}, {650, 248}, {630, 224}, {608, 250}, {592, 228},
+                           {570, 256}, {556, 238}, {534, 262}}),
                  kHair, kHairLight);
     const Nodes strands[] = {{{620, 124}, {540, 190}, {524, 300}, {522, 400}},
                              {{628, 122}, {580, 190}, {562, 298}},
@@ -123,10 +136,11 @@ void DrawFringe(const Painter& painter) {
 
 void DrawBun(const Painter& painter) {
     painter.shape(Ellipse({574, 104}, 66, 58), kHair, kOutline);
-    painter.tone({{590, 60, corner}, {616, 100}, {590, 160, corner}, {660, 160, corner}, {650, 60, corner}},
-                 kHair, kHairShadow);
-    painter.tone({{530, 90, corner}, {550, 62}, {580, 58, corner}, {562, 76}, {548, 100, corner}}, kHair,
-                 kHairLight);
+    painter.tone(
+        {{590, 60, corner}, {616, 100}, {590, 160, corner}, {660, 160, corner}, {650, 60, corner}},
+        kHair, kHairShadow);
+    painter.tone({{530, 90, corner}, {550, 62}, {580, 58, corner}, {562, 76}, {548, 100, corner}},
+                 kHair, kHairLight);
     painter.ink({{600, 150},
                  {540, 140},
                  {528, 100},
@@ -147,8 +161,8 @@ void DrawBun(const Painter& painter) {
 void DrawHairFlower(const Painter& painter) {
     for (int i = 0; i < 5; ++i) {
         const Painter petal = painter.placed({0, 0}, 1, 0.2 * i + 0.03);
-        petal.shape({{0, 0, corner}, {18, -20}, {42, -18}, {48, -2, corner}, {44, 16}, {20, 18}}, kPink,
-                    kOutline);
+        petal.shape({{0, 0, corner}, {18, -20}, {42, -18}, {48, -2, corner}, {44, 16}, {20, 18}},
+                    kPink, kOutline);
         petal.tone({{0, 0, corner}, {20, 2}, {46, 8, corner}, {40, 24}, {18, 24, corner}}, kPink,
                    kPinkShadow);
         petal.ink({{10, 0}, {24, -2}, {36, -3}}, {1, 1.2, 1, kRedShadow});
@@ -164,17 +178,19 @@ void DrawHairFlower(const Painter& painter) {
 }  // namespace
 
 void DrawBackHair(const Painter& painter) {
-    painter.shape(
-        {{640, 120},         {540, 140},         {486, 220},         {474, 330},         {482, 430},
-         {498, 520},         {508, 572, corner}, {532, 540},         {544, 520, corner}, {552, 560},
-         {574, 590, corner}, {592, 560},         {604, 530, corner}, {676, 530, corner}, {690, 560},
-         {704, 588, corner}, {728, 556},         {736, 520, corner}, {750, 546},         {774, 570, corner},
-         {788, 510},         {800, 430},         {806, 330},         {794, 220},         {740, 140}},
-        kHairShadow, kOutline);
+    painter.shape({{640, 120},         {540, 140},         {486, 220},         {474, 330},
+                   {482, 430},         {498, 520},         {508, 572, corner}, {532, 540},
+                   {544, 520, corner}, {552, 560},         {574, 590, corner}, {592, 560},
+                   {604, 530, corner}, {676, 530, corner}, {690, 560},         {704, 588, corner},
+                   {728, 556},         {736, 520, corner}, {750, 546},         {774, 570, corner},
+                   {788, 510},         {800, 430},         {806, 330},         {794, 220},
+                   {740, 140}},
+                  kHairShadow, kOutline);
     for (int i = 0; i < 9; ++i) {
         const double x = 492 + 9.0 * i;
         painter.ink({{x, 430}, {x + 4, 490}, {x + 12, 540.0 - 8 * (i % 3)}}, {1, 1.5, 1, kInk});
-        painter.ink({{1280 - x, 430}, {1276 - x, 490}, {1268 - x, 540.0 - 8 * (i % 3)}}, {1, 1.5, 1, kInk});
+        painter.ink({{1280 - x, 430}, {1276 - x, 490}, {1268 - x, 540.0 - 8 * (i % 3)}},
+                    {1, 1.5, 1, kInk});
     }
 }
 

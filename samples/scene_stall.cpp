@@ -7,9 +7,11 @@ namespace {
 constexpr Pen Band(double width, PF_Pixel colour) { return {width, width, width, colour}; }
 
 void DrawPost(const Painter& painter, double x, double top, double bottom) {
-    painter.shape(Straight({{x - 9, top}, {x + 9, top}, {x + 9, bottom}, {x - 9, bottom}}), kWood, kOutline);
-    painter.fill(Straight({{x + 2, top + 1}, {x + 8, top + 1}, {x + 8, bottom - 1}, {x + 2, bottom - 1}}),
-                 kWoodShadow);
+    painter.shape(Straight({{x - 9, top}, {x + 9, top}, {x + 9, bottom}, {x - 9, bottom}}), kWood,
+                  kOutline);
+    painter.fill(
+        Straight({{x + 2, top + 1}, {x + 8, top + 1}, {x + 8, bottom - 1}, {x + 2, bottom - 1}}),
+        kWoodShadow);
 }
 
 void DrawAwning(const Painter& painter) {
@@ -31,13 +33,16 @@ void DrawAwning(const Painter& painter) {
                       red ? kRedShadow : kWhiteShadow, kOutline);
     }
     painter.tone(Straight({{1600, 310}, {1820, 310}, {1860, 430}, {1690, 430}}), kRed, kRedShadow);
-    painter.tone(Straight({{1600, 310}, {1820, 310}, {1860, 430}, {1690, 430}}), kWhite, kWhiteShadow);
+    painter.tone(Straight({{1600, 310}, {1820, 310}, {1860, 430}, {1690, 430}}), kWhite,
+                 kWhiteShadow);
     painter.shape(Straight({{1192, 300}, {1810, 300}, {1810, 320}, {1192, 320}}), kWood, kOutline);
 }
 
 void DrawSign(const Painter& painter) {
-    painter.shape(Straight({{1330, 212}, {1672, 196}, {1676, 292}, {1334, 300}}), kWoodLight, kOutline);
-    painter.outline(Straight({{1340, 221}, {1663, 206}, {1667, 284}, {1343, 291}}), Band(1.3, kWoodShadow));
+    painter.shape(Straight({{1330, 212}, {1672, 196}, {1676, 292}, {1334, 300}}), kWoodLight,
+                  kOutline);
+    painter.outline(Straight({{1340, 221}, {1663, 206}, {1667, 284}, {1343, 291}}),
+                    Band(1.3, kWoodShadow));
     for (int i = 0; i < 4; ++i) {
         DrawMarks(painter.placed({1358.0 + 76 * i, 226.0 - 3.6 * i}, 1, -0.006), {0, 0}, 60, 1,
                   {3, 5, 3, i % 2 == 0 ? kRed : kInk}, 21U + static_cast<unsigned>(i));
@@ -46,20 +51,28 @@ void DrawSign(const Painter& painter) {
 
 void DrawBody(const Painter& painter) {
     painter.shape(Straight({{1206, 660}, {1796, 660}, {1796, 880}, {1206, 880}}), kWood, kOutline);
-    painter.tone(Straight({{1206, 660}, {1796, 660}, {1796, 694}, {1206, 694}}), kWood, kWoodShadow);
-    painter.tone(Straight({{1720, 660}, {1796, 660}, {1796, 880}, {1760, 880}}), kWood, kWoodShadow);
-    for (int i = 1; i < 8; ++i) painter.ink({{1206 + 73.75 * i, 662}, {1206 + 73.75 * i, 878}}, kFineLine);
+    painter.tone(Straight({{1206, 660}, {1796, 660}, {1796, 694}, {1206, 694}}), kWood,
+                 kWoodShadow);
+    painter.tone(Straight({{1720, 660}, {1796, 660}, {1796, 880}, {1760, 880}}), kWood,
+                 kWoodShadow);
+    for (int i = 1; i < 8; ++i)
+        painter.ink({{1206 + 73.75 * i, 662}, {1206 + 73.75 * i, 878}}, kFineLine);
     for (int i = 0; i < 8; ++i) {
         const double x = 1222 + 73.75 * i;
         painter.ink({{x, 700}, {x + 6, 740}, {x - 2, 790}, {x + 4, 840.0 + 3 * (i % 4)}},
                     {1, 1, 1, kWoodShadow});
-        painter.ink({{x + 36, 720.0 + 9 * (i % 3)}, {x + 28, 780}, {x + 38, 860}}, {1, 1, 1, kWoodShadow});
-        if (i % 2 == 0) painter.outline(Ellipse({x + 20, 760.0 + 14 * (i % 3)}, 5, 9), Band(1, kWoodShadow));
+        painter.ink({{x + 36, 720.0 + 9 * (i % 3)}, {x + 28, 780}, {x + 38, 860}},
+                    {1, 1, 1, kWoodShadow});
+        if (i % 2 == 0)
+            painter.outline(Ellipse({x + 20, 760.0 + 14 * (i % 3)}, 5, 9), Band(1, kWoodShadow));
     }
-    painter.shape(Straight({{1180, 640}, {1822, 640}, {1826, 664}, {1176, 664}}), kWoodLight, kOutline);
-    painter.shape(Straight({{1190, 876}, {1812, 876}, {1812, 900}, {1190, 900}}), kWoodShadow, kOutline);
+    painter.shape(Straight({{1180, 640}, {1822, 640}, {1826, 664}, {1176, 664}}), kWoodLight,
+                  kOutline);
+    painter.shape(Straight({{1190, 876}, {1812, 876}, {1812, 900}, {1190, 900}}), kWoodShadow,
+                  kOutline);
     painter.shape(Straight({{1192, 884}, {1110, 800}, {1122, 790}, {1212, 876}}), kWood, kOutline);
-    painter.shape(Straight({{1760, 900}, {1784, 900}, {1780, 1058}, {1764, 1058}}), kWood, kOutline);
+    painter.shape(Straight({{1760, 900}, {1784, 900}, {1780, 1058}, {1764, 1058}}), kWood,
+                  kOutline);
 }
 
 void DrawMenu(const Painter& painter) {
@@ -67,8 +80,9 @@ void DrawMenu(const Painter& painter) {
     painter.ink({{1704, 664}, {1664, 703}}, kFineLine);
     painter.ink({{1704, 664}, {1750, 699}}, kFineLine);
     for (int i = 0; i < 6; ++i) {
-        DrawMarks(painter.placed({1752.0 - 21 * i, 712.0 + i}, 1, -0.006), {0, 0}, 16, i % 2 == 0 ? 8 : 6,
-                  {1.2, 1.4, 1, i == 0 ? kRed : kInk}, 40U + static_cast<unsigned>(i));
+        DrawMarks(painter.placed({1752.0 - 21 * i, 712.0 + i}, 1, -0.006), {0, 0}, 16,
+                  i % 2 == 0 ? 8 : 6, {1.2, 1.4, 1, i == 0 ? kRed : kInk},
+                  40U + static_cast<unsigned>(i));
     }
 }
 
@@ -95,8 +109,9 @@ void DrawWheel(const Painter& painter) {
         painter.shape(Ellipse({180 * d.x, 180 * d.y}, 3, 3), kIron, kFineLine);
     }
     painter.shape(Ellipse({0, 0}, 40, 40), kWood, kOutline);
-    painter.tone({{10, -50, corner}, {20, 0}, {-16, 50, corner}, {60, 50, corner}, {60, -50, corner}}, kWood,
-                 kWoodShadow);
+    painter.tone(
+        {{10, -50, corner}, {20, 0}, {-16, 50, corner}, {60, 50, corner}, {60, -50, corner}}, kWood,
+        kWoodShadow);
     painter.shape(Ellipse({0, 0}, 22, 22), kIron, kOutline);
     painter.tone(Ellipse({6, 7}, 18, 18), kIron, kIronShadow);
     painter.shape(Ellipse({0, 0}, 8, 8), kYellow, kFineLine);
@@ -111,9 +126,10 @@ void DrawGoldfish(const Painter& painter) {
                    {44, 14},
                    {28, 4, corner}},
                   kSash, kFineLine);
-    painter.shape({{-30, 2}, {-14, -13}, {12, -12}, {32, -2, corner}, {12, 12}, {-14, 14}}, kRed, kFineLine);
-    painter.tone({{-30, 4, corner}, {0, 8}, {34, 0, corner}, {10, 20, corner}, {-20, 20, corner}}, kRed,
-                 kRedShadow);
+    painter.shape({{-30, 2}, {-14, -13}, {12, -12}, {32, -2, corner}, {12, 12}, {-14, 14}}, kRed,
+                  kFineLine);
+    painter.tone({{-30, 4, corner}, {0, 8}, {34, 0, corner}, {10, 20, corner}, {-20, 20, corner}},
+                 kRed, kRedShadow);
     painter.fill(Ellipse({-18, -3}, 4.5, 4.5), kWhite);
     painter.fill(Ellipse({-19, -3}, 2.2, 2.2), kInk);
     painter.ink({{-6, -10}, {-2, 0}, {-6, 11}}, kFineLine);
@@ -145,10 +161,12 @@ void DrawBowl(const Painter& painter) {
 
 void DrawApple(const Painter& painter) {
     painter.shape(Straight({{-3, -60}, {3, -60}, {3, 0}, {-3, 0}}), kWoodLight, kFineLine);
-    painter.shape({{0, -16}, {-26, -10}, {-32, 16}, {-18, 40}, {0, 44}, {18, 40}, {32, 16}, {26, -10}}, kRed,
-                  kOutline);
-    painter.tone({{14, -20, corner}, {18, 14}, {-12, 50, corner}, {40, 50, corner}, {40, -20, corner}}, kRed,
-                 kRedShadow);
+    painter.shape(
+        {{0, -16}, {-26, -10}, {-32, 16}, {-18, 40}, {0, 44}, {18, 40}, {32, 16}, {26, -10}}, kRed,
+        kOutline);
+    painter.tone(
+        {{14, -20, corner}, {18, 14}, {-12, 50, corner}, {40, 50, corner}, {40, -20, corner}}, kRed,
+        kRedShadow);
     painter.fill({{-20, -2}, {-24, 12}, {-16, 22}, {-14, 8}}, kWhite);
 }
 
@@ -166,8 +184,9 @@ void DrawCatHead(const Painter& painter) {
                    {0, 34},
                    {-34, 26}},
                   kYellow, kOutline);
-    painter.tone({{20, -56, corner}, {36, -10}, {20, 40, corner}, {70, 40, corner}, {70, -76, corner}},
-                 kYellow, kYellowShadow);
+    painter.tone(
+        {{20, -56, corner}, {36, -10}, {20, 40, corner}, {70, 40, corner}, {70, -76, corner}},
+        kYellow, kYellowShadow);
     painter.fill({{-48, -60, corner}, {-46, -40, corner}, {-34, -46, corner}}, kPink);
     painter.fill({{48, -60, corner}, {46, -40, corner}, {34, -46, corner}}, kPinkShadow);
     for (const double x : {-12.0, 0.0, 12.0}) {
@@ -176,8 +195,9 @@ void DrawCatHead(const Painter& painter) {
     for (const double side : {-1.0, 1.0}) {
         painter.ink({{side * 14, -8}, {side * 24, -16}, {side * 34, -8}}, kBoldLine);
         for (int i = -1; i <= 1; ++i) {
-            painter.ink({{side * 30, 10.0 + 4 * i}, {side * 56, 8.0 + 9 * i}, {side * 80, 10.0 + 15 * i}},
-                        kFineLine);
+            painter.ink(
+                {{side * 30, 10.0 + 4 * i}, {side * 56, 8.0 + 9 * i}, {side * 80, 10.0 + 15 * i}},
+                kFineLine);
         }
     }
     painter.fill({{-6, 4, corner}, {6, 4, corner}, {0, 11, corner}}, kPinkShadow);
@@ -186,33 +206,49 @@ void DrawCatHead(const Painter& painter) {
 }
 
 void DrawCat(const Painter& painter) {
-    painter.shape(
-        {{60, 70}, {100, 60}, {116, 20}, {104, -20}, {112, -36}, {126, -24}, {136, 24}, {112, 78}, {64, 92}},
-        kYellow, kOutline);
-    for (const double y : {-4.0, 16.0, 36.0}) painter.tone(Ellipse({126, y}, 16, 4), kYellow, kYellowShadow);
-    painter.shape({{-30, -30}, {-52, 30}, {-62, 96, corner}, {70, 96, corner}, {78, 50}, {60, 0}, {30, -30}},
+    painter.shape({{60, 70},
+                   {100, 60},
+                   {116, 20},
+                   {104, -20},
+                   {112, -36},
+                   {126, -24},
+                   {136, 24},
+                   {112, 78},
+                   {64, 92}},
                   kYellow, kOutline);
-    painter.tone({{30, -30, corner}, {50, 30}, {40, 100, corner}, {90, 100, corner}, {90, -30, corner}},
-                 kYellow, kYellowShadow);
+    for (const double y : {-4.0, 16.0, 36.0})
+        painter.tone(Ellipse({126, y}, 16, 4), kYellow, kYellowShadow);
+    painter.shape(
+        {{-30, -30}, {-52, 30}, {-62, 96, corner}, {70, 96, corner}, {78, 50}, {60, 0}, {30, -30}},
+        kYellow, kOutline);
+    painter.tone(
+        {{30, -30, corner}, {50, 30}, {40, 100, corner}, {90, 100, corner}, {90, -30, corner}},
+        kYellow, kYellowShadow);
     painter.tone({{-20, 0}, {-30, 50}, {0, 90}, {26, 50}, {14, 0}}, kYellow, kWhite);
     for (const double x : {-30.0, 16.0}) {
-        painter.shape({{x - 18, 98, corner}, {x - 18, 84}, {x, 76}, {x + 18, 84}, {x + 18, 98, corner}},
-                      kWhite, kOutline);
+        painter.shape(
+            {{x - 18, 98, corner}, {x - 18, 84}, {x, 76}, {x + 18, 84}, {x + 18, 98, corner}},
+            kWhite, kOutline);
         painter.ink({{x - 6, 86}, {x - 6, 97}}, kFineLine);
         painter.ink({{x + 6, 86}, {x + 6, 97}}, kFineLine);
     }
     painter.ink({{-8, 40}, {-14, 64}, {-12, 82}}, kLine);
     painter.ink({{0, 40}, {-2, 64}, {-2, 82}}, kFineLine);
-    painter.shape(
-        {{-40, -16, corner}, {0, 0}, {40, -16, corner}, {38, -4, corner}, {0, 12}, {-38, -4, corner}}, kRed,
-        kOutline);
+    painter.shape({{-40, -16, corner},
+                   {0, 0},
+                   {40, -16, corner},
+                   {38, -4, corner},
+                   {0, 12},
+                   {-38, -4, corner}},
+                  kRed, kOutline);
     painter.shape(Ellipse({0, 10}, 10, 10), kYellow, kOutline);
     painter.ink({{-10, 10}, {10, 10}}, kFineLine);
     DrawCatHead(painter.placed({-4, -48}, 1, -0.02));
 }
 
 void DrawBanner(const Painter& painter) {
-    painter.shape(Straight({{1858, 180}, {1866, 180}, {1866, 1058}, {1858, 1058}}), kIron, kOutline);
+    painter.shape(Straight({{1858, 180}, {1866, 180}, {1866, 1058}, {1858, 1058}}), kIron,
+                  kOutline);
     painter.shape(Ellipse({1862, 176}, 9, 9), kYellow, kOutline);
     painter.shape({{1858, 204, corner},
                    {1892, 196},
@@ -231,8 +267,9 @@ void DrawBanner(const Painter& painter) {
                    {1820, 306},
                    {1858, 296, corner}},
                   kGreen, kOutline);
-    painter.tone({{1858, 204, corner}, {1836, 214}, {1846, 260}, {1836, 310, corner}, {1858, 300, corner}},
-                 kGreen, kGreenShadow);
+    painter.tone(
+        {{1858, 204, corner}, {1836, 214}, {1846, 260}, {1836, 310, corner}, {1858, 300, corner}},
+        kGreen, kGreenShadow);
     DrawMarks(painter, {1792, 226}, 52, 1, {3, 5, 3, kWhite}, 61);
     DrawMarks(painter, {1864, 230}, 42, 10, {2, 3, 2, kClothShadow}, 66);
 }
@@ -246,8 +283,8 @@ void DrawStall(const Painter& painter) {
         const double x = 1300 + 82.0 * i;
         painter.ink({{x, 440}, {x + 2, 480}}, kFineLine);
         const Painter strip = painter.placed({x, 480}, 1, i % 2 == 0 ? 0.008 : -0.01);
-        strip.shape(Straight({{-14, 0}, {16, 0}, {16, 62}, {-14, 62}}), i % 3 == 0 ? kYellow : kWhite,
-                    kFineLine);
+        strip.shape(Straight({{-14, 0}, {16, 0}, {16, 62}, {-14, 62}}),
+                    i % 3 == 0 ? kYellow : kWhite, kFineLine);
         DrawMarks(strip, {-8, 4}, 18, 3, {1.2, 1.6, 1.2, kInk}, 80U + static_cast<unsigned>(i));
     }
     DrawAwning(painter);
@@ -255,7 +292,8 @@ void DrawStall(const Painter& painter) {
     DrawBody(painter);
     DrawMenu(painter);
     DrawBowl(painter.placed({1350, 608}, 1));
-    for (int i = 0; i < 3; ++i) DrawApple(painter.placed({1474.0 + 60 * i, 596}, 0.86, 0.006 * (i - 1)));
+    for (int i = 0; i < 3; ++i)
+        DrawApple(painter.placed({1474.0 + 60 * i, 596}, 0.86, 0.006 * (i - 1)));
     DrawCat(painter.placed({1684, 546}, 1));
     DrawWheel(painter.placed({1424, 872}, 1));
     DrawBanner(painter);

@@ -1,5 +1,5 @@
-// The host's published 64-bit effect interface, as far as the effect uses it. Members that it never touches
-// are declared as reserved pointers or bytes of the right size.
+// The host's published 64-bit effect interface, as far as the effect uses it. Members that it never
+// touches are declared as reserved pointers or bytes of the right size.
 #pragma once
 
 #include "sdk/effect_callbacks.h"     // IWYU pragma: export

@@ -10,8 +10,8 @@ inline constexpr std::size_t PF_MAX_PATH_LEN = 260;
 
 /// Parameters: their declaration, and their values at any time of the composition.
 struct PF_InteractCallbacks {
-    PF_Err (*checkout_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time, A_long time_step,
-                             A_u_long time_scale, PF_ParamDef* param);
+    PF_Err (*checkout_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time,
+                             A_long time_step, A_u_long time_scale, PF_ParamDef* param);
     PF_Err (*checkin_param)(PF_ProgPtr effect_ref, PF_ParamDef* param);
     PF_Err (*add_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, PF_ParamDef* def);
     void* unused_callbacks[6];
@@ -43,8 +43,8 @@ NEVREL_CHECK_FIELD(PF_ANSICallbacksBlock, asin, 136);
 NEVREL_CHECK_FIELD(PF_ANSICallbacksBlock, acos, 144);
 NEVREL_CHECK_FIELD(PF_ANSICallbacksBlock, unused_longA, 152);
 
-/// Everything else that needs no suite. get_pixel_data8 and get_pixel_data16 give a null pixel for a world of
-/// another depth.
+/// Everything else that needs no suite. get_pixel_data8 and get_pixel_data16 give a null pixel for
+/// a world of another depth.
 struct PF_UtilCallbacks {
     void* unused_callbacks[26];
     PF_ANSICallbacksBlock ansi;

@@ -31,5 +31,5 @@ inline constexpr A_long PF_OutFlag2_FLOAT_COLOR_AWARE = 0x1000;
 inline constexpr A_long PF_Stage_RELEASE = 3;
 
 /// The module's one export.
-using PF_EntryPoint = PF_Err (*)(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef* params[],
-                                 PF_LayerDef* output, void* extra);
+using PF_EntryPoint = PF_Err (*)(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data,
+                                 PF_ParamDef* params[], PF_LayerDef* output, void* extra);

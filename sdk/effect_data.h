@@ -11,7 +11,8 @@ struct PF_SoundWorld {
 };
 NEVREL_CHECK_RECORD(PF_SoundWorld, 32, 8);
 
-/// What every command comes with. Everything behind a pointer is the host's for the length of the command.
+/// What every command comes with. Everything behind a pointer is the host's for the length of the
+/// command.
 struct PF_InData {
     PF_InteractCallbacks inter;
     PF_UtilCallbacks* utils;

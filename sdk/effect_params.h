@@ -72,7 +72,8 @@ union PF_ParamDefUnion {
 };
 NEVREL_CHECK_RECORD(PF_ParamDefUnion, 120, 8);
 
-/// A parameter: its declaration and, in the array that comes with a command, its value at that time.
+/// A parameter: its declaration and, in the array that comes with a command, its value at that
+/// time.
 struct PF_ParamDef {
     union {
         A_long id;

@@ -56,8 +56,8 @@ NEVREL_CHECK_FIELD(PF_PreRenderInput, gpu_data, 48);
 NEVREL_CHECK_FIELD(PF_PreRenderInput, what_gpu, 56);
 NEVREL_CHECK_FIELD(PF_PreRenderInput, device_index, 60);
 
-/// What the effect will give. The host keeps `pre_render_data` for the render command and calls the delete
-/// function with it in the end.
+/// What the effect will give. The host keeps `pre_render_data` for the render command and calls the
+/// delete function with it in the end.
 struct PF_PreRenderOutput {
     PF_LRect result_rect;
     PF_LRect max_result_rect;
@@ -76,7 +76,8 @@ NEVREL_CHECK_FIELD(PF_PreRenderOutput, flags, 34);
 NEVREL_CHECK_FIELD(PF_PreRenderOutput, pre_render_data, 40);
 NEVREL_CHECK_FIELD(PF_PreRenderOutput, delete_pre_render_data_func, 48);
 
-/// Asks for the area of a layer; its pixels are checked out under the same id when they are rendered.
+/// Asks for the area of a layer; its pixels are checked out under the same id when they are
+/// rendered.
 struct PF_PreRenderCallbacks {
     PF_Err (*checkout_layer)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long checkout_id,
                              const PF_RenderRequest* request, A_long what_time, A_long time_step,
@@ -117,7 +118,8 @@ NEVREL_CHECK_FIELD(PF_SmartRenderInput, device_index, 68);
 
 /// Lends the images of one render command.
 struct PF_SmartRenderCallbacks {
-    PF_Err (*checkout_layer_pixels)(PF_ProgPtr effect_ref, A_long checkout_id, PF_EffectWorld** pixels);
+    PF_Err (*checkout_layer_pixels)(PF_ProgPtr effect_ref, A_long checkout_id,
+                                    PF_EffectWorld** pixels);
     PF_Err (*checkin_layer_pixels)(PF_ProgPtr effect_ref, A_long checkout_id);
     PF_Err (*checkout_output)(PF_ProgPtr effect_ref, PF_EffectWorld** output);
 };

@@ -14,8 +14,10 @@ NEVREL_CHECK_FIELD(SPBasicSuite, AcquireSuite, 0);
 NEVREL_CHECK_FIELD(SPBasicSuite, ReleaseSuite, 8);
 
 inline constexpr char kPFHandleSuite[] = "PF Handle Suite";
-inline constexpr A_long kPFHandleSuiteVersion1 = 2;  // the record's name counts revisions, not wire versions
-/// Memory of the host's; a new handle is null when there is none, a lock when the handle cannot be locked.
+inline constexpr A_long kPFHandleSuiteVersion1 =
+    2;  // the record's name counts revisions, not wire versions
+/// Memory of the host's; a new handle is null when there is none, a lock when the handle cannot be
+/// locked.
 struct PF_HandleSuite1 {
     PF_Handle (*host_new_handle)(A_HandleSize size);
     void* (*host_lock_handle)(PF_Handle handle);
@@ -76,8 +78,8 @@ struct PF_WorldTransformSuite1 {
     void* composite_rect;
     void* blend;
     void* convolve;
-    PF_Err (*copy)(PF_ProgPtr effect_ref, PF_EffectWorld* src, PF_EffectWorld* dst, PF_Rect* src_rect,
-                   PF_Rect* dst_rect);
+    PF_Err (*copy)(PF_ProgPtr effect_ref, PF_EffectWorld* src, PF_EffectWorld* dst,
+                   PF_Rect* src_rect, PF_Rect* dst_rect);
     void* unused_functions[3];
 };
 NEVREL_CHECK_RECORD(PF_WorldTransformSuite1, 56, 8);
@@ -97,7 +99,8 @@ NEVREL_CHECK_RECORD(PF_ParamUtilsSuite1, 80, 8);
 NEVREL_CHECK_FIELD(PF_ParamUtilsSuite1, PF_UpdateParamUI, 0);
 
 inline constexpr char kPFAppSuite[] = "PF AE App Suite";
-inline constexpr A_long kPFAppSuiteVersion4 = 6;  // likewise; later revisions move PF_IsRenderEngine
+inline constexpr A_long kPFAppSuiteVersion4 =
+    6;  // likewise; later revisions move PF_IsRenderEngine
 /// Tells how After Effects runs.
 struct PFAppSuite4 {
     void* unused_functions[5];

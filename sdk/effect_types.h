@@ -1,7 +1,8 @@
 // The host's basic types and codes.
 //
-// Names and layouts are those of the host's published 64-bit effect interface. The records use natural
-// alignment, which is the same on 64-bit Windows and 64-bit Linux, so one declaration serves both.
+// Names and layouts are those of the host's published 64-bit effect interface. The records use
+// natural alignment, which is the same on 64-bit Windows and 64-bit Linux, so one declaration
+// serves both.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +27,8 @@ using PF_Handle = void**;
 using PF_ProgPtr = struct PF_EffectInstance*;
 using PF_PixelPtr = struct PF_OpaquePixels*;
 
-/// A four-character code as the host's application ids: first character in the most significant byte.
+/// A four-character code as the host's application ids: first character in the most significant
+/// byte.
 constexpr A_long PF_ApplicationCode(const char (&text)[5]) {
     A_u_long code = 0;
     for (int i = 0; i < 4; ++i) code = code << 8 | static_cast<A_u_char>(text[i]);

@@ -1,10 +1,10 @@
-// Objects over the windows of the dialog manager: each dialog or page is an object that gets its window's
-// messages. They live on the stack of whoever shows them.
+// Objects over the windows of the dialog manager: each dialog or page is an object that gets its
+// window's messages. They live on the stack of whoever shows them.
 #pragma once
 
 #include <cstdint>
 
-#include "platform/platform.h"
+#include "windows_stand_in/windows_api.h"
 
 /// What handles the messages of a window.
 class Dialog {
@@ -16,8 +16,8 @@ class Dialog {
     ~Dialog() = default;
 };
 
-/// The procedure of every dialog and page: binds the window to the Dialog given at its creation, which then
-/// gets all messages. Returns 0 for messages that come before.
+/// The procedure of every dialog and page: binds the window to the Dialog given at its creation,
+/// which then gets all messages. Returns 0 for messages that come before.
 INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// A page: a child dialog with a template of its own. Outlives its window.
@@ -50,6 +50,6 @@ class DialogWindow : public Dialog {
     ~DialogWindow();
 };
 
-/// Creates the window of `page` from the owner's module, as a child of the owner's `window`. Null when it
-/// cannot.
+/// Creates the window of `page` from the owner's module, as a child of the owner's `window`. Null
+/// when it cannot.
 HWND CreatePage(const DialogWindow& owner, HWND window, WORD templateId, DialogComponent& page);

@@ -14,7 +14,8 @@ void CenterOver(HWND window, HWND owner) {
     if (!GetWindowRect(window, &w) || !GetWindowRect(owner, &o)) return;
     const int width = w.right - w.left;
     const int height = w.bottom - w.top;
-    MoveWindow(window, (o.left + o.right - width) / 2, (o.top + o.bottom - height) / 2, width, height, TRUE);
+    MoveWindow(window, (o.left + o.right - width) / 2, (o.top + o.bottom - height) / 2, width,
+               height, TRUE);
 }
 
 HWND HostWindow(const PF_InData& inData) {
@@ -64,8 +65,8 @@ void DoDialog(PF_InData* inData, PF_ParamDef* params[]) {
     const SuiteHandler suites(inData->pica_basicP);
     HWND parent = HostWindow(*inData);
     HMODULE instance = OwnModule(*inData);
-    // Without a module of its own to look into, the dialog manager would take the host's dialog of the same
-    // id.
+    // Without a module of its own to look into, the dialog manager would take the host's dialog of
+    // the same id.
     if (instance == nullptr) return;
 
     OptionDialog dialog(inData, params);

@@ -16,6 +16,6 @@ class OptionDialog : public DialogWindow {
     SettingDialog settings;
 };
 
-/// Shows the options dialog and, when the defaults were changed in it, writes their file. Throws a PF_Err
-/// when the host gives no basic suite.
+/// Shows the options dialog and, when the defaults were changed in it, writes their file. Throws a
+/// PF_Err when the host gives no basic suite.
 void DoDialog(PF_InData* inData, PF_ParamDef* params[]);

@@ -79,7 +79,8 @@ INT_PTR SettingDialog::onCommand(WORD control) {
 INT_PTR SettingDialog::onDestroy(HWND window) {
     HWND checkbox = GetDlgItem(window, GROUP_CHECKBOX_ID);
     if (checkbox == nullptr) return 1;
-    const bool checked = SendMessageA(checkbox, BM_GETCHECK, 0, 0) == static_cast<LRESULT>(BST_CHECKED);
+    const bool checked =
+        SendMessageA(checkbox, BM_GETCHECK, 0, 0) == static_cast<LRESULT>(BST_CHECKED);
     editedDefaults.colorKeyGroup = checked ? 1 : 0;
     return 1;
 }

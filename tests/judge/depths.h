@@ -32,7 +32,8 @@ struct IntegerDepth : IntegerWeights {
     }
 
     bool matchesKey(const P& p) const {
-        return std::abs(p.red - keyRed) + std::abs(p.green - keyGreen) + std::abs(p.blue - keyBlue) <=
+        return std::abs(p.red - keyRed) + std::abs(p.green - keyGreen) +
+                   std::abs(p.blue - keyBlue) <=
                keyTolerance;
     }
 
@@ -75,8 +76,8 @@ struct Depth8 : IntegerDepth<std::uint8_t> {
                        LowByte(v.keyBlue),
                        v.keyThreshold} {}
 
-    /// Averages an output pixel with its input neighbours inside the picture, given in the order left, right,
-    /// up, down; so do the other depths.
+    /// Averages an output pixel with its input neighbours inside the picture, given in the order
+    /// left, right, up, down; so do the other depths.
     static void tipAverage(P& centre, const std::vector<P>& neighbours, Weight tipWeight) {
         std::int32_t sumW = 0, sumA = 0, sumR = 0, sumG = 0, sumB = 0;
         const auto add = [&](const P& p, Weight weight) {
@@ -210,7 +211,8 @@ struct DepthFloat : FloatWeights {
 };
 
 template <typename P>
-using DepthOf = std::conditional_t<std::is_same_v<P, Pixel8>, Depth8,
-                                   std::conditional_t<std::is_same_v<P, Pixel16>, Depth16, DepthFloat>>;
+using DepthOf =
+    std::conditional_t<std::is_same_v<P, Pixel8>, Depth8,
+                       std::conditional_t<std::is_same_v<P, Pixel16>, Depth16, DepthFloat>>;
 
 }  // namespace judge

@@ -15,7 +15,9 @@ struct EdgeFlags {
 
     int width() const { return bytes.width; }
     int height() const { return bytes.height; }
-    bool has(int x, int y, int flags) const { return bytes.holds(x, y) && (bytes.at(x, y) & flags) != 0; }
+    bool has(int x, int y, int flags) const {
+        return bytes.holds(x, y) && (bytes.at(x, y) & flags) != 0;
+    }
 
     /// (x, y) and (x + 1, y) differ.
     bool R(int x, int y) const { return has(x, y, edgeRight); }
@@ -31,8 +33,9 @@ struct EdgeFlags {
         EdgeFlags result{Picture<unsigned char>(height(), width())};
         for (int y = 0; y < height(); ++y)
             for (int x = 0; x < width(); ++x)
-                result.bytes.at(y, x) = static_cast<unsigned char>(
-                    R(x, y) * edgeDown | D(x, y) * edgeRight | (bytes.at(x, y) & ~(edgeRight | edgeDown)));
+                result.bytes.at(y, x) =
+                    static_cast<unsigned char>(R(x, y) * edgeDown | D(x, y) * edgeRight |
+                                               (bytes.at(x, y) & ~(edgeRight | edgeDown)));
         return result;
     }
 };
@@ -59,7 +62,8 @@ struct Scan {
         set(x, y, edgeAntiDiagonal, formEdge(x + 1, y, x, y + 1));
     }
 
-    /// The diagonals of a group's first three columns are looked at only once the group has some flag.
+    /// The diagonals of a group's first three columns are looked at only once the group has some
+    /// flag.
     void group(int x, int y) const {
         const auto any = [&] {
             for (int k = 0; k < 4; ++k)

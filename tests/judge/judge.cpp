@@ -9,8 +9,8 @@
 namespace judge {
 namespace {
 
-/// One pass over one picture. `input` already carries the colour key, since every read of the input goes
-/// through it.
+/// One pass over one picture. `input` already carries the colour key, since every read of the input
+/// goes through it.
 template <typename P>
 class Pass : Measures {
     using Depth = DepthOf<P>;
@@ -25,7 +25,8 @@ class Pass : Measures {
           in_(input),
           out_(input) {}
 
-    /// Visits every pixel once, rows from top to bottom, each from left to right, and returns the output.
+    /// Visits every pixel once, rows from top to bottom, each from left to right, and returns the
+    /// output.
     Picture<P> smooth() {
         for (int y = 0; y < height(); ++y)
             for (int x = 0; x < width(); ++x) visit(x, y);
@@ -55,7 +56,8 @@ class Pass : Measures {
             const Blended above = blendSide(up, x, y);
             const Blended below = blendSide(down, x, y);
             thinBlended = thinBlended || above == Blended::thinLine || below == Blended::thinLine;
-            if (D(x - 1, y) && !R(x - 1, y) && !R(x - 1, y + 1)) blendStaircases(verticalStaircases, x, y);
+            if (D(x - 1, y) && !R(x - 1, y) && !R(x - 1, y + 1))
+                blendStaircases(verticalStaircases, x, y);
             restoreFirstNotchOfHorizontal(x, y);
             if (R(x, y)) restoreSecondNotchOfHorizontal(x, y);
         }
@@ -81,7 +83,8 @@ class Pass : Measures {
         return Blended::nothing;
     }
 
-    /// Away from the piece on that side, from the pixel next to it on; blended with the one across the piece.
+    /// Away from the piece on that side, from the pixel next to it on; blended with the one across
+    /// the piece.
     void walkRamp(Side side, RampOf ramp, int x, int y) {
         const Offset step = side < up ? Offset{1, 0} : Offset{0, 1};
         const Offset beyond = {x + step.x, y + step.y};
@@ -89,7 +92,8 @@ class Pass : Measures {
         const int sign = back ? -1 : 1;
         Offset at = back ? Offset{x, y} : beyond;
         const Offset source = back ? beyond : Offset{x, y};
-        for (; in_.holds(at.x, at.y) && !ramp.done; at = {at.x + sign * step.x, at.y + sign * step.y})
+        for (; in_.holds(at.x, at.y) && !ramp.done;
+             at = {at.x + sign * step.x, at.y + sign * step.y})
             blend(at.x, at.y, source.x, source.y, ramp.next());
     }
 
@@ -109,7 +113,8 @@ class Pass : Measures {
         RampOf main = ramps_.staircase(q);
         RampOf restoring = ramps_.staircaseRestore(q);
         for (int i = 0; !main.done; ++i) {
-            const Offset dst = {x + v.destination.x + i * v.step.x, y + v.destination.y + i * v.step.y};
+            const Offset dst = {x + v.destination.x + i * v.step.x,
+                                y + v.destination.y + i * v.step.y};
             const Offset src = {x + v.source.x + i * v.step.x, y + v.source.y + i * v.step.y};
             if (!in_.holds(dst.x, dst.y) || !in_.holds(src.x, src.y)) return;
             blend(dst.x, dst.y, src.x, src.y, main.next());
@@ -128,11 +133,12 @@ class Pass : Measures {
             R(x - 2, y - 1) && D(x - 2, y - 2) && !G(x, y) && !R(x - 1, y) && !G(x - 2, y - 1))
             restore(x - 1, y, Depth::half);
         else if (R(x - 1, y) && D(x, y - 1) && R(x, y - 1) && D(x + 1, y - 1) && R(x + 1, y - 1) &&
-                 R(x, y - 2) && R(x + 1, y - 3) && !A(x, y - 1) && !D(x + 1, y - 2) && !A(x + 1, y - 3))
+                 R(x, y - 2) && R(x + 1, y - 3) && !A(x, y - 1) && !D(x + 1, y - 2) &&
+                 !A(x + 1, y - 3))
             restore(x + 1, y - 1, Depth::half);
-        else if (R(x - 1, y) && D(x, y - 1) && R(x - 1, y - 1) && D(x - 1, y - 1) && R(x - 2, y - 1) &&
-                 R(x - 1, y - 2) && D(x - 1, y - 3) && !G(x - 1, y - 1) && !D(x - 1, y - 2) &&
-                 !G(x - 2, y - 3))
+        else if (R(x - 1, y) && D(x, y - 1) && R(x - 1, y - 1) && D(x - 1, y - 1) &&
+                 R(x - 2, y - 1) && R(x - 1, y - 2) && D(x - 1, y - 3) && !G(x - 1, y - 1) &&
+                 !D(x - 1, y - 2) && !G(x - 2, y - 3))
             restore(x - 1, y - 1, Depth::half);
     }
 
@@ -140,9 +146,9 @@ class Pass : Measures {
         if (D(x, y - 1) && R(x, y - 1) && D(x + 1, y - 1) && D(x + 1, y - 2) && D(x - 1, y - 1) &&
             R(x - 2, y) && !A(x, y - 1) && !R(x - 1, y) && !A(x - 2, y))
             restore(x, y, Depth::half);
-        else if (R(x - 1, y) && D(x, y - 1) && D(x - 1, y - 1) && R(x - 1, y - 1) && D(x - 1, y - 2) &&
-                 D(x - 2, y - 1) && R(x - 3, y - 1) && !G(x - 1, y - 1) && !R(x - 2, y - 1) &&
-                 !G(x - 3, y - 2))
+        else if (R(x - 1, y) && D(x, y - 1) && D(x - 1, y - 1) && R(x - 1, y - 1) &&
+                 D(x - 1, y - 2) && D(x - 2, y - 1) && R(x - 3, y - 1) && !G(x - 1, y - 1) &&
+                 !R(x - 2, y - 1) && !G(x - 3, y - 2))
             restore(x - 1, y - 1, Depth::half);
         else if (R(x - 1, y) && R(x - 1, y - 1) && R(x, y - 1) && D(x, y - 2) && R(x - 1, y - 2) &&
                  D(x - 1, y - 2) && R(x - 2, y - 2) && !D(x, y - 1) && !G(x - 1, y - 2) && !G(x, y))
@@ -160,7 +166,8 @@ class Pass : Measures {
 
     void averageTip(int x, int y) {
         std::vector<P> neighbours;
-        for (const Offset at : {Offset{x - 1, y}, Offset{x + 1, y}, Offset{x, y - 1}, Offset{x, y + 1}})
+        for (const Offset at :
+             {Offset{x - 1, y}, Offset{x + 1, y}, Offset{x, y - 1}, Offset{x, y + 1}})
             if (in_.holds(at.x, at.y)) neighbours.push_back(in_.at(at.x, at.y));
         Depth::tipAverage(out_.at(x, y), neighbours, Depth::tip(softness_));
     }
@@ -169,16 +176,17 @@ class Pass : Measures {
         const auto restoreUnlessInColumn0 = [&](int rx, int ry) {
             if (rx != 0) restore(rx, ry, Depth::threeQuarters);
         };
-        if (R(x, y) && x <= width() - 4 && y >= 3 && D(x + 1, y - 2) && D(x + 2, y - 2) && R(x, y - 1) &&
-            !G(x, y - 2) && !D(x + 1, y - 1) && !R(x + 1, y - 1))
+        if (R(x, y) && x <= width() - 4 && y >= 3 && D(x + 1, y - 2) && D(x + 2, y - 2) &&
+            R(x, y - 1) && !G(x, y - 2) && !D(x + 1, y - 1) && !R(x + 1, y - 1))
             restoreUnlessInColumn0(x + 1, y - 1);
-        else if (R(x, y) && D(x - 1, y - 1) && D(x, y - 1) && R(x, y + 1) && !A(x, y - 1) && !R(x - 1, y) &&
-                 !D(x, y))
+        else if (R(x, y) && D(x - 1, y - 1) && D(x, y - 1) && R(x, y + 1) && !A(x, y - 1) &&
+                 !R(x - 1, y) && !D(x, y))
             restoreUnlessInColumn0(x, y);
-        else if (R(x, y) && R(x, y - 1) && D(x - 1, y) && D(x, y) && !D(x, y - 1) && !R(x - 1, y) && !G(x, y))
+        else if (R(x, y) && R(x, y - 1) && D(x - 1, y) && D(x, y) && !D(x, y - 1) && !R(x - 1, y) &&
+                 !G(x, y))
             restoreUnlessInColumn0(x, y);
-        else if (D(x, y) && !R(x, y) && R(x - 1, y - 1) && R(x - 1, y) && D(x + 1, y) && !D(x, y - 1) &&
-                 !A(x - 1, y))
+        else if (D(x, y) && !R(x, y) && R(x - 1, y - 1) && R(x - 1, y) && D(x + 1, y) &&
+                 !D(x, y - 1) && !A(x - 1, y))
             restoreUnlessInColumn0(x, y);
     }
 

@@ -1,6 +1,6 @@
-// The judge: a second form of the smoothing kernels, for tests only. It follows each rule to the letter,
-// one pixel and one flag at a time, with every access checked, and shares no code with the kernels it is held
-// against.
+// The judge: a second form of the smoothing kernels, for tests only. It follows each rule to the
+// letter, one pixel and one flag at a time, with every access checked, and shares no code with the
+// kernels it is held against.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +10,12 @@
 
 namespace judge {
 
-/// The nine control values, within the ranges of the controls; a negative bias down to -100 is allowed too.
+/// The nine control values, within the ranges of the controls; a negative bias down to -100 is
+/// allowed too.
 struct Values {
     std::int32_t colorThreshold = 0, softness = 0, bias = 0;
-    std::int32_t colorKeyEnable = 0, keyRed = 0, keyGreen = 0, keyBlue = 0, keyThreshold = 0, keyInvert = 0;
+    std::int32_t colorKeyEnable = 0, keyRed = 0, keyGreen = 0, keyBlue = 0, keyThreshold = 0,
+                 keyInvert = 0;
 };
 
 /// Straight colour; full intensity is 255, 32768 or 1.0.
@@ -56,8 +58,8 @@ struct Picture {
     }
 };
 
-/// What the kernel for this pixel type and these values makes of the picture. `P` is Pixel8, Pixel16 or
-/// PixelFloat.
+/// What the kernel for this pixel type and these values makes of the picture. `P` is Pixel8,
+/// Pixel16 or PixelFloat.
 template <typename P>
 Picture<P> Render(const Values& values, const Picture<P>& input);
 

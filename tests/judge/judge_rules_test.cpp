@@ -17,8 +17,11 @@ Measures Draw(const std::vector<std::string>& rows) {
     const auto pixel = [&](int x, int y) {
         return rows.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x));
     };
-    const auto differ = [&](int x1, int y1, int x2, int y2) { return pixel(x1, y1) != pixel(x2, y2); };
-    return Measures(DetectEdges(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), differ));
+    const auto differ = [&](int x1, int y1, int x2, int y2) {
+        return pixel(x1, y1) != pixel(x2, y2);
+    };
+    return Measures(
+        DetectEdges(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), differ));
 }
 
 Depth8 Eight(int colorThreshold) { return Depth8(Values{.colorThreshold = colorThreshold}); }
@@ -70,8 +73,9 @@ TEST(JudgeRules, BlendsComeOutAsWorked) {
                           {{0, 1, 2, 3}, {255, 40, 50, 60}, 16384, {64, 40, 50, 60}},
                           {{255, 1, 2, 3}, {0, 40, 50, 60}, 65535, {0, 1, 2, 3}},
                           {{255, 1, 2, 3}, {0, 40, 50, 60}, 32767, {128, 1, 2, 3}}});
-    ExpectBlends<Depth16>({{{0, 1, 2, 3}, {32768, 40, 50, 60}, 32767, {16384, 40, 50, 60}},
-                           {{32768, 32768, 0, 0}, {32768, 0, 32768, 0}, 65535, {32768, 0, 32768, 0}}});
+    ExpectBlends<Depth16>(
+        {{{0, 1, 2, 3}, {32768, 40, 50, 60}, 32767, {16384, 40, 50, 60}},
+         {{32768, 32768, 0, 0}, {32768, 0, 32768, 0}, 65535, {32768, 0, 32768, 0}}});
     ExpectBlends<DepthFloat>({{{1, 0, 0, 0}, {1, 2, 0, 0}, 0.5f, {1, 1, 0, 0}},
                               {{0, 0.5f, 0.5f, 0.5f}, {1, 2, 3, 4}, 0.25f, {0.25f, 2, 3, 4}},
                               {{0, 0.5f, 0.5f, 0.5f}, {1, 2, 3, 4}, 0.0f, {0, 2, 3, 4}}});
@@ -104,9 +108,12 @@ TEST(JudgeRules, EdgesAreStrictAndTransparencyHasNoColour) {
 
 TEST(JudgeRules, DiagonalsAreSkippedInGroupsWithoutAFlag) {
     const Depth8 depth = Eight(10);
-    const auto red = [](int x, int y) { return Pixel8{255, static_cast<std::uint8_t>(6 * (x + y)), 0, 0}; };
-    const EdgeFlags flags = DetectEdges(
-        12, 4, [&](int x1, int y1, int x2, int y2) { return depth.formEdge(red(x1, y1), red(x2, y2)); });
+    const auto red = [](int x, int y) {
+        return Pixel8{255, static_cast<std::uint8_t>(6 * (x + y)), 0, 0};
+    };
+    const EdgeFlags flags = DetectEdges(12, 4, [&](int x1, int y1, int x2, int y2) {
+        return depth.formEdge(red(x1, y1), red(x2, y2));
+    });
     for (int y = 0; y < 4; ++y)
         for (int x = 0; x < 12; ++x) {
             const bool expected = y < 3 && (x == 3 || x == 7 || (x >= 8 && x < 11));

@@ -16,9 +16,11 @@ struct Offset {
     int x, y;
 };
 
-/// A 45-degree staircase that continues a straight piece at (x, y); all offsets are relative to (x, y).
+/// A 45-degree staircase that continues a straight piece at (x, y); all offsets are relative to (x,
+/// y).
 struct Staircase {
-    bool vertical;  ///< traced along R flags from a piece with D; otherwise along D flags from a piece with R
+    bool vertical;  ///< traced along R flags from a piece with D; otherwise along D flags from a
+                    ///< piece with R
     Offset start;
     Offset step;
     bool antiDiagonalStops;  ///< the stop flags are A; otherwise G
@@ -110,9 +112,9 @@ struct RowMeasures : EdgeFlags {
     int run(Side side, int x, int y) const { return side == left ? leftRun(x, y) : rightRun(x, y); }
 
     int thinLineLength(Side side, int x, int y) const {
-        const bool none = side == left
-                              ? G(x, y - 1) || D(x + 1, y - 1) || R(x + 1, y) || A(x, y) || D(x + 1, y)
-                              : D(x, y - 1) || A(x, y - 1) || R(x - 1, y) || D(x, y) || G(x, y);
+        const bool none =
+            side == left ? G(x, y - 1) || D(x + 1, y - 1) || R(x + 1, y) || A(x, y) || D(x + 1, y)
+                         : D(x, y - 1) || A(x, y - 1) || R(x - 1, y) || D(x, y) || G(x, y);
         if (none) return 0;
         const int step = side == left ? -1 : 1;
         int j = 0;
@@ -123,8 +125,8 @@ struct RowMeasures : EdgeFlags {
     }
 
     bool isolatedBlock(int bx, int by) const {
-        return R(bx - 1, by) && R(bx - 1, by + 1) && R(bx + 1, by) && R(bx + 1, by + 1) && D(bx, by - 1) &&
-               D(bx, by + 1) && D(bx + 1, by - 1) && D(bx + 1, by + 1) &&
+        return R(bx - 1, by) && R(bx - 1, by + 1) && R(bx + 1, by) && R(bx + 1, by + 1) &&
+               D(bx, by - 1) && D(bx, by + 1) && D(bx + 1, by - 1) && D(bx + 1, by + 1) &&
                !(R(bx, by) || R(bx, by + 1) || D(bx, by) || D(bx + 1, by));
     }
 
@@ -153,7 +155,8 @@ struct RowMeasures : EdgeFlags {
     }
 };
 
-/// Every measure; those above and below a piece with D are those of rows, with rows and columns exchanged.
+/// Every measure; those above and below a piece with D are those of rows, with rows and columns
+/// exchanged.
 struct Measures : EdgeFlags {
     explicit Measures(const EdgeFlags& flags)
         : EdgeFlags(flags), rows_{flags}, columns_{flags.transposed()} {}
@@ -163,7 +166,8 @@ struct Measures : EdgeFlags {
         return side < up ? rows_.run(side, x, y) : columns_.run(Exchanged(side), y, x);
     }
     int thinLineLength(Side side, int x, int y) const {
-        return side < up ? rows_.thinLineLength(side, x, y) : columns_.thinLineLength(Exchanged(side), y, x);
+        return side < up ? rows_.thinLineLength(side, x, y)
+                         : columns_.thinLineLength(Exchanged(side), y, x);
     }
     int lengthFactor(Side side, int n, int x, int y, int softness) const {
         return side < up ? rows_.lengthFactor(side, n, x, y, softness)
@@ -173,8 +177,8 @@ struct Measures : EdgeFlags {
     int staircaseLength(const Staircase& v, int x, int y) const {
         const auto counts = [&](int cx, int cy) {
             const Offset other = v.vertical ? Offset{cx, cy - 1} : Offset{cx - 1, cy};
-            const bool stopped =
-                v.antiDiagonalStops ? A(other.x, other.y) || A(cx, cy) : G(other.x, other.y) || G(cx, cy);
+            const bool stopped = v.antiDiagonalStops ? A(other.x, other.y) || A(cx, cy)
+                                                     : G(other.x, other.y) || G(cx, cy);
             return (v.vertical ? R(cx, cy) : D(cx, cy)) && !stopped;
         };
         int q = 0;

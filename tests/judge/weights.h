@@ -16,7 +16,8 @@ inline float BiasCurve(float t, int bias) {
 /// Weights of the 8-bit and 16-bit kernels: shares of 65535.
 struct IntegerWeights {
     using Weight = std::int32_t;
-    static constexpr Weight full = 65535, threeQuarters = 49151, half = 32767, third = 21844, sixth = 10922;
+    static constexpr Weight full = 65535, threeQuarters = 49151, half = 32767, third = 21844,
+                            sixth = 10922;
 
     static Weight step(int denominator) { return 3276700 / denominator; }
     static Weight tip(int softness) { return softness * 32767 / 200; }
@@ -24,7 +25,8 @@ struct IntegerWeights {
         if (softness >= 70) return 6553;
         return static_cast<Weight>((1.0f - static_cast<float>(70 - softness) / 70.0f) * 6553.0f);
     }
-    /// A whole pixel of a ramp that loses `s` per pixel, and the triangle that is left in its last pixel.
+    /// A whole pixel of a ramp that loses `s` per pixel, and the triangle that is left in its last
+    /// pixel.
     static Weight wholePixel(Weight r, Weight s) { return r - (s >> 1); }
     static Weight lastPixel(Weight r, Weight s) {
         return static_cast<Weight>(std::int64_t{r} * r / (2 * std::int64_t{s}));
@@ -71,8 +73,8 @@ struct Ramp {
     }
 };
 
-/// The ramp kinds for runs of `n` with length factor `factor`, thin lines of `j` and staircases of `q`
-/// pixels.
+/// The ramp kinds for runs of `n` with length factor `factor`, thin lines of `j` and staircases of
+/// `q` pixels.
 template <typename Weights>
 struct RampKinds {
     int softness;

@@ -18,7 +18,8 @@ namespace {
 #ifdef NDEBUG
 constexpr int stride = 1;
 #else
-constexpr int stride = 7;  // the sanitizers' builds are slow; what they look for does not hide between values
+constexpr int stride =
+    7;  // the sanitizers' builds are slow; what they look for does not hide between values
 #endif
 
 template <typename Pixel, typename P>
@@ -44,11 +45,11 @@ constexpr bool vectors = true;
 constexpr bool vectors = false;
 #endif
 
-/// Whether eight pixels are blended at once, each as it is alone and with a weight of 0 as it was, or, where
-/// that can't be done, not at all.
+/// Whether eight pixels are blended at once, each as it is alone and with a weight of 0 as it was,
+/// or, where that can't be done, not at all.
 template <typename KernelDepth, typename JudgeDepth>
-bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src, std::int32_t w,
-                bool possible) {
+bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
+                std::int32_t w, bool possible) {
     using Pixel = typename KernelDepth::Pixel;
     std::vector<Pixel> line(2 * acrossReach, ToHost<Pixel>(dst));
     const std::int32_t back[acrossReach] = {w, 0, 65535, 12345};
@@ -57,11 +58,13 @@ bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P&
     auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
     const bool done = BlendAcross(at, sizeof(Pixel), source, source, back, on);
     for (int i = 0; i < 2 * acrossReach; ++i) {
-        const std::int32_t weight = i < acrossReach ? back[acrossReach - 1 - i] : on[i - acrossReach];
+        const std::int32_t weight =
+            i < acrossReach ? back[acrossReach - 1 - i] : on[i - acrossReach];
         typename JudgeDepth::P expected = dst;
         if (done && weight != 0) JudgeDepth::blend(expected, src, weight);
         const auto pixel = ToHost<Pixel>(expected);
-        if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0) return false;
+        if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0)
+            return false;
     }
     return done == (vectors && possible);
 }
@@ -90,7 +93,8 @@ TEST(Exhaustive, KeyOfEveryDistance) {
                 const auto channel = static_cast<A_u_char>(v);
                 const auto other = static_cast<A_u_char>(key);
                 const bool matches = std::abs(v - key) <= threshold;
-                ASSERT_EQ(key8.matches({255, channel, other, other}), matches) << v << " of " << key;
+                ASSERT_EQ(key8.matches({255, channel, other, other}), matches)
+                    << v << " of " << key;
                 ASSERT_EQ(key8.matches({0, other, channel, other}), matches) << v << " of " << key;
             }
         }
@@ -101,17 +105,20 @@ TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
         for (int d = 0; d < 256; ++d) {
             std::vector<int> weights = {0, 1, 32767, 65534, 65535};
             for (int value = std::min(s, d); s != d && value <= std::max(s, d); ++value)
-                for (const int near : {-1, 0, 1}) weights.push_back(RoundingEdge(s, d, value) + near);
+                for (const int near : {-1, 0, 1})
+                    weights.push_back(RoundingEdge(s, d, value) + near);
             const auto source = static_cast<std::uint8_t>(s), target = static_cast<std::uint8_t>(d);
             for (const int w : weights) {
                 if (w < 0 || w > 65535) continue;
                 const bool same =
-                    SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w) &&
-                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w) &&
-                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254}, w,
-                                                      true) &&
-                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1}, {source, source, 255, 254}, w,
-                                                      s == d);
+                    SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254},
+                                                     w) &&
+                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1},
+                                                     {source, source, 255, 254}, w) &&
+                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254},
+                                                      w, true) &&
+                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1},
+                                                      {source, source, 255, 254}, w, s == d);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
         }
@@ -121,10 +128,12 @@ TEST(Exhaustive, Blend8OfEveryPairOfAlphas) {
     for (int s = 0; s < 256; s += stride)
         for (int d = 0; d < 256; ++d)
             for (int w = 0; w < 65536; w += 251) {
-                const auto source = static_cast<std::uint8_t>(s), target = static_cast<std::uint8_t>(d);
-                const bool same =
-                    SameBlend<Depth8, judge::Depth8>({target, 0, 255, 100}, {source, 255, 0, 200}, w);
-                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight " << w;
+                const auto source = static_cast<std::uint8_t>(s),
+                           target = static_cast<std::uint8_t>(d);
+                const bool same = SameBlend<Depth8, judge::Depth8>({target, 0, 255, 100},
+                                                                   {source, 255, 0, 200}, w);
+                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight "
+                                  << w;
             }
 }
 
@@ -135,10 +144,13 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
         for (const std::uint16_t d : values)
             for (int w = 0; w < 65536; w += stride) {
                 const bool same =
-                    SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w) &&
+                    SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767},
+                                                       w) &&
                     SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w) &&
-                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w, false) &&
-                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767}, w, true);
+                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w,
+                                                        false) &&
+                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767},
+                                                        w, true);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
 }
@@ -146,16 +158,27 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
 TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
     for (const int w :
          {-1, -65536, 65536, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        EXPECT_TRUE((SameAcross<Depth8, judge::Depth8>({255, 9, 0, 1}, {255, 200, 255, 254}, w, false))) << w;
-        EXPECT_TRUE((SameAcross<Depth16, judge::Depth16>({9, 9, 0, 1}, {9, 200, 255, 254}, w, false))) << w;
+        EXPECT_TRUE(
+            (SameAcross<Depth8, judge::Depth8>({255, 9, 0, 1}, {255, 200, 255, 254}, w, false)))
+            << w;
+        EXPECT_TRUE(
+            (SameAcross<Depth16, judge::Depth16>({9, 9, 0, 1}, {9, 200, 255, 254}, w, false)))
+            << w;
     }
 }
 
 /// Nothing keeps such alphas out of a float picture.
 TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
     using Limits = std::numeric_limits<float>;
-    constexpr float alphas[] = {
-        0.0F, -0.0F, Limits::denorm_min(), 0.5F, 1.0F, -1.0F, 3.0F, Limits::infinity(), Limits::quiet_NaN()};
+    constexpr float alphas[] = {0.0F,
+                                -0.0F,
+                                Limits::denorm_min(),
+                                0.5F,
+                                1.0F,
+                                -1.0F,
+                                3.0F,
+                                Limits::infinity(),
+                                Limits::quiet_NaN()};
     for (const float s : alphas)
         for (const float d : alphas)
             for (const float w : {0.0F, Limits::denorm_min(), 0.25F, 1.0F}) {
@@ -163,7 +186,9 @@ TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
                 BlendPixelFloat(blended, {s, 1.0F, 0.0F, -1.0F}, w);
                 judge::PixelFloat judged{d, 0.25F, 0.5F, 2.0F};
                 judge::DepthFloat::blend(judged, {s, 1.0F, 0.0F, -1.0F}, w);
-                const auto same = [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+                const auto same = [](float a, float b) {
+                    return a == b || (std::isnan(a) && std::isnan(b));
+                };
                 ASSERT_TRUE(same(blended.alpha, judged.alpha) && same(blended.red, judged.red) &&
                             same(blended.green, judged.green) && same(blended.blue, judged.blue))
                     << "source alpha " << s << ", target alpha " << d << ", weight " << w;

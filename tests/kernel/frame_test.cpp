@@ -1,5 +1,5 @@
-// The frame around the kernels: what they refuse, what they ask of the host, and values that no control
-// gives.
+// The frame around the kernels: what they refuse, what they ask of the host, and values that no
+// control gives.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -9,7 +9,7 @@
 #include "tests/kernel/kernel_run.h"
 #include "tests/kernel/random_pictures.h"
 
-using standalone::HostCall;
+using host_kit::HostCall;
 
 namespace {
 
@@ -18,7 +18,7 @@ struct Stage {
     explicit Stage(int width, int outputWidth = 0, int outputHeight = 3)
         : input(PF_PixelFormat_ARGB32, width, 3),
           output(PF_PixelFormat_ARGB32, outputWidth > 0 ? outputWidth : width, outputHeight) {
-        const auto fill = [](standalone::World& world, int y, int byte) {
+        const auto fill = [](host_kit::World& world, int y, int byte) {
             std::memset(world.row<char>(y), byte, static_cast<std::size_t>(world.width()) * 4);
         };
         for (int y = 0; y < 3; ++y) fill(input, y, y == 0 ? 0 : 255);
@@ -38,15 +38,15 @@ struct Stage {
     /// The suites that were asked for, and the widths of the scratch images, in order.
     [[nodiscard]] std::vector<std::string> requests() const {
         std::vector<std::string> requests;
-        for (const standalone::HostCallRecord& call : host.calls.recorded()) {
+        for (const host_kit::HostCallRecord& call : host.calls.recorded()) {
             if (call.call == HostCall::AcquireSuite) requests.push_back(call.name);
             if (call.call == HostCall::NewWorld) requests.push_back(std::to_string(call.number));
         }
         return requests;
     }
 
-    standalone::World input, output;
-    standalone::Host host;
+    host_kit::World input, output;
+    host_kit::Host host;
 };
 
 constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};
@@ -78,8 +78,8 @@ TEST(KernelFrame, AsksForNoMoreThanItNeeds) {
         EXPECT_EQ(stage.requests(), (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite,
                                                               std::to_string(mapStride / 4)}));
     }
-    const std::pair<EffectValues, std::vector<std::string>> others[] = {{copied, {kPFWorldTransformSuite}},
-                                                                        {keyed, {kPFWorldSuite, "4"}}};
+    const std::pair<EffectValues, std::vector<std::string>> others[] = {
+        {copied, {kPFWorldTransformSuite}}, {keyed, {kPFWorldSuite, "4"}}};
     for (const auto& [values, requests] : others) {
         Stage stage(9);
         EXPECT_EQ(stage.run(values), PF_Err_NONE);
@@ -97,14 +97,18 @@ TEST(KernelFrame, LeavesTheCopyWhenThereIsNoRoomForTheMap) {
     }
 }
 
-/// Stored projects and defaults files can hold any integer; the render ends and keeps to its images.
+/// Stored projects and defaults files can hold any integer; the render ends and keeps to its
+/// images.
 template <typename P>
 void RenderWithAnyValues(Dice& dice) {
     constexpr int least = std::numeric_limits<int>::min();
     constexpr int most = std::numeric_limits<int>::max();
-    const auto any = [&] { return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most}); };
+    const auto any = [&] {
+        return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most});
+    };
     for (int i = 0; i < 300; ++i) {
-        const judge::Values values{any(), any(), any(), dice.below(2), any(), any(), any(), any(), any()};
+        const judge::Values values{any(), any(), any(), dice.below(2), any(),
+                                   any(), any(), any(), any()};
         const auto palette = RandomPalette<P>(RandomValues(true, false, dice), dice);
         RunKernel(values, Paint(RandomShapes(dice.between(1, 80), 12, dice), palette), 1);
     }

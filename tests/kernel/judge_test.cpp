@@ -1,6 +1,7 @@
 // The kernels against the judge, bit for bit, on random pictures.
 //
-// Every picture comes from one seed. A failure prints it; NEVREL_TEST_SEED=<seed> starts the run there.
+// Every picture comes from one seed. A failure prints it; NEVREL_TEST_SEED=<seed> starts the run
+// there.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -27,7 +28,8 @@ std::uint64_t FirstSeed() {
     return seed == nullptr ? 1'000'000 : std::strtoull(seed, nullptr, 10);
 }
 
-/// As Identical, but any NaN equals any other: which operand's bits a NaN keeps is the compiler's choice.
+/// As Identical, but any NaN equals any other: which operand's bits a NaN keeps is the compiler's
+/// choice.
 template <typename P>
 bool SameResult(const P& p, const P& q) {
     return judge::Identical(p, q);
@@ -36,7 +38,8 @@ bool SameResult(const judge::PixelFloat& p, const judge::PixelFloat& q) {
     const auto same = [](float a, float b) {
         return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
     };
-    return same(p.alpha, q.alpha) && same(p.red, q.red) && same(p.green, q.green) && same(p.blue, q.blue);
+    return same(p.alpha, q.alpha) && same(p.red, q.red) && same(p.green, q.green) &&
+           same(p.blue, q.blue);
 }
 
 template <typename P>
@@ -54,8 +57,8 @@ std::string FirstDifference(const judge::Picture<P>& kernel, const judge::Pictur
     for (int y = 0; y < judged.height; ++y)
         for (int x = 0; x < judged.width; ++x)
             if (!SameResult(kernel.at(x, y), judged.at(x, y))) {
-                text << " at (" << x << ", " << y << "): kernel " << Text(kernel.at(x, y)) << ", judge "
-                     << Text(judged.at(x, y));
+                text << " at (" << x << ", " << y << "): kernel " << Text(kernel.at(x, y))
+                     << ", judge " << Text(judged.at(x, y));
                 return text.str();
             }
     return "";
@@ -65,13 +68,14 @@ template <typename P>
 class KernelAgainstJudge : public testing::Test {
   protected:
     /// Renders one picture both ways; false on a mismatch, which it reports.
-    bool agree(const judge::Values& values, const IndexPicture& shapes, const std::vector<P>& palette,
-               std::uint64_t seed) {
+    bool agree(const judge::Values& values, const IndexPicture& shapes,
+               const std::vector<P>& palette, std::uint64_t seed) {
         const judge::Picture<P> picture = Paint(shapes, palette);
         const std::string difference =
             FirstDifference(RunKernel(values, picture, seed), judge::Render(values, picture));
         if (difference.empty() && !this->HasFailure()) return true;
-        ADD_FAILURE() << "seed " << seed << ", " << picture.width << " x " << picture.height << difference;
+        ADD_FAILURE() << "seed " << seed << ", " << picture.width << " x " << picture.height
+                      << difference;
         return false;
     }
 
@@ -96,8 +100,8 @@ TYPED_TEST(KernelAgainstJudge, EveryWidthAndKeyMode) {
         if (!this->agreeOnRandomPicture(seed)) return;
 }
 
-/// The vector forms take a row in blocks and windows; these widths end in every place of one. In the last
-/// picture a batch of windows ends within a row.
+/// The vector forms take a row in blocks and windows; these widths end in every place of one. In
+/// the last picture a batch of windows ends within a row.
 TYPED_TEST(KernelAgainstJudge, WidthsOfManyVectors) {
     const auto agreeAtWidth = [this](int width) {
         Dice dice(static_cast<std::uint64_t>(width));
@@ -150,7 +154,8 @@ TEST_F(FloatKernels, NotANumberAndInfinity) {
         std::vector<judge::PixelFloat> palette = RandomPalette<judge::PixelFloat>(values, dice);
         for (judge::PixelFloat& p : palette)
             (dice.oneIn(2) ? p.alpha : p.green) = dice.oneIn(2) ? p.red : odd[dice.below(5)];
-        if (!agree(values, RandomShapes(1 + static_cast<int>(seed % widest), 20, dice), palette, seed))
+        if (!agree(values, RandomShapes(1 + static_cast<int>(seed % widest), 20, dice), palette,
+                   seed))
             return;
     }
 }
@@ -163,10 +168,11 @@ TEST_F(FloatKernels, FinitePicturesStayFinite) {
             for (const bool clearBelow : {false, true}) {
                 IndexPicture stairs(44, cells + 4);
                 for (int y = 2; y < stairs.height; ++y) stairs.fill(0, y, std::min(y, cells), y, 1);
-                const auto picture =
-                    Paint(stairs, clearBelow ? std::vector{opaque, clear} : std::vector{clear, opaque});
+                const auto picture = Paint(
+                    stairs, clearBelow ? std::vector{opaque, clear} : std::vector{clear, opaque});
                 for (const auto& p :
-                     RunKernel({.colorThreshold = 10, .softness = 100, .bias = bias}, picture, 1).pixels)
+                     RunKernel({.colorThreshold = 10, .softness = 100, .bias = bias}, picture, 1)
+                         .pixels)
                     ASSERT_TRUE(std::isfinite(p.alpha + p.red + p.green + p.blue))
                         << cells << " cells, bias " << bias;
             }

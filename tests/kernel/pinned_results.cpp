@@ -6,7 +6,8 @@
 
 namespace {
 
-/// A cel: an outlined disc, a slope, a 45-degree line, thin lines with tips, a notched block, specks.
+/// A cel: an outlined disc, a slope, a 45-degree line, thin lines with tips, a notched block,
+/// specks.
 constexpr std::string_view cel = R"(
 ............................................
 .........######.............................
@@ -40,7 +41,8 @@ IndexPicture Cel() {
     IndexPicture picture(width, static_cast<int>(text.size()) / (width + 1));
     std::size_t cell = 0;
     for (const char c : text)
-        if (c != '\n') picture.cells.at(cell++) = static_cast<std::uint8_t>(std::string_view(".#ox").find(c));
+        if (c != '\n')
+            picture.cells.at(cell++) = static_cast<std::uint8_t>(std::string_view(".#ox").find(c));
     return picture;
 }
 
@@ -79,13 +81,19 @@ constexpr judge::Values bent = {.colorThreshold = 100, .softness = 100, .bias = 
 
 constexpr PinnedResult results[] = {
     {"cel", Cel, usual, {0xebaabfc02665ed72, 0x25692517ebb6721, 0x3f31f1935f9c6145}},
-    {"cel, key", Cel, Keyed(usual, false), {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
+    {"cel, key",
+     Cel,
+     Keyed(usual, false),
+     {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
     {"cel, inverted key",
      Cel,
      Keyed(usual, true),
      {0x3b90677ca18920d9, 0x108a2f623c4ace6, 0x9a8d148487aa669a}},
     {"noise", Noise, bent, {0x3b53b659801ecff0, 0x796ae18b66bebeec, 0x4faf7ed57c98cd57}},
-    {"noise, key", Noise, Keyed(bent, false), {0x7310157f0063bd3a, 0xd1bf5d0bc6fce82e, 0x1a91bcfa68033b89}},
+    {"noise, key",
+     Noise,
+     Keyed(bent, false),
+     {0x7310157f0063bd3a, 0xd1bf5d0bc6fce82e, 0x1a91bcfa68033b89}},
     {"noise, inverted key",
      Noise,
      Keyed(bent, true),

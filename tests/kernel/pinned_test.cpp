@@ -11,8 +11,8 @@ template <typename P>
 void ExpectChecksum(const PinnedResult& pin, std::uint64_t checksum) {
     const auto picture = PinnedPicture<P>(pin);
     const std::uint64_t kernel = Checksum(RunKernel(pin.values, picture, 1));
-    EXPECT_EQ(kernel, checksum) << pin.what << ", " << sizeof(P) / 4 * 8 << " bits: now 0x" << std::hex
-                                << kernel;
+    EXPECT_EQ(kernel, checksum) << pin.what << ", " << sizeof(P) / 4 * 8 << " bits: now 0x"
+                                << std::hex << kernel;
     EXPECT_EQ(Checksum(judge::Render(pin.values, picture)), checksum) << pin.what << ", the judge";
 }
 

@@ -64,16 +64,20 @@ void NotchedRectangles(IndexPicture& p, Dice& dice) {
         p.fill(left, top, right, bottom, index);
         for (int k = dice.between(0, 8); k > 0; --k) {
             const bool onSide = dice.oneIn(2);
-            const int x = onSide ? dice.oneOf({left - 1, left, right, right + 1}) : dice.between(left, right);
-            const int y = onSide ? dice.between(top, bottom) : dice.oneOf({top - 1, top, bottom, bottom + 1});
+            const int x =
+                onSide ? dice.oneOf({left - 1, left, right, right + 1}) : dice.between(left, right);
+            const int y =
+                onSide ? dice.between(top, bottom) : dice.oneOf({top - 1, top, bottom, bottom + 1});
             p.set(x, y, p.get(x, y) == index ? 0 : index);
         }
     }
 }
 
 void Disc(IndexPicture& p, Dice& dice) {
-    const int centreX = dice.below(p.width), centreY = dice.below(p.height), index = RandomIndex(dice);
-    const int outer = dice.between(2, 400), inner = dice.oneIn(2) ? 0 : outer * dice.between(5, 9) / 10;
+    const int centreX = dice.below(p.width), centreY = dice.below(p.height),
+              index = RandomIndex(dice);
+    const int outer = dice.between(2, 400),
+              inner = dice.oneIn(2) ? 0 : outer * dice.between(5, 9) / 10;
     for (int y = 0; y < p.height; ++y)
         for (int x = 0; x < p.width; ++x) {
             const int d = (x - centreX) * (x - centreX) + (y - centreY) * (y - centreY);
@@ -99,7 +103,8 @@ IndexPicture Transposed(const IndexPicture& p) {
 void Mirror(IndexPicture& p, Dice& dice) {
     if (dice.oneIn(2)) std::reverse(p.cells.begin(), p.cells.end());
     if (dice.oneIn(2)) return;
-    for (auto row = p.cells.begin(); row != p.cells.end(); row += p.width) std::reverse(row, row + p.width);
+    for (auto row = p.cells.begin(); row != p.cells.end(); row += p.width)
+        std::reverse(row, row + p.width);
 }
 
 }  // namespace
@@ -112,7 +117,8 @@ int IndexPicture::get(int x, int y) const {
 }
 
 void IndexPicture::set(int x, int y, int value) {
-    if (x >= 0 && x < width && y >= 0 && y < height) cells[index(x, y)] = static_cast<std::uint8_t>(value);
+    if (x >= 0 && x < width && y >= 0 && y < height)
+        cells[index(x, y)] = static_cast<std::uint8_t>(value);
 }
 
 void IndexPicture::fill(int left, int top, int right, int bottom, int value) {
@@ -154,14 +160,16 @@ using Colour = std::array<int, 4>;  // alpha, red, green, blue on the 8-bit scal
 
 Colour RandomColour(Dice& dice) {
     Colour c = {dice.oneIn(2) ? 255 : dice.oneIn(2) ? 0 : dice.below(256), 0, 0, 0};
-    for (std::size_t i = 1; i < 4; ++i) c[i] = dice.oneIn(3) ? dice.oneOf({0, 255}) : dice.below(256);
+    for (std::size_t i = 1; i < 4; ++i)
+        c[i] = dice.oneIn(3) ? dice.oneOf({0, 255}) : dice.below(256);
     return c;
 }
 
 /// `base` moved by about `amount` in one channel.
 Colour Near(Colour base, int amount, Dice& dice) {
     const auto channel = static_cast<std::size_t>(dice.below(4));
-    const int moved = base[channel] + (base[channel] + amount > 255 ? -amount : amount) + dice.between(-1, 1);
+    const int moved =
+        base[channel] + (base[channel] + amount > 255 ? -amount : amount) + dice.between(-1, 1);
     base[channel] = std::clamp(moved, 0, 255);
     return base;
 }
@@ -175,8 +183,8 @@ judge::Pixel8 ToPixel(const Colour& c, Dice&) {
     return {byte(c[0]), byte(c[1]), byte(c[2]), byte(c[3])};
 }
 
-/// Between the steps of the 8-bit scale at times, and at times above full intensity, which a host should not
-/// send.
+/// Between the steps of the 8-bit scale at times, and at times above full intensity, which a host
+/// should not send.
 template <>
 judge::Pixel16 ToPixel(const Colour& c, Dice& dice) {
     const int spread = dice.oneOf({0, 0, 60}), full = dice.oneIn(9) ? 65535 : 32768;
@@ -205,8 +213,8 @@ template <typename P>
 std::vector<P> RandomPalette(const judge::Values& values, Dice& dice) {
     const Colour key = {dice.oneIn(4) ? dice.below(256) : 255, values.keyRed & 255, values.keyGreen,
                         values.keyBlue};
-    // In a chain, neighbours make no edge but the next but one does, so that edges come without their usual
-    // company.
+    // In a chain, neighbours make no edge but the next but one does, so that edges come without
+    // their usual company.
     const bool chain = dice.oneIn(5);
     std::vector<P> palette;
     Colour last = RandomColour(dice);
@@ -214,7 +222,8 @@ std::vector<P> RandomPalette(const judge::Values& values, Dice& dice) {
         if (chain)
             last[2] = std::min(255, i * (values.colorThreshold * 3 / 4 + 1));
         else if (dice.oneIn(3))
-            last = Near(last, dice.oneIn(2) ? values.colorThreshold : values.colorThreshold * 2 / 3, dice);
+            last = Near(last, dice.oneIn(2) ? values.colorThreshold : values.colorThreshold * 2 / 3,
+                        dice);
         else if (values.colorKeyEnable != 0 && dice.oneIn(2))
             last = dice.oneIn(2) ? key : Near(key, values.keyThreshold, dice);
         else if (i > 0)

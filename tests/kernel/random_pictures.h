@@ -21,7 +21,8 @@ struct IndexPicture {
 
   private:
     [[nodiscard]] std::size_t index(int x, int y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+               static_cast<std::size_t>(x);
     }
 };
 
@@ -31,13 +32,15 @@ IndexPicture RandomShapes(int width, int height, Dice& dice);
 /// Values over the ranges of the controls, favouring those where a rule changes.
 judge::Values RandomValues(bool key, bool invert, Dice& dice);
 
-/// Four colours that make edges, miss edges narrowly, are transparent, or match the key of these values.
+/// Four colours that make edges, miss edges narrowly, are transparent, or match the key of these
+/// values.
 template <typename P>
 std::vector<P> RandomPalette(const judge::Values& values, Dice& dice);
 
 template <typename P>
 judge::Picture<P> Paint(const IndexPicture& shapes, const std::vector<P>& palette) {
     judge::Picture<P> picture(shapes.width, shapes.height);
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i) picture.pixels[i] = palette[shapes.cells[i]];
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i)
+        picture.pixels[i] = palette[shapes.cells[i]];
     return picture;
 }

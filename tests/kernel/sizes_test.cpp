@@ -1,5 +1,5 @@
-// Images as long and as large as they get: tiles of one small picture, each of which comes out as the small
-// picture alone does.
+// Images as long and as large as they get: tiles of one small picture, each of which comes out as
+// the small picture alone does.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,34 +7,35 @@
 #include "tests/kernel/kernel_run.h"
 #include "tests/kernel/random_pictures.h"
 
-using standalone::World;
+using host_kit::World;
 
 namespace {
 
 constexpr judge::Values kValues{.colorThreshold = 10, .softness = 100};
 
-/// Shapes in the middle, so that no ramp leaves the tile. A tile's width is a multiple of the four columns in
-/// which edges are looked for together.
+/// Shapes in the middle, so that no ramp leaves the tile. A tile's width is a multiple of the four
+/// columns in which edges are looked for together.
 template <typename P>
 judge::Picture<P> MakeTile(int width, int height) {
     Dice dice(2);
     const IndexPicture shapes = RandomShapes(std::max(width / 2, 1), std::max(height / 2, 1), dice);
     IndexPicture tile(width, height);
     for (int y = 0; y < shapes.height; ++y)
-        for (int x = 0; x < shapes.width; ++x) tile.set(x + width / 4, y + height / 4, shapes.get(x, y));
+        for (int x = 0; x < shapes.width; ++x)
+            tile.set(x + width / 4, y + height / 4, shapes.get(x, y));
     return Paint(tile, RandomPalette<P>(kValues, dice));
 }
 
-/// Calls visit(pixels, tileRow, count) for each stretch of a row that lies in one tile. Where no whole tile
-/// fits any more there is the ground of a tile's first row.
+/// Calls visit(pixels, tileRow, count) for each stretch of a row that lies in one tile. Where no
+/// whole tile fits any more there is the ground of a tile's first row.
 template <typename P, typename Visit>
 void ForEachStretch(World& image, const judge::Picture<P>& tile, const Visit& visit) {
     for (int y = 0; y < image.height(); ++y) {
         const bool covered = y / tile.height < image.height() / tile.height;
         for (int x = 0; x < image.width(); x += tile.width) {
             const int count = std::min(tile.width, image.width() - x);
-            visit(image.row<P>(y) + x, &tile.at(0, covered && count == tile.width ? y % tile.height : 0),
-                  count);
+            visit(image.row<P>(y) + x,
+                  &tile.at(0, covered && count == tile.width ? y % tile.height : 0), count);
         }
     }
 }
@@ -44,19 +45,21 @@ template <typename P>
 void ExpectTilesSmoothed(int width, int height, int tileWidth, int tileHeight) {
     const judge::Picture<P> tile = MakeTile<P>(tileWidth, tileHeight);
     const judge::Picture<P> smoothed = RunKernel(kValues, tile, 1);
-    const bool changed =
-        std::memcmp(smoothed.pixels.data(), tile.pixels.data(), tile.pixels.size() * sizeof(P)) != 0;
+    const bool changed = std::memcmp(smoothed.pixels.data(), tile.pixels.data(),
+                                     tile.pixels.size() * sizeof(P)) != 0;
     EXPECT_EQ(changed, tileWidth > 1) << "a single column has nothing to smooth";
 
     constexpr PF_PixelFormat format = FormatOf<P>();
     World input(format, width, height), output(format, width, height);
-    ForEachStretch(input, tile,
-                   [](P* pixels, const P* tileRow, int count) { std::copy_n(tileRow, count, pixels); });
-    standalone::Host host;
+    ForEachStretch(input, tile, [](P* pixels, const P* tileRow, int count) {
+        std::copy_n(tileRow, count, pixels);
+    });
+    host_kit::Host host;
     ASSERT_EQ(RunIn(host, ToEffectValues(kValues), format, input, output), PF_Err_NONE);
     std::int64_t wrong = 0;
     ForEachStretch(output, smoothed, [&](const P* pixels, const P* tileRow, int count) {
-        wrong += std::memcmp(pixels, tileRow, static_cast<std::size_t>(count) * sizeof(P)) != 0 ? 1 : 0;
+        wrong +=
+            std::memcmp(pixels, tileRow, static_cast<std::size_t>(count) * sizeof(P)) != 0 ? 1 : 0;
     });
     EXPECT_EQ(wrong, 0) << "stretches of " << width << " x " << height;
 }
@@ -74,6 +77,8 @@ TYPED_TEST(Sizes, LongestSides) {
 }
 
 /// More than 2^31 bytes an image, 5 GB in all; run by hand.
-TEST(LargeImage, DISABLED_PassesTwoGigabytes) { ExpectTilesSmoothed<judge::Pixel8>(24000, 24000, 240, 240); }
+TEST(LargeImage, DISABLED_PassesTwoGigabytes) {
+    ExpectTilesSmoothed<judge::Pixel8>(24000, 24000, 240, 240);
+}
 
 }  // namespace

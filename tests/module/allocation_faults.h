@@ -1,4 +1,5 @@
-// Which memory allocations of a module fail: the export of a module that is built with faulty_new.cpp.
+// Which memory allocations of a module fail: the export of a module that is built with
+// faulty_new.cpp.
 #pragma once
 
 /// Counts and fails are the module's own allocations alone, not its host's.

@@ -1,11 +1,11 @@
-// Every memory allocation inside the module fails, once and from there on: each command answers with a code,
-// and everything borrowed is back.
+// Every memory allocation inside the module fails, once and from there on: each command answers
+// with a code, and everything borrowed is back.
 #include <dlfcn.h>
 
 #include "tests/module/allocation_faults.h"
 #include "tests/module/session.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -16,7 +16,8 @@ struct Case {
 };
 
 constexpr Case kCases[] = {
-    {"parameter set-up", [](Session& s, Instance&) { return Effect(s.effect).paramsSetup(); }, true},
+    {"parameter set-up", [](Session& s, Instance&) { return Effect(s.effect).paramsSetup(); },
+     true},
     {"options", [](Session&, Instance& i) { return i.doDialog(); }, true},
     {"about", [](Session& s, Instance&) { return s.effect.about(); }, false},
     {"sequence set-up", [](Session&, Instance& i) { return i.sequenceSetup(); }, false},
@@ -29,7 +30,8 @@ constexpr Case kCases[] = {
      false},
 };
 
-/// The module stays loaded: its runtime library never gives back the memory that it keeps for exceptions.
+/// The module stays loaded: its runtime library never gives back the memory that it keeps for
+/// exceptions.
 AllocationFaults& FaultsOf(const Module& module) {
     void* library = dlopen(module.path().c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
     auto* faults = static_cast<AllocationFaults*>(dlsym(library, kAllocationFaultsName));

@@ -1,12 +1,12 @@
-// The commands that belong to no frame: set-up, about, sequence data, and those that the module does not
-// know.
+// The commands that belong to no frame: set-up, about, sequence data, and those that the module
+// does not know.
 #include <array>
 #include <cstdlib>
 #include <limits>
 
 #include "tests/module/session.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -16,14 +16,17 @@ PF_OutData NoisyOut() {
     return out;
 }
 
-bool SameOut(const PF_OutData& a, const PF_OutData& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool SameOut(const PF_OutData& a, const PF_OutData& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 TEST(EntryPoint, UnknownCommandsDoNothing) {
     const Session session;
     std::vector<PF_Cmd> unknown{2, 3, 10, 12, 25, 1000, -1, std::numeric_limits<PF_Cmd>::min()};
     for (PF_Cmd cmd = 15; cmd <= 22; ++cmd) unknown.push_back(cmd);
     for (const PF_Cmd cmd : unknown) {
-        EXPECT_EQ(session.module.entryPoint()(cmd, nullptr, nullptr, nullptr, nullptr, nullptr), 0) << cmd;
+        EXPECT_EQ(session.module.entryPoint()(cmd, nullptr, nullptr, nullptr, nullptr, nullptr), 0)
+            << cmd;
     }
 }
 
@@ -91,8 +94,10 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
     Instance instance(session.effect);
     EXPECT_TRUE(instance.sequenceResetup(std::nullopt).ok());
     EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
-    const Record cases[][2] = {
-        {kFresh, kFresh}, {{1, 7, 8, 9}, {1, 7, 8, 9}}, {{0, 7, 8, 9}, kFresh}, {{2, 7, 8, 9}, kFresh}};
+    const Record cases[][2] = {{kFresh, kFresh},
+                               {{1, 7, 8, 9}, {1, 7, 8, 9}},
+                               {{0, 7, 8, 9}, kFresh},
+                               {{2, 7, 8, 9}, kFresh}};
     for (const auto& [stored, expected] : cases) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);

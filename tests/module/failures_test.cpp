@@ -1,13 +1,13 @@
-// Every host call of every command fails, in every way that it can, once and from there on: each command
-// answers with the right code and out-record, everything borrowed is back, no picture is half rendered, and
-// the next frame is as ever.
+// Every host call of every command fails, in every way that it can, once and from there on: each
+// command answers with the right code and out-record, everything borrowed is back, no picture is
+// half rendered, and the next frame is as ever.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 
 #include "tests/module/session.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -20,7 +20,8 @@ enum class KeyMode { Off, On, Inverted };
 struct Stage {
     Stage(Session& theSession, PF_PixelFormat format, KeyMode key)
         : session(theSession), input(format), output(format, true) {
-        std::memset(output.row<char>(0), 0x11, static_cast<std::size_t>(output.width() * PixelBytes(format)));
+        std::memset(output.row<char>(0), 0x11,
+                    static_cast<std::size_t>(output.width() * PixelBytes(format)));
         instance.setCheckbox(kKeyEnable, key != KeyMode::Off);
         instance.setCheckbox(kKeyInvert, key == KeyMode::Inverted);
         EXPECT_TRUE(instance.sequenceSetup().ok());
@@ -38,7 +39,8 @@ CommandResult PreRenderAndRender(Stage& stage) {
     Frame frame(stage.instance, stage.input);
     CommandResult result = frame.preRender();
     if (result.ok()) result = frame.render(stage.output);
-    stage.session.host.calls.record(false);  // what follows is the host's deletion of the frame's data
+    stage.session.host.calls.record(
+        false);  // what follows is the host's deletion of the frame's data
     return result;
 }
 
@@ -67,8 +69,8 @@ const Case kCases[] = {
     {"flatten", [](Stage& s) { return s.instance.sequenceFlatten(s.bytes); }},
     {"set-down", [](Stage& s) { return s.instance.sequenceSetdown(); }},
     {"UI update", [](Stage& s) { return s.instance.updateParamsUi(); }},
-    {"UI update in a render engine", [](Stage& s) { return s.instance.userChangedParam(); }, k8Bit, kNoKey,
-     kRenderEngine},
+    {"UI update in a render engine", [](Stage& s) { return s.instance.userChangedParam(); }, k8Bit,
+     kNoKey, kRenderEngine},
 #ifndef _WIN32  // where a dialog opens and waits
     {"options", [](Stage& s) { return s.instance.doDialog(); }},
 #endif
@@ -76,8 +78,8 @@ const Case kCases[] = {
      [](Stage& s) { return s.instance.render(s.input, s.output); },
      {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64},
      kEveryKey},
-    {"Premiere render", [](Stage& s) { return s.instance.render(s.input, s.output); }, k8Bit, kNoKey,
-     HostNamed(PF_AppID_Premiere, {13, 0})},
+    {"Premiere render", [](Stage& s) { return s.instance.render(s.input, s.output); }, k8Bit,
+     kNoKey, HostNamed(PF_AppID_Premiere, {13, 0})},
     {"smart render",
      PreRenderAndRender,
      {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128},
@@ -130,7 +132,8 @@ class Trial {
           smoothed_(render(70)),
           copied_(render(0)) {}
 
-    /// Fails the nth call, for every n that there is. Returns the number of runs in which a call failed.
+    /// Fails the nth call, for every n that there is. Returns the number of runs in which a call
+    /// failed.
     int failEachCall(FaultShape shape, bool fromThereOn) {
         int failures = 0;
         std::size_t calls = 0;
@@ -138,8 +141,11 @@ class Trial {
         do {
             ++nth;
             SCOPED_TRACE(std::string(case_.name) + ", call " + std::to_string(nth));
-            calls = fail(
-                {.call = {}, .nth = nth, .shape = shape, .code = kFaultCode, .fromThereOn = fromThereOn});
+            calls = fail({.call = {},
+                          .nth = nth,
+                          .shape = shape,
+                          .code = kFaultCode,
+                          .fromThereOn = fromThereOn});
             failures += session_.host.calls.faultsFired() > 0 ? 1 : 0;
             EXPECT_EQ(render(70), smoothed_) << "the next frame";
         } while (static_cast<std::size_t>(nth) <= calls);
@@ -171,18 +177,21 @@ class Trial {
         EXPECT_EQ(session_.host.accounts.complaints(), "");
         if (!result.ok()) expectOutRecord(result.out, recorded, decisive);
         const std::vector<char> pixels = stage.output.pixels();
-        const bool whole = pixels == untouched || pixels == smoothed_ || pixels == copied_ ||
-                           pixels == stage.input.pixels();  // without its values a frame passes through
+        const bool whole =
+            pixels == untouched || pixels == smoothed_ || pixels == copied_ ||
+            pixels == stage.input.pixels();  // without its values a frame passes through
         EXPECT_TRUE(whole) << "half a picture";
         return recorded.size();
     }
 
     [[nodiscard]] PF_Err codeOf(const Calls& calls, std::size_t index, const Fault& fault) const {
         if (index >= calls.size() || !CanFail(calls[index].call, fault.shape)) return PF_Err_NONE;
-        return ExpectedCode(calls[index].call, fault.shape, case_.run == PreRenderAndRender, format_);
+        return ExpectedCode(calls[index].call, fault.shape, case_.run == PreRenderAndRender,
+                            format_);
     }
 
-    /// The first failed call whose failure the command has to answer with; past the end when there is none.
+    /// The first failed call whose failure the command has to answer with; past the end when there
+    /// is none.
     [[nodiscard]] std::size_t decisiveCall(const Calls& calls, const Fault& fault) const {
         const auto nth = static_cast<std::size_t>(fault.nth);
         for (std::size_t i = nth - 1; i < (fault.fromThereOn ? calls.size() : nth); ++i) {
@@ -191,10 +200,12 @@ class Trial {
         return calls.size();
     }
 
-    /// A failed command leaves its out-record alone, but for the message about a missing suite and for the
-    /// record that a re-set-up had made by then.
+    /// A failed command leaves its out-record alone, but for the message about a missing suite and
+    /// for the record that a re-set-up had made by then.
     void expectOutRecord(const PF_OutData& out, const Calls& calls, std::size_t decisive) const {
-        const auto isLock = [](const HostCallRecord& call) { return call.call == HostCall::LockHandle; };
+        const auto isLock = [](const HostCallRecord& call) {
+            return call.call == HostCall::LockHandle;
+        };
         const bool remade =
             std::count_if(calls.begin(), calls.end(), isLock) > 1 && isLock(calls.at(decisive));
         EXPECT_EQ(out.sequence_data != nullptr, remade && case_.run == Resetup);

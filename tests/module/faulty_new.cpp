@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "host/entry_point.h"
+#include "module/entry_point.h"
 #include "tests/module/allocation_faults.h"
 
 extern "C" NEVREL_EXPORT AllocationFaults allocationFaults;

@@ -1,17 +1,17 @@
-// A process in which the two values that are chosen once, the language and the layout of the controls, are
-// used for the first time on several threads at once. Arguments: the module's path, as the host tells it, and
-// the language option. Ends with 0 when every thread saw the right ones, otherwise with a status that no
-// shell gives on its own.
+// A process in which the two values that are chosen once, the language and the layout of the
+// controls, are used for the first time on several threads at once. Arguments: the module's path,
+// as the host tells it, and the language option. Ends with 0 when every thread saw the right ones,
+// otherwise with a status that no shell gives on its own.
 #include <cstdio>
 #include <string_view>
 #include <thread>
 
-#include "host/entry_point.h"
+#include "host_kit/frame.h"
+#include "module/entry_point.h"
 #include "params/string_table.h"
-#include "standalone/frame.h"
 #include "tests/module/start_line.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 

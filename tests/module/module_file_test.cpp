@@ -64,14 +64,14 @@ Bytes Property(const char* key, const Bytes& data) {
 }
 
 TEST_F(ModuleFile, DescribesTheEffectToTheHost) {
-    const Bytes expected = Number(1, 2) + Number(0, 4) + Number(12, 4) + Property("kind", Code("eFKT")) +
-                           Property("name", Name("nevrel")) + Property("catg", Name("KOVRA")) +
-                           Property("8664", Padded("EntryPointFunc")) +
-                           Property("ePVR", Number(2, 2) + Number(0, 2)) +
-                           Property("eSVR", Number(13, 2) + Number(0, 2)) +
-                           Property("eVER", Number(0x84601, 4)) + Property("eINF", Number(0, 2)) +
-                           Property("eGLO", Number(0x6000030, 4)) + Property("eGL2", Number(0x1418, 4)) +
-                           Property("eMNA", Name("KOVRA NEVREL")) + Property("aeFL", Number(0, 4));
+    const Bytes expected =
+        Number(1, 2) + Number(0, 4) + Number(12, 4) + Property("kind", Code("eFKT")) +
+        Property("name", Name("nevrel")) + Property("catg", Name("KOVRA")) +
+        Property("8664", Padded("EntryPointFunc")) + Property("ePVR", Number(2, 2) + Number(0, 2)) +
+        Property("eSVR", Number(13, 2) + Number(0, 2)) + Property("eVER", Number(0x84601, 4)) +
+        Property("eINF", Number(0, 2)) + Property("eGLO", Number(0x6000030, 4)) +
+        Property("eGL2", Number(0x1418, 4)) + Property("eMNA", Name("KOVRA NEVREL")) +
+        Property("aeFL", Number(0, 4));
     EXPECT_EQ(resource("PiPL", 16000, 1033), expected);
 }
 
@@ -89,8 +89,8 @@ Bytes Place(DWORD style, int x, int y, int width, int height, const Bytes& contr
 }
 
 Bytes Button(const Bytes& text, unsigned id, DWORD style, int x, int y, int width, int height) {
-    return Place(WS_CHILD | WS_VISIBLE | style, x, y, width, height) + Number(id, 4) + Wide("BUTTON") +
-           Wide(text) + Number(0, 2);
+    return Place(WS_CHILD | WS_VISIBLE | style, x, y, width, height) + Number(id, 4) +
+           Wide("BUTTON") + Wide(text) + Number(0, 2);
 }
 
 /// An extended template without menu and window class of its own.
@@ -104,11 +104,11 @@ Bytes Template(const Bytes& caption, DWORD style, int height, const std::vector<
 }
 
 TEST_F(ModuleFile, HoldsTheDialogTemplates) {
-    EXPECT_EQ(
-        resource(RT_DIALOG, 101, 1041),
-        Template("option",
-                 WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT | DS_FIXEDSYS,
-                 273, {Button("OK", 1040, WS_TABSTOP | BS_DEFPUSHBUTTON, 226, 252, 50, 14)}));
+    EXPECT_EQ(resource(RT_DIALOG, 101, 1041),
+              Template("option",
+                       WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME |
+                           DS_SETFONT | DS_FIXEDSYS,
+                       273, {Button("OK", 1040, WS_TABSTOP | BS_DEFPUSHBUTTON, 226, 252, 50, 14)}));
     EXPECT_EQ(resource(RT_DIALOG, 103, 1041),
               Template("", WS_CHILD | WS_VISIBLE | DS_SETFONT | DS_FIXEDSYS, 94,
                        {Button("-", 1015, BS_GROUPBOX, 7, 6, 269, 80),
@@ -118,7 +118,8 @@ TEST_F(ModuleFile, HoldsTheDialogTemplates) {
 }
 
 TEST_F(ModuleFile, ExportsItsEntryPointAlone) {
-    const auto& exports = *at<IMAGE_EXPORT_DIRECTORY>(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
+    const auto& exports =
+        *at<IMAGE_EXPORT_DIRECTORY>(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
     ASSERT_EQ(exports.NumberOfFunctions, 1U);
     ASSERT_EQ(exports.NumberOfNames, 1U);
     EXPECT_STREQ(at<char>(*at<DWORD>(exports.AddressOfNames)), "EntryPointFunc");
@@ -126,7 +127,8 @@ TEST_F(ModuleFile, ExportsItsEntryPointAlone) {
 
 TEST_F(ModuleFile, NeedsSystemLibrariesAlone) {
     std::set<std::string> libraries;
-    const auto* entry = at<IMAGE_IMPORT_DESCRIPTOR>(directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
+    const auto* entry =
+        at<IMAGE_IMPORT_DESCRIPTOR>(directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
     for (; entry->Name != 0; ++entry) libraries.insert(at<char>(entry->Name));
     EXPECT_FALSE(libraries.empty());
     const std::set<std::string> system{"KERNEL32.dll", "USER32.dll", "msvcrt.dll"};
@@ -134,10 +136,12 @@ TEST_F(ModuleFile, NeedsSystemLibrariesAlone) {
 }
 
 TEST_F(ModuleFile, IsHardened) {
-    constexpr WORD wanted = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
+    constexpr WORD wanted = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE |
+                            IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
                             IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA;
     EXPECT_EQ(header().DllCharacteristics & wanted, wanted);
-    EXPECT_NE(directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U) << "without relocations it cannot move";
+    EXPECT_NE(directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U)
+        << "without relocations it cannot move";
     EXPECT_EQ(headers().FileHeader.NumberOfSymbols, 0U) << "it is not stripped";
 }
 

@@ -3,7 +3,7 @@
 
 #include "tests/module/session.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -54,8 +54,8 @@ void ExpectControl(const PF_ParamDef& def, const Control& control, A_long uiFlag
         const PF_SliderDef& slider = def.u.sd;
         const std::vector<A_long> numbers{slider.value,      slider.dephault,  slider.valid_min,
                                           slider.slider_min, slider.valid_max, slider.slider_max};
-        EXPECT_EQ(numbers, (std::vector<A_long>{control.value, control.value, control.min, control.min,
-                                                control.max, control.max}));
+        EXPECT_EQ(numbers, (std::vector<A_long>{control.value, control.value, control.min,
+                                                control.min, control.max, control.max}));
         EXPECT_STREQ(slider.value_str, "");
         EXPECT_STREQ(slider.value_desc, "");
     } else if (control.type == PF_Param_CHECKBOX) {
@@ -70,7 +70,8 @@ void ExpectControl(const PF_ParamDef& def, const Control& control, A_long uiFlag
 
 TEST(ParamsSetup, DeclaresTheControls) {
     const std::string stored =
-        "[defaults]\nColorThreshold=300\nSoftness=0\nBias=-3\nColorkeyEnable=1\nKeycolorR=256\nKeycolorG=7\n"
+        "[defaults]\nColorThreshold=300\nSoftness=0\nBias=-3\nColorkeyEnable=1\nKeycolorR="
+        "256\nKeycolorG=7\n"
         "KeycolorB=-1\nColorkeyThreshold=9\nColorkeyInvert=1\n";
     const Defaults own{300, 0, -3, 1, {255, 0, 7, 255}, 9, 1};
     const HostIdentity old = HostNamed(PF_AppID_AfterEffects, {12, 11});
@@ -111,7 +112,8 @@ TEST(ParamsSetup, DeclaresTheControls) {
 /// The ids of the controls that a UI command updates, in order.
 std::vector<A_long> Updates(Session& session, Instance& instance, bool userChanged) {
     session.host.calls.record(true);
-    const CommandResult result = userChanged ? instance.userChangedParam() : instance.updateParamsUi();
+    const CommandResult result =
+        userChanged ? instance.userChangedParam() : instance.updateParamsUi();
     EXPECT_EQ(result.error, PF_Err_NONE);
     std::vector<A_long> ids;
     for (const HostCallRecord& call : session.host.calls.recorded()) {
@@ -128,7 +130,8 @@ TEST(UpdateParamsUi, KeyControlsFollowTheirSwitch) {
         Instance instance(session.effect);
         for (const PF_ParamIndex index : grouped ? std::vector{6} : std::vector{4, 5}) {
             PF_ParamDef def = session.effect.declared()[static_cast<std::size_t>(index)];
-            def.ui_flags = 0x100;  // a flag of the host's: the colour keeps it, the separator replaces it
+            def.ui_flags =
+                0x100;  // a flag of the host's: the colour keeps it, the separator replaces it
             ASSERT_TRUE(instance.updateControl(index, def));
         }
         const std::vector<A_long> keyControls{kKeyColor, kKeyThreshold, kKeyInvert};
@@ -161,7 +164,8 @@ TEST(UpdateParamsUi, ARenderEngineHasEverythingDisabled) {
         for (int i = 0; i < 2; ++i) EXPECT_EQ(Updates(session, instance, false), order);
         for (const A_long id : order) EXPECT_EQ(instance.param(id).ui_flags, PF_PUI_DISABLED) << id;
         session.host.calls.inject({.call = HostCall::UpdateParamUi, .fromThereOn = true});
-        EXPECT_EQ(Updates(session, instance, false), order) << "a refused update stops none of the others";
+        EXPECT_EQ(Updates(session, instance, false), order)
+            << "a refused update stops none of the others";
         session.host.calls.clearFault();
     }
 }

@@ -1,7 +1,7 @@
 // The render commands.
 #include "tests/module/session.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -22,7 +22,8 @@ TEST(SmartPreRender, HandsTheValuesOver) {
         SetControls(instance, own);
         Picture input(PF_PixelFormat_ARGB32);
         Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
-        // Whichever parameter cannot be had, that of the layout first: the frame passes through unchanged.
+        // Whichever parameter cannot be had, that of the layout first: the frame passes through
+        // unchanged.
         const auto expectNoValues = [&](int nth) {
             session.host.calls.inject({.call = HostCall::CheckoutParam, .nth = nth});
             EXPECT_TRUE(frame.preRender().ok());
@@ -78,7 +79,8 @@ TEST(SmartRender, RendersWithThePreRenderedValues) {
     Session session;
     Instance instance(session.effect);
     Picture input(PF_PixelFormat_ARGB64);
-    Picture smooth(PF_PixelFormat_ARGB64), again(PF_PixelFormat_ARGB64), copy(PF_PixelFormat_ARGB64);
+    Picture smooth(PF_PixelFormat_ARGB64), again(PF_PixelFormat_ARGB64),
+        copy(PF_PixelFormat_ARGB64);
     Frame frame(instance, input);
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
     instance.setSlider(kSoftness, 0);

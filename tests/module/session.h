@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "host_kit/frame.h"
+#include "host_kit/module.h"
 #include "kernel/effect_values.h"
-#include "standalone/frame.h"
-#include "standalone/module.h"
 #include "tests/temp_folder.h"
 
 /// The ids of the controls.
@@ -24,11 +24,12 @@ enum ControlId : A_long {
     kBias
 };
 
-/// A host with a copy of the module in a folder of its own: its once-only values are fresh and its defaults
-/// file is `ini`. Set up and with its parameters declared; every loan has to be back in the end.
+/// A host with a copy of the module in a folder of its own: its once-only values are fresh and its
+/// defaults file is `ini`. Set up and with its parameters declared; every loan has to be back in
+/// the end.
 class Session {
   public:
-    explicit Session(const std::string& ini = {}, const standalone::HostIdentity& identity = {}) {
+    explicit Session(const std::string& ini = {}, const host_kit::HostIdentity& identity = {}) {
         host.identity = identity;
         host.identity.pluginPath = module.path().string();
         host.scratchMemory = {.padding = 12, .misalignment = 4, .guarded = true, .seed = 1};
@@ -42,9 +43,9 @@ class Session {
     Session& operator=(const Session&) = delete;
 
     TempFolder folder;
-    standalone::Module module{copyModule()};
-    standalone::Host host;
-    standalone::Effect effect{host, module.entryPoint()};
+    host_kit::Module module{copyModule()};
+    host_kit::Host host;
+    host_kit::Effect effect{host, module.entryPoint()};
 
   private:
     std::filesystem::path copyModule() {
@@ -55,12 +56,13 @@ class Session {
 
 inline constexpr char kFlatLayout[] = "[ui]\nColorkeyGroup=0\n";
 
-inline standalone::HostIdentity HostNamed(A_long applId, PF_SpecVersion version, bool renderEngine = false) {
+inline host_kit::HostIdentity HostNamed(A_long applId, PF_SpecVersion version,
+                                        bool renderEngine = false) {
     return {applId, version, renderEngine, {}, nullptr};
 }
 
 /// Sets every control; of the key colour's components the low byte counts.
-inline void SetControls(standalone::Instance& instance, const EffectValues& v) {
+inline void SetControls(host_kit::Instance& instance, const EffectValues& v) {
     instance.setSlider(kThreshold, v.colorThreshold);
     instance.setSlider(kSoftness, v.softness);
     instance.setSlider(kBias, v.bias);
@@ -71,7 +73,7 @@ inline void SetControls(standalone::Instance& instance, const EffectValues& v) {
 }
 
 template <typename Pixel, typename Channel>
-void DrawSlope(standalone::World& world, Channel full) {
+void DrawSlope(host_kit::World& world, Channel full) {
     for (A_long y = 0; y < world.height(); ++y) {
         for (A_long x = 0; x < world.width(); ++x) {
             const Channel ink = 3 * x < 7 * y ? Channel{} : full;
@@ -80,14 +82,14 @@ void DrawSlope(standalone::World& world, Channel full) {
     }
 }
 
-/// An image with one hard slanted edge, green on white; between guards, aligned to nothing but the pixel,
-/// with a row pitch twice as long as a row, or negative.
-class Picture : public standalone::World {
+/// An image with one hard slanted edge, green on white; between guards, aligned to nothing but the
+/// pixel, with a row pitch twice as long as a row, or negative.
+class Picture : public host_kit::World {
   public:
     explicit Picture(PF_PixelFormat format, bool bottomUp = false)
         : World(format, kWidth, kHeight,
-                {.padding = (bottomUp ? 3 : kWidth) * standalone::PixelBytes(format),
-                 .misalignment = standalone::PixelBytes(format),
+                {.padding = (bottomUp ? 3 : kWidth) * host_kit::PixelBytes(format),
+                 .misalignment = host_kit::PixelBytes(format),
                  .bottomUp = bottomUp,
                  .guarded = true,
                  .seed = 1}) {
@@ -97,9 +99,10 @@ class Picture : public standalone::World {
     }
 
     [[nodiscard]] std::vector<char> pixels() const {
-        const auto rowSize = std::ptrdiff_t{width()} * standalone::PixelBytes(format());
+        const auto rowSize = std::ptrdiff_t{width()} * host_kit::PixelBytes(format());
         std::vector<char> bytes;
-        for (A_long y = 0; y < height(); ++y) bytes.insert(bytes.end(), row<char>(y), row<char>(y) + rowSize);
+        for (A_long y = 0; y < height(); ++y)
+            bytes.insert(bytes.end(), row<char>(y), row<char>(y) + rowSize);
         return bytes;
     }
 

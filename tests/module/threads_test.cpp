@@ -6,7 +6,7 @@
 #include "tests/module/session.h"
 #include "tests/module/start_line.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 
@@ -23,14 +23,15 @@ class Renderer {
                  : number % 3 == 1 ? PF_PixelFormat_ARGB64
                                    : PF_PixelFormat_ARGB128),
           smart_(number % 2 == 0 || number % 3 == 2) {  // only the smart commands render floats
-        SetControls(instance_, {5 + number, 30 + 10 * number, 12 * number, number % 4 / 2, 0, 255, 0, 0,
-                                number % 4 / 3});
+        SetControls(instance_, {5 + number, 30 + 10 * number, 12 * number, number % 4 / 2, 0, 255,
+                                0, 0, number % 4 / 3});
     }
 
     std::vector<char> render() {
         Picture output(input_.format(), true);
         EXPECT_TRUE(
-            (smart_ ? SmartRender(instance_, input_, output) : instance_.render(input_, output)).ok());
+            (smart_ ? SmartRender(instance_, input_, output) : instance_.render(input_, output))
+                .ok());
         return output.pixels();
     }
 
@@ -62,7 +63,8 @@ void SendOtherCommands(const Session& session) {
 TEST(Threads, RenderWhatOneThreadRenders) {
     for (const std::string layout : {"", kFlatLayout}) {
         std::vector<std::vector<char>> expected;
-        for (int number = 0; number < kRenderers; ++number) expected.push_back(RenderAlone(layout, number));
+        for (int number = 0; number < kRenderers; ++number)
+            expected.push_back(RenderAlone(layout, number));
         for (int round = 0; round < kRounds; ++round) {
             Session session(layout);
             std::atomic<int> rendering = kRenderers;
@@ -73,7 +75,8 @@ TEST(Threads, RenderWhatOneThreadRenders) {
                     Renderer renderer(session, number);
                     start.arriveAndWait();
                     for (int frame = 0; frame < kFrames; ++frame)
-                        EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)]) << number;
+                        EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)])
+                            << number;
                     --rendering;
                 });
             }
@@ -93,8 +96,8 @@ constexpr int kProcesses = 300;
 constexpr int kProcesses = 1000;
 #endif
 
-/// Its status. Wine now and then fails to start a process or loses it at once; the shell's status for that is
-/// no one of the program's own.
+/// Its status. Wine now and then fails to start a process or loses it at once; the shell's status
+/// for that is no one of the program's own.
 int RunProcess(const std::string& command) {
     int status = std::system(command.c_str());
 #ifdef _WIN32

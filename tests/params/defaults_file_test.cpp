@@ -55,8 +55,9 @@ TEST_F(DefaultsFile, PathIsTheModulesWithAnotherExtension) {
         {"nevrel", "nevrel.ini"},
         {"", ""},
         {longest + ".plugin12", longest + ".ini"},
-        {longest + "1234567.x", longest + "1234567.i"},                              // cut at 259 characters
-        {std::string(PF_MAX_PATH_LEN, 'x'), std::string(PF_MAX_PATH_LEN - 1, 'x')},  // without an end
+        {longest + "1234567.x", longest + "1234567.i"},  // cut at 259 characters
+        {std::string(PF_MAX_PATH_LEN, 'x'),
+         std::string(PF_MAX_PATH_LEN - 1, 'x')},  // without an end
     };
     for (const auto& [module, file] : cases) {
         modulePath = module;
@@ -74,9 +75,10 @@ TEST_F(DefaultsFile, EveryKeyIsWrittenEachTime) {
     WriteParamDefaults(values, &in_);
     EXPECT_EQ(read(), values);
     const std::string text = ReadText(ini_);
-    for (const char* line : {"[defaults]", "ColorThreshold=300", "Softness=-1", "Bias=2147483647",
-                             "ColorkeyEnable=-2147483648", "KeycolorR=5", "KeycolorG=6", "KeycolorB=7",
-                             "ColorkeyThreshold=8", "ColorkeyInvert=9", "[ui]", "ColorkeyGroup=2"}) {
+    for (const char* line :
+         {"[defaults]", "ColorThreshold=300", "Softness=-1", "Bias=2147483647",
+          "ColorkeyEnable=-2147483648", "KeycolorR=5", "KeycolorG=6", "KeycolorB=7",
+          "ColorkeyThreshold=8", "ColorkeyInvert=9", "[ui]", "ColorkeyGroup=2"}) {
         EXPECT_NE(text.find(line), std::string::npos) << line;
     }
     WriteParamDefaults(kBuiltInDefaults, &in_);

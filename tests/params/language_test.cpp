@@ -1,4 +1,5 @@
-// Texts and the choice of their language. The process's own language is what NEVREL_EXPECTED_LANGUAGE says
+// Texts and the choice of their language. The process's own language is what
+// NEVREL_EXPECTED_LANGUAGE says
 // ("ja"; anything else is English).
 #include <gtest/gtest.h>
 
@@ -58,8 +59,8 @@ std::string FromCodePage932(const std::string& text) {
     std::vector<wchar_t> wide(utf8.size());
     MultiByteToWideChar(932, MB_ERR_INVALID_CHARS, text.c_str(), -1, wide.data(),
                         static_cast<int>(wide.size()));
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, utf8.data(), static_cast<int>(utf8.size()), nullptr,
-                        nullptr);
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, utf8.data(), static_cast<int>(utf8.size()),
+                        nullptr, nullptr);
 #else
     iconv_t converter = iconv_open("UTF-8", "CP932");
     std::string source = text;
@@ -79,8 +80,10 @@ TEST(StringTable, GivesTheTextsOfTheLanguage) {
         const char* english;
         const char* japanese;
     } twoTexts[] = {
-        {TextId::Settings, "Settings (Valid from next start-up)", "設定 （次回起動から有効になります）"},
-        {TextId::GroupParameters, "Group color key parameters", "カラーキー関連のパラメータを階層化する"},
+        {TextId::Settings, "Settings (Valid from next start-up)",
+         "設定 （次回起動から有効になります）"},
+        {TextId::GroupParameters, "Group color key parameters",
+         "カラーキー関連のパラメータを階層化する"},
         {TextId::StoreDefaults, "Set current parameter values to default",
          "現在のパラメータ設定をデフォルト値として記憶する"},
         {TextId::RestoreDefaults, "Restore initial default parameter values",
@@ -88,7 +91,8 @@ TEST(StringTable, GivesTheTextsOfTheLanguage) {
     };
     for (const auto& c : twoTexts)
         EXPECT_EQ(FromCodePage932(LookupString(c.id)), ExpectsJapanese() ? c.japanese : c.english);
-    for (const A_long missing : {16, -1}) EXPECT_STREQ(LookupString(static_cast<TextId>(missing)), "-");
+    for (const A_long missing : {16, -1})
+        EXPECT_STREQ(LookupString(static_cast<TextId>(missing)), "-");
 }
 
 }  // namespace

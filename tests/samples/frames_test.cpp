@@ -1,5 +1,5 @@
-// The frames that benchmarks and other tests start from: the same on every platform, and as full of edges as
-// they say.
+// The frames that benchmarks and other tests start from: the same on every platform, and as full of
+// edges as they say.
 #include "samples/frames.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,8 @@ std::uint32_t Checksum(const Image8& frame) {
 
 TEST(Frames, AreTheSameEverywhere) {
     for (const Expected& expected : kFrames) {
-        EXPECT_EQ(Checksum(MakeFrame(expected.kind, 1920, 1080)), expected.checksum) << expected.name;
+        EXPECT_EQ(Checksum(MakeFrame(expected.kind, 1920, 1080)), expected.checksum)
+            << expected.name;
     }
 }
 

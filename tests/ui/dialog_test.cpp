@@ -1,5 +1,5 @@
-// The dialog framework over the dialog manager: which messages come in which order, and a dialog's three
-// states.
+// The dialog framework over the dialog manager: which messages come in which order, and a dialog's
+// three states.
 #include "ui/dialog.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,8 @@ struct Log {
         const std::string name(who);
         if (message == WM_SETFONT) messages.push_back(name + " font");
         if (message == WM_INITDIALOG) messages.push_back(name + " init");
-        if (message == WM_COMMAND) messages.push_back(name + " command " + std::to_string(LOWORD(wParam)));
+        if (message == WM_COMMAND)
+            messages.push_back(name + " command " + std::to_string(LOWORD(wParam)));
         if (message == WM_DESTROY) messages.push_back(name + " destroy");
     }
 };
@@ -57,7 +58,9 @@ struct TestDialog : DialogWindow {
 #endif
     }
 
-    [[nodiscard]] bool isShowing() const { return WaitForSingleObject(closedEvent, 0) == WAIT_TIMEOUT; }
+    [[nodiscard]] bool isShowing() const {
+        return WaitForSingleObject(closedEvent, 0) == WAIT_TIMEOUT;
+    }
 
     INT_PTR handleMessage(HWND window, UINT message, WPARAM wParam, LPARAM /*lParam*/) override {
         log.note("dialog", message, wParam);
@@ -126,10 +129,12 @@ TEST(DialogFramework, WithoutTemplateNothingHappens) {
 TEST(DialogProcedure, AnswersNothingForNoWindowAndBeforeInitialisation) {
     EXPECT_EQ(DialogProc(nullptr, WM_COMMAND, 0, 0), 0);
 
-    // A procedure that sees every message first: the font comes before the dialog is bound to its object.
+    // A procedure that sees every message first: the font comes before the dialog is bound to its
+    // object.
     static Log log;
     static std::vector<INT_PTR> answers;
-    const DLGPROC procedure = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> INT_PTR {
+    const DLGPROC procedure = [](HWND window, UINT message, WPARAM wParam,
+                                 LPARAM lParam) -> INT_PTR {
         log.note("window", message, wParam);
         answers.push_back(DialogProc(window, message, wParam, lParam));
         return answers.back();

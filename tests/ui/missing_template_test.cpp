@@ -3,7 +3,7 @@
 #include "tests/module/session.h"
 #include "tests/ui/user.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 namespace {
 

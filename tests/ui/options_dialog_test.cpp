@@ -7,7 +7,7 @@
 #include "tests/module/session.h"
 #include "tests/ui/user.h"
 
-using namespace standalone;
+using namespace host_kit;
 using test::kCloseBox;
 using test::kEscape;
 using test::SeenDialog;
@@ -25,14 +25,16 @@ Ini Parse(const std::string& text) {
         while (!line.empty() && line.back() == '\r') line.pop_back();
         const std::size_t equals = line.find('=');
         if (line.starts_with('[')) section = line;
-        if (equals != std::string::npos) values[section + line.substr(0, equals)] = line.substr(equals + 1);
+        if (equals != std::string::npos)
+            values[section + line.substr(0, equals)] = line.substr(equals + 1);
     }
     return values;
 }
 
 Ini FactoryDefaults() {
     return Parse(
-        "[defaults]\nColorThreshold=10\nSoftness=70\nBias=0\nColorkeyEnable=0\nKeycolorR=255\nKeycolorG=255\n"
+        "[defaults]\nColorThreshold=10\nSoftness=70\nBias=0\nColorkeyEnable=0\nKeycolorR="
+        "255\nKeycolorG=255\n"
         "KeycolorB=255\nColorkeyThreshold=0\nColorkeyInvert=0\n[ui]\nColorkeyGroup=1\n");
 }
 
@@ -41,7 +43,8 @@ constexpr char kOtherDefaults[] = "[defaults]\nSoftness=33\nKeycolorG=7\n[ui]\nC
 /// A module with one instance in a host that has a user before it.
 class Desk {
   public:
-    explicit Desk(const std::string& ini = {}, const HostIdentity& identity = {}) : session(ini, identity) {
+    explicit Desk(const std::string& ini = {}, const HostIdentity& identity = {})
+        : session(ini, identity) {
         session.host.identity.mainWindow = user.mainWindow();
     }
 
@@ -92,11 +95,10 @@ TEST(OptionsDialog, StoresTheInstancesValuesForTheNextStartUp) {
     Desk desk;
     SetControls(desk.instance, {42, 5, 6, 1, 1, 2, 3, 4, 1});
     EXPECT_TRUE(desk.work({STORE_BUTTON_ID, kEscape}));
-    EXPECT_EQ(
-        Parse(desk.ini()),
-        Parse(
-            "[defaults]\nColorThreshold=42\nSoftness=5\nBias=6\nColorkeyEnable=1\nKeycolorR=1\nKeycolorG=2\n"
-            "KeycolorB=3\nColorkeyThreshold=4\nColorkeyInvert=1\n[ui]\nColorkeyGroup=1\n"));
+    EXPECT_EQ(Parse(desk.ini()),
+              Parse("[defaults]\nColorThreshold=42\nSoftness=5\nBias=6\nColorkeyEnable="
+                    "1\nKeycolorR=1\nKeycolorG=2\n"
+                    "KeycolorB=3\nColorkeyThreshold=4\nColorkeyInvert=1\n[ui]\nColorkeyGroup=1\n"));
     EXPECT_EQ(desk.instance.param(kThreshold).u.sd.value, 42) << "the instance keeps its own";
 
     const Session next(desk.ini());
@@ -110,18 +112,21 @@ TEST(OptionsDialog, TheCheckboxChoosesTheLayout) {
     expected["[ui]ColorkeyGroup"] = "0";
     EXPECT_EQ(Parse(desk.ini()), expected);
 
-    EXPECT_FALSE(desk.work({GROUP_CHECKBOX_ID, OK_BUTTON_ID})->controls.at(GROUP_CHECKBOX_ID).checked);
+    EXPECT_FALSE(
+        desk.work({GROUP_CHECKBOX_ID, OK_BUTTON_ID})->controls.at(GROUP_CHECKBOX_ID).checked);
     EXPECT_EQ(Parse(desk.ini()), FactoryDefaults());
 }
 
 TEST(OptionsDialog, AHostThatIgnoresDefaultsGetsTheCheckboxOnly) {
     Desk desk(kOtherDefaults, HostNamed(PF_AppID_AfterEffects, {12, 11}));
-    const auto seen = desk.work({STORE_BUTTON_ID, RESTORE_BUTTON_ID, GROUP_CHECKBOX_ID, OK_BUTTON_ID});
+    const auto seen =
+        desk.work({STORE_BUTTON_ID, RESTORE_BUTTON_ID, GROUP_CHECKBOX_ID, OK_BUTTON_ID});
     ASSERT_TRUE(seen);
     EXPECT_FALSE(seen->controls.at(STORE_BUTTON_ID).enabled);
     EXPECT_FALSE(seen->controls.at(RESTORE_BUTTON_ID).enabled);
     EXPECT_TRUE(seen->controls.at(GROUP_CHECKBOX_ID).enabled);
-    EXPECT_EQ(Parse(desk.ini()), Parse("[defaults]\nSoftness=33\nKeycolorG=7\n[ui]\nColorkeyGroup=1\n"));
+    EXPECT_EQ(Parse(desk.ini()),
+              Parse("[defaults]\nSoftness=33\nKeycolorG=7\n[ui]\nColorkeyGroup=1\n"));
 
     for (const HostIdentity& newer :
          {HostNamed(PF_AppID_AfterEffects, {12, 12}), HostNamed(PF_AppID_Premiere, {11, 0})}) {
@@ -144,7 +149,8 @@ TEST(OptionsDialog, OpensCentredWithThePageOnTop) {
     EXPECT_EQ(seen->page.left, seen->client.left);
     EXPECT_EQ(seen->page.top, seen->client.top);
     EXPECT_EQ(seen->page.right, seen->client.right);
-    EXPECT_NEAR(seen->page.bottom - seen->page.top, (seen->client.bottom - seen->client.top) * 94.0 / 273, 1)
+    EXPECT_NEAR(seen->page.bottom - seen->page.top,
+                (seen->client.bottom - seen->client.top) * 94.0 / 273, 1)
         << "in the proportion of their dialog units";
 }
 
@@ -169,7 +175,8 @@ TEST(OptionsDialog, SpeaksTheLanguageOfTheProcess) {
 
 TEST(OptionsDialog, DoesNotOpenInAHostThatLacksWhatItNeeds) {
     Desk desk;
-    desk.session.host.calls.inject({.call = HostCall::GetPlatformData, .nth = 2, .fromThereOn = true});
+    desk.session.host.calls.inject(
+        {.call = HostCall::GetPlatformData, .nth = 2, .fromThereOn = true});
     EXPECT_FALSE(desk.work({})) << "without the module's path";
     desk.session.host.calls.clearFault();
     desk.session.host.identity.pluginPath = desk.session.folder.file("other.aex");

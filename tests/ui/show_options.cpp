@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <exception>
 
-#include "standalone/instance.h"
-#include "standalone/module.h"
+#include "host_kit/instance.h"
+#include "host_kit/module.h"
 #include "tests/ui/user.h"
 
-using namespace standalone;
+using namespace host_kit;
 
 int main() try {
     const test::User user;

@@ -1,6 +1,6 @@
-// A user of dialogs: has the main window that owns them, looks at the dialog that opens, and works it. On
-// Windows a second thread does so with mouse and keyboard; elsewhere the dialog manager's stand-in asks what
-// happens next.
+// A user of dialogs: has the main window that owns them, looks at the dialog that opens, and works
+// it. On Windows a second thread does so with mouse and keyboard; elsewhere the dialog manager's
+// stand-in asks what happens next.
 #pragma once
 
 #include <map>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/platform.h"
+#include "windows_stand_in/windows_api.h"
 
 namespace test {
 
@@ -40,8 +40,8 @@ class User {
 
     [[nodiscard]] HWND mainWindow() const;
 
-    /// Runs `show` and works the dialog that it opens with `actions`, the last of which ends it. Returns the
-    /// dialog as it looked at first; nothing when none came up.
+    /// Runs `show` and works the dialog that it opens with `actions`, the last of which ends it.
+    /// Returns the dialog as it looked at first; nothing when none came up.
     template <typename Show>
     std::optional<SeenDialog> work(std::vector<int> actions, Show show) {
         begin(std::move(actions));

@@ -2,8 +2,8 @@
 
 #include <deque>
 
-#include "platform/dialog_shower.h"
 #include "tests/ui/user.h"
+#include "windows_stand_in/dialog_shower.h"
 
 namespace test {
 
@@ -78,7 +78,8 @@ void User::begin(std::vector<int> actions) {
 }
 
 std::optional<SeenDialog> User::end() {
-    EXPECT_TRUE(!seat_->seen || seat_->actions.empty()) << "the dialog ended before the last action";
+    EXPECT_TRUE(!seat_->seen || seat_->actions.empty())
+        << "the dialog ended before the last action";
     return seat_->seen;
 }
 

@@ -44,7 +44,8 @@ BOOL CALLBACK LookAtChild(HWND child, LPARAM argument) {
         seen.page = PlaceOf(child);
     } else {
         const bool checked = SendMessageA(child, BM_GETCHECK, 0, 0) == BST_CHECKED;
-        seen.controls[GetDlgCtrlID(child)] = {TextOf(child), IsWindowEnabled(child) != FALSE, checked};
+        seen.controls[GetDlgCtrlID(child)] = {TextOf(child), IsWindowEnabled(child) != FALSE,
+                                              checked};
     }
     return TRUE;
 }
@@ -71,8 +72,8 @@ HWND FindControl(HWND dialog, int id) {
     return search.found;
 }
 
-// Presses the left mouse button and lets it go. Each event carries the place, so that nothing can come
-// between.
+// Presses the left mouse button and lets it go. Each event carries the place, so that nothing can
+// come between.
 void ClickAt(LONG x, LONG y) {
     std::array<INPUT, 2> events{};
     for (INPUT& event : events) {
@@ -96,14 +97,17 @@ void PressEscape() {
     SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT));
 }
 
-void ClickCenter(RECT place) { ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2); }
+void ClickCenter(RECT place) {
+    ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+}
 
 // Where the caption says that its close box is.
 void ClickCloseBox(HWND dialog) {
     const RECT place = PlaceOf(dialog);
     const LONG y = (place.top + ClientPlaceOf(dialog).top) / 2;
     LONG x = place.right;
-    while (--x >= place.left && SendMessageA(dialog, WM_NCHITTEST, 0, MAKELPARAM(x, y)) != HTCLOSE) {
+    while (--x >= place.left &&
+           SendMessageA(dialog, WM_NCHITTEST, 0, MAKELPARAM(x, y)) != HTCLOSE) {
     }
     ClickAt(x - 2, y);
 }
@@ -157,9 +161,9 @@ struct User::Seat {
 };
 
 User::User(RECT place) : seat_(std::make_unique<Seat>()) {
-    seat_->window = CreateWindowExA(0, "STATIC", "main window", WS_OVERLAPPEDWINDOW | WS_VISIBLE, place.left,
-                                    place.top, place.right - place.left, place.bottom - place.top, nullptr,
-                                    nullptr, nullptr, nullptr);
+    seat_->window = CreateWindowExA(0, "STATIC", "main window", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                    place.left, place.top, place.right - place.left,
+                                    place.bottom - place.top, nullptr, nullptr, nullptr, nullptr);
 }
 
 User::~User() { DestroyWindow(seat_->window); }

@@ -1,0 +1,146 @@
+#include "command/color_channels.h"
+
+#include <algorithm>
+#include <cctype>
+#include <initializer_list>
+#include <string_view>
+#include <vector>
+
+#include "command/picture_error.h"
+
+namespace nevrel {
+namespace {
+
+bool SameWord(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+        return std::tolower(x) == std::tolower(y);
+    });
+}
+
+/// A channel's name is its layer's prefix, which ends with the last point, and the word for what it
+/// holds.
+std::string_view Prefix(std::string_view name) { return name.substr(0, name.rfind('.') + 1); }
+
+int FindChannel(const OIIO::ImageSpec& spec, std::string_view prefix,
+                std::initializer_list<std::string_view> words) {
+    for (int i = 0; i < spec.nchannels; ++i) {
+        const std::string_view name = spec.channelnames[static_cast<std::size_t>(i)];
+        if (Prefix(name) != prefix) continue;
+        for (const std::string_view word : words) {
+            if (SameWord(name.substr(prefix.size()), word)) return i;
+        }
+    }
+    return -1;
+}
+
+bool IsComplete(const ColorChannels& channels) {
+    return channels.red >= 0 && channels.green >= 0 && channels.blue >= 0;
+}
+
+ColorChannels ChannelsByName(const Picture& picture, std::size_t part, const std::string& prefix) {
+    const OIIO::ImageSpec& spec = picture.parts[part].spec;
+    ColorChannels channels{part,
+                           FindChannel(spec, prefix, {"R", "red"}),
+                           FindChannel(spec, prefix, {"G", "green"}),
+                           FindChannel(spec, prefix, {"B", "blue"}),
+                           FindChannel(spec, prefix, {"A", "alpha"}),
+                           prefix};
+    const bool hasChroma = FindChannel(spec, prefix, {"RY", "BY"}) >= 0;
+    if (!IsComplete(channels) && !hasChroma) {
+        channels.red = channels.green = channels.blue = FindChannel(spec, prefix, {"Y"});
+    }
+    return channels;
+}
+
+/// Formats that store no channel names: colour comes first.
+ColorChannels ChannelsByPlace(const OIIO::ImageSpec& spec) {
+    if (spec.nchannels < 3) return {0, 0, 0, 0, spec.alpha_channel, ""};
+    return {0, 0, 1, 2, spec.alpha_channel, ""};
+}
+
+struct Layer {
+    std::string name;
+    ColorChannels channels;
+};
+
+std::string LayerName(const OIIO::ImageSpec& spec, const std::string& prefix) {
+    if (!prefix.empty()) return prefix.substr(0, prefix.size() - 1);
+    return spec.get_string_attribute("oiio:subimagename", spec.get_string_attribute("name"));
+}
+
+/// Every set of colour channels in the picture.
+std::vector<Layer> Layers(const Picture& picture) {
+    std::vector<Layer> layers;
+    for (std::size_t part = 0; part < picture.parts.size(); ++part) {
+        std::vector<std::string> prefixes;
+        for (const std::string& name : picture.parts[part].spec.channelnames) {
+            const std::string prefix(Prefix(name));
+            if (std::find(prefixes.begin(), prefixes.end(), prefix) != prefixes.end()) continue;
+            prefixes.push_back(prefix);
+            const ColorChannels channels = ChannelsByName(picture, part, prefix);
+            if (IsComplete(channels))
+                layers.push_back({LayerName(picture.parts[part].spec, prefix), channels});
+        }
+    }
+    return layers;
+}
+
+std::string Names(const std::vector<Layer>& layers) {
+    std::vector<std::string> names;
+    for (const Layer& layer : layers) {
+        if (!layer.name.empty()) names.push_back(layer.name);
+    }
+    return Join(names);
+}
+
+ColorChannels FindLayer(const std::vector<Layer>& layers, const std::string& name,
+                        const std::filesystem::path& path) {
+    for (const Layer& layer : layers) {
+        if (layer.name == name) return layer.channels;
+    }
+    const std::string others = Names(layers);
+    throw PictureError(
+        path, "has no layer " + name + (others.empty() ? "" : "; its layers are " + others));
+}
+
+}  // namespace
+
+ColorChannels FindColorChannels(const Picture& picture, const std::string& layer,
+                                const std::filesystem::path& path) {
+    const bool named = picture.format == "openexr";
+    const std::vector<Layer> layers = named ? Layers(picture) : std::vector<Layer>{};
+    if (!layer.empty()) return FindLayer(layers, layer, path);
+    if (!named) return ChannelsByPlace(picture.parts.front().spec);
+    if (layers.empty()) {
+        const std::string channels = Join(picture.parts.front().spec.channelnames);
+        throw PictureError(path, "has no color channels; there are " + channels);
+    }
+    const auto own = std::find_if(layers.begin(), layers.end(), [](const Layer& candidate) {
+        return candidate.channels.prefix.empty();
+    });
+    if (own != layers.end()) return own->channels;
+    if (layers.size() > 1)
+        throw PictureError(path, "choose one of its layers with --layer: " + Names(layers));
+    return layers.front().channels;
+}
+
+PF_PixelFormat OwnDepth(const Part& part, const ColorChannels& channels,
+                        const std::filesystem::path& path) {
+    PF_PixelFormat depth = PF_PixelFormat_ARGB32;
+    for (const int channel : {channels.red, channels.green, channels.blue, channels.alpha}) {
+        if (channel < 0) continue;
+        const OIIO::TypeDesc type = part.channelType(channel);
+        if (type == OIIO::TypeDesc::UINT8) continue;
+        if (type == OIIO::TypeDesc::UINT16) {
+            if (depth == PF_PixelFormat_ARGB32) depth = PF_PixelFormat_ARGB64;
+        } else if (type.is_floating_point()) {
+            depth = PF_PixelFormat_ARGB128;
+        } else {
+            throw PictureError(path, std::string("its color channels hold ") + type.c_str() +
+                                         " samples, which are not supported");
+        }
+    }
+    return depth;
+}
+
+}  // namespace nevrel

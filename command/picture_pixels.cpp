@@ -1,0 +1,299 @@
+#include "command/picture_pixels.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cassert>
+#include <cmath>
+#include <cstring>
+#include <numeric>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "command/sample_types.h"
+
+namespace nevrel {
+namespace {
+
+using host_kit::World;
+
+/// The channels of an image of the effect, pixel by pixel; places are in memory order alpha, red,
+/// green, blue. The image's rows lie without gaps.
+template <typename StoredChannel, typename ConvertedChannel>
+class WorldView {
+  public:
+    using Channel = ConvertedChannel;
+
+    explicit WorldView(const World& world)
+        : first_(static_cast<StoredChannel*>(world.record().data)) {
+        assert(world.record().rowbytes == world.width() * host_kit::PixelBytes(world.format()));
+    }
+
+    [[nodiscard]] Channel get(std::size_t pixel, int place) const { return {*at(pixel, place)}; }
+    void set(std::size_t pixel, int place, Channel value) const {
+        std::memcpy(at(pixel, place), &value, sizeof value);
+    }
+
+  private:
+    [[nodiscard]] StoredChannel* at(std::size_t pixel, int place) const {
+        return first_ + pixel * 4 + place;
+    }
+
+    StoredChannel* first_;
+};
+
+using View8 = WorldView<A_u_char, std::uint8_t>;
+using View16 = WorldView<A_u_short, Channel16>;
+using ViewFloat = WorldView<float, float>;
+
+constexpr int kAlpha = 0, kRed = 1;
+
+template <typename Action>
+void WithView(const World& world, Action&& action) {
+    switch (world.format()) {
+        case PF_PixelFormat_ARGB32:
+            action(View8(world));
+            break;
+        case PF_PixelFormat_ARGB64:
+            action(View16(world));
+            break;
+        default:
+            action(ViewFloat(world));
+            break;
+    }
+}
+
+bool SameBits(std::uint8_t a, std::uint8_t b) { return a == b; }
+bool SameBits(Channel16 a, Channel16 b) { return a.value == b.value; }
+bool SameBits(float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+
+/// Calls `action` with a view of the channel, typed as its samples are.
+template <typename Action>
+void WithChannel(const Part& part, int channel, Action&& action) {
+    [[maybe_unused]] const bool known = WithSampleType(part.channelType(channel), [&](auto sample) {
+        action(ChannelView<decltype(sample)>(part, channel), sample);
+    });
+    assert(known);
+}
+
+/// Like WithChannel for copying: also for samples that are no intensities, such as 32-bit object
+/// numbers.
+template <typename Action>
+void WithRawChannel(const Part& part, int channel, Action&& action) {
+    switch (part.channelType(channel).size()) {
+        case 1:
+            action(ChannelView<std::uint8_t>(part, channel));
+            break;
+        case 2:
+            action(ChannelView<std::uint16_t>(part, channel));
+            break;
+        case 4:
+            action(ChannelView<std::uint32_t>(part, channel));
+            break;
+        default:
+            action(ChannelView<std::uint64_t>(part, channel));
+            break;
+    }
+}
+
+std::array<int, 3> Colors(const ColorChannels& channels) {
+    return {channels.red, channels.green, channels.blue};
+}
+
+/// Straight colour of a sample that was multiplied by alpha; where alpha is 0 the sample itself.
+double Straighten(double color, double alpha) { return alpha == 0 ? color : color / alpha; }
+
+template <typename View>
+void LoadChannel(const Part& part, int channel, const View& view, int place) {
+    WithChannel(part, channel, [&](auto samples, auto) {
+        for (std::size_t i = 0; i < part.pixels(); ++i) {
+            view.set(i, place, Convert<typename View::Channel>(samples.get(i)));
+        }
+    });
+}
+
+template <typename View>
+void LoadAssociatedColor(const Part& part, int channel, int alphaChannel, const View& view,
+                         int place) {
+    WithChannel(part, alphaChannel, [&](auto alphas, auto) {
+        WithChannel(part, channel, [&](auto samples, auto) {
+            for (std::size_t i = 0; i < part.pixels(); ++i) {
+                const double straight = Straighten(ToUnit(samples.get(i)), ToUnit(alphas.get(i)));
+                view.set(i, place, FromUnit<typename View::Channel>(straight));
+            }
+        });
+    });
+}
+
+template <typename View>
+void StoreChannel(const View& before, const View& after, int place, const Part& part, int channel) {
+    WithChannel(part, channel, [&](auto samples, auto sample) {
+        for (std::size_t i = 0; i < part.pixels(); ++i) {
+            const auto value = after.get(i, place);
+            if (!SameBits(before.get(i, place), value))
+                samples.set(i, Convert<decltype(sample)>(value));
+        }
+    });
+}
+
+template <typename View>
+void StoreAssociatedColor(const View& before, const View& after, int place, const Part& part,
+                          int channel) {
+    WithChannel(part, channel, [&](auto samples, auto sample) {
+        for (std::size_t i = 0; i < part.pixels(); ++i) {
+            const auto oldAlpha = before.get(i, kAlpha);
+            const auto alpha = after.get(i, kAlpha);
+            const auto value = after.get(i, place);
+            if (SameBits(before.get(i, place), value) && SameBits(oldAlpha, alpha)) continue;
+            const bool stayedClear =
+                ToUnit(oldAlpha) == 0 && ToUnit(alpha) == 0;  // then colour is stored as it is
+            const double factor = stayedClear ? 1.0 : ToUnit(alpha);
+            samples.set(i, FromUnit<decltype(sample)>(ToUnit(value) * factor));
+        }
+    });
+}
+
+constexpr int kOpaque = -1;
+
+void CopyChannel(const Part& from, int source, const Part& to, int target) {
+    WithRawChannel(from, source, [&](auto samples) {
+        const decltype(samples) copies(to, target);
+        for (std::size_t i = 0; i < from.pixels(); ++i) copies.set(i, samples.get(i));
+    });
+}
+
+void FillOpaque(const Part& part, int channel) {
+    WithChannel(part, channel, [&](auto samples, auto sample) {
+        for (std::size_t i = 0; i < part.pixels(); ++i)
+            samples.set(i, FromUnit<decltype(sample)>(1.0));
+    });
+}
+
+/// A part whose channels are those at `sources` in `part`, or opaque alpha of the type of channel
+/// `like`.
+Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& sources, int like) {
+    spec.nchannels = static_cast<int>(sources.size());
+    if (!spec.channelformats.empty()) {
+        spec.channelformats.clear();
+        for (const int source : sources) {
+            spec.channelformats.push_back(part.channelType(source == kOpaque ? like : source));
+        }
+    }
+    Part arranged = MakePart(spec, part.associated);
+    for (int channel = 0; channel < spec.nchannels; ++channel) {
+        const int source = sources[static_cast<std::size_t>(channel)];
+        if (source == kOpaque) {
+            FillOpaque(arranged, channel);
+        } else {
+            CopyChannel(part, source, arranged, channel);
+        }
+    }
+    return arranged;
+}
+
+}  // namespace
+
+void LoadPixels(const Part& part, const ColorChannels& channels, World& world) {
+    WithView(world, [&](const auto& view) {
+        using Channel = typename std::decay_t<decltype(view)>::Channel;
+        if (channels.alpha >= 0) {
+            LoadChannel(part, channels.alpha, view, kAlpha);
+        } else {
+            for (std::size_t i = 0; i < part.pixels(); ++i)
+                view.set(i, kAlpha, FromUnit<Channel>(1.0));
+        }
+        int place = kRed;
+        for (const int channel : Colors(channels)) {
+            if (part.associated && channels.alpha >= 0) {
+                LoadAssociatedColor(part, channel, channels.alpha, view, place++);
+            } else {
+                LoadChannel(part, channel, view, place++);
+            }
+        }
+    });
+}
+
+void StorePixels(const World& before, const World& after, const ColorChannels& channels,
+                 Part& part) {
+    WithView(before, [&](const auto& beforeView) {
+        const std::decay_t<decltype(beforeView)> afterView(after);
+        int place = kRed;
+        for (const int channel : Colors(channels)) {
+            if (place > kRed && channels.isGrey()) break;
+            if (part.associated && channels.alpha >= 0) {
+                StoreAssociatedColor(beforeView, afterView, place++, part, channel);
+            } else {
+                StoreChannel(beforeView, afterView, place++, part, channel);
+            }
+        }
+        if (channels.alpha >= 0) StoreChannel(beforeView, afterView, kAlpha, part, channels.alpha);
+    });
+}
+
+void AddAlpha(Part& part, ColorChannels& channels) {
+    assert(channels.alpha < 0);
+    const int place = std::max({channels.red, channels.green, channels.blue}) + 1;
+    OIIO::ImageSpec spec = part.spec;
+    std::vector<int> sources(static_cast<std::size_t>(spec.nchannels));
+    std::iota(sources.begin(), sources.end(), 0);
+    sources.insert(sources.begin() + place, kOpaque);
+    spec.channelnames.insert(spec.channelnames.begin() + place, channels.prefix + "A");
+    for (int* named : {&spec.alpha_channel, &spec.z_channel}) *named += *named >= place ? 1 : 0;
+    if (spec.alpha_channel < 0) spec.alpha_channel = place;
+    part = Rearranged(part, spec, sources, channels.green);
+    channels.alpha = place;
+}
+
+void ExpandGrey(Part& part, ColorChannels& channels) {
+    assert(channels.isGrey() && channels.alpha >= 0);
+    OIIO::ImageSpec spec = part.spec;
+    spec.channelnames = {"R", "G", "B", "A"};
+    spec.alpha_channel = 3;
+    part = Rearranged(part, spec, {channels.red, channels.red, channels.red, channels.alpha},
+                      channels.red);
+    channels = {channels.part, 0, 1, 2, 3, ""};
+}
+
+void RoundToBits(Part& part, int bits) {
+    assert(bits > 8 && bits <= 16);
+    const double largest = (1U << static_cast<unsigned>(bits)) - 1;
+    const int rest = 16 - bits;
+    for (int channel = 0; channel < part.spec.nchannels; ++channel) {
+        const ChannelView<std::uint16_t> samples(part, channel);
+        for (std::size_t i = 0; i < part.pixels(); ++i) {
+            const long rounded = std::lround(ToUnit(samples.get(i)) * largest);
+            samples.set(i, static_cast<std::uint16_t>(rounded << rest | rounded >> (bits - rest)));
+        }
+    }
+}
+
+Part Recast(const Part& part, const ColorChannels& channels, bool associated) {
+    OIIO::ImageSpec spec = part.spec;
+    spec.set_format(OIIO::TypeDesc::FLOAT);
+    spec.channelformats.clear();
+    Part recast = MakePart(spec, associated);
+    for (int channel = 0; channel < spec.nchannels; ++channel) {
+        const ChannelView<float> target(recast, channel);
+        const bool isColor =
+            channel == channels.red || channel == channels.green || channel == channels.blue;
+        WithChannel(part, channel, [&](auto samples, auto) {
+            for (std::size_t i = 0; i < part.pixels(); ++i)
+                target.set(i, Convert<float>(samples.get(i)));
+        });
+        if (!isColor || channels.alpha < 0 || part.associated == associated) continue;
+        WithChannel(part, channels.alpha, [&](auto alphas, auto) {
+            for (std::size_t i = 0; i < part.pixels(); ++i) {
+                const double alpha = ToUnit(alphas.get(i));
+                const double color = ToUnit(target.get(i));
+                target.set(i,
+                           FromUnit<float>(associated ? color * alpha : Straighten(color, alpha)));
+            }
+        });
+    }
+    return recast;
+}
+
+}  // namespace nevrel

@@ -1,0 +1,34 @@
+// Between a picture's samples and the images that the effect works on.
+#pragma once
+
+#include "command/color_channels.h"
+#include "command/picture.h"
+#include "host_kit/world.h"
+
+namespace nevrel {
+
+/// Fills `world` with the picture's pixels in straight colour; opaque where the picture has no
+/// alpha channel.
+void LoadPixels(const Part& part, const ColorChannels& channels, host_kit::World& world);
+
+/// Takes the pixels that the effect changed over into the picture: every channel whose value is the
+/// same in `before` and `after` keeps the picture's own sample, bit for bit.
+void StorePixels(const host_kit::World& before, const host_kit::World& after,
+                 const ColorChannels& channels, Part& part);
+
+/// Gives the part an opaque alpha channel behind its last colour channel, and sets it in
+/// `channels`.
+void AddAlpha(Part& part, ColorChannels& channels);
+
+/// Makes a grey part with alpha an RGBA one, for formats without the former; its other channels go.
+void ExpandGrey(Part& part, ColorChannels& channels);
+
+/// Rounds 16-bit samples to the nearest that `bits` of them can hold, 9 to 16; writers cut off the
+/// others.
+void RoundToBits(Part& part, int bits);
+
+/// The part with float samples and colour multiplied by alpha or not, for formats that store it
+/// otherwise. Where alpha is 0, straight colour is lost by multiplication.
+[[nodiscard]] Part Recast(const Part& part, const ColorChannels& channels, bool associated);
+
+}  // namespace nevrel

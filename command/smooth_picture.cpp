@@ -1,0 +1,121 @@
+#include "command/smooth_picture.h"
+
+#include <algorithm>
+#include <new>
+
+#include "command/color_channels.h"
+#include "command/controls.h"
+#include "command/picture_error.h"
+#include "command/picture_pixels.h"
+#include "command/sample_types.h"
+#include "command/session.h"
+#include "host_kit/frame.h"
+
+namespace nevrel {
+namespace {
+
+using host_kit::CommandResult;
+using host_kit::Frame;
+using host_kit::Instance;
+using host_kit::World;
+
+void Render(Instance& instance, World& input, World& output, const std::filesystem::path& path) {
+    Frame frame(instance, input);
+    const auto require = [&](const CommandResult& result) {
+        if (!result.ok()) throw PictureError(path, "smoothing " + FailureText(result));
+    };
+    require(frame.preRender());
+    const PF_LRect& area = frame.preRenderOutput().result_rect;
+    const bool whole = area.left == 0 && area.top == 0 && area.right == input.width() &&
+                       area.bottom == input.height();
+    if (!whole || frame.preRenderOutput().pre_render_data == nullptr) {
+        throw PictureError(path, "smoothing failed: the module did not prepare the whole picture");
+    }
+    require(frame.render(output));
+}
+
+/// Brings a part into a form that the output's format can store: its way with alpha, and one type
+/// of sample where the format has only one.
+void Adapt(Part& part, const ColorChannels& channels, const Picture& input,
+           const std::string& format, const std::filesystem::path& path) {
+    const bool associated = StoresAssociated(format, input.format, part);
+    const bool mixedTypes = !part.spec.channelformats.empty() && format != input.format;
+    if (!mixedTypes && (channels.alpha < 0 || associated == part.associated)) {
+        part.associated = associated;
+        return;
+    }
+    for (int channel = 0; channel < part.spec.nchannels; ++channel) {
+        if (WithSampleType(part.channelType(channel), [](auto) {})) continue;
+        throw PictureError(path,
+                           std::string(format)
+                               .append(" cannot hold the samples of channel ")
+                               .append(part.spec.channelnames[static_cast<std::size_t>(channel)]));
+    }
+    part = Recast(part, channels, associated);
+}
+
+/// Smooths the part that holds the channels, as `format` stores it.
+void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
+                Picture& picture, ColorChannels& channels, const std::string& format) {
+    Part& part = picture.parts[channels.part];
+    const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
+    World input(depth, part.spec.width, part.spec.height);
+    World output(depth, part.spec.width, part.spec.height);
+    LoadPixels(part, channels, input);
+    Render(instance, input, output, paths.input);
+
+    Adapt(part, channels, picture, format, paths.output);
+    const bool keyed = instance.param(kColorKeyEnable).u.bd.value != 0;
+    if (keyed && channels.alpha < 0) AddAlpha(part, channels);
+    if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
+        ExpandGrey(part, channels);
+    StorePixels(input, output, channels, part);
+    const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
+    if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16)
+        RoundToBits(part, bits);
+}
+
+/// Lets the picture library use so many threads for one picture.
+void SetLibraryThreads(int threads) {
+    OIIO::attribute("threads", threads);
+    OIIO::attribute("exr_threads",
+                    threads > 1 ? threads : -1);  // a pool of one would be one thread too many
+}
+
+}  // namespace
+
+void SmoothPicture(Instance& instance, const SmoothSettings& settings,
+                   const PicturePaths& paths) try {
+    const std::string format = FormatForPath(paths.output);
+    Picture picture = ReadPicture(paths.input);
+    ColorChannels channels = FindColorChannels(picture, settings.layer, paths.input);
+    if (picture.parts.size() > 1 && format != picture.format) {
+        throw PictureError(paths.output, "the " + std::to_string(picture.parts.size()) +
+                                             " parts of the input can only be kept as " +
+                                             picture.format);
+    }
+    SmoothPart(instance, settings, paths, picture, channels, format);
+    picture.format = format;
+    WritePicture(picture, paths.output);
+} catch (const std::bad_alloc&) {
+    throw PictureError(paths.input, "not enough memory");
+}
+
+bool SmoothPictures(Instance& instance, const SmoothSettings& settings,
+                    const std::vector<PicturePaths>& pictures, unsigned jobs,
+                    const Complain& complain) {
+    SetLibraryThreads(std::max(1, static_cast<int>(jobs / pictures.size())));
+    const auto smooth = [&](std::size_t i) -> std::string {
+        try {
+            SmoothPicture(instance, settings, pictures[i]);
+            return {};
+        } catch (const PictureError& error) {
+            return OneLine(error.what());
+        } catch (const std::exception& error) {
+            return OneLine(PictureError(pictures[i].input, error.what()).what());
+        }
+    };
+    return DoInTurn(pictures.size(), jobs, smooth, complain);
+}
+
+}  // namespace nevrel

@@ -1,0 +1,32 @@
+// Smoothing pictures, from file to file.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/in_turn.h"
+#include "command/output_paths.h"
+#include "host_kit/instance.h"
+
+namespace nevrel {
+
+/// How pictures are smoothed, beside the instance's controls.
+struct SmoothSettings {
+    std::string layer;                    ///< of an EXR; empty for the picture's own channels
+    std::optional<PF_PixelFormat> depth;  ///< of the kernels; the picture's own by default
+};
+
+/// Several threads may smooth pictures with one instance at once. Throws a std::exception,
+/// as a rule a PictureError; nothing has been written then.
+void SmoothPicture(host_kit::Instance& instance, const SmoothSettings& settings,
+                   const PicturePaths& paths);
+
+/// Smooths the pictures, up to `jobs` at a time, each in one thread that reads, renders and writes
+/// it. One that fails is passed to `complain`, in the order of the pictures, and stops no other.
+/// Returns whether none failed.
+bool SmoothPictures(host_kit::Instance& instance, const SmoothSettings& settings,
+                    const std::vector<PicturePaths>& pictures, unsigned jobs,
+                    const Complain& complain);
+
+}  // namespace nevrel

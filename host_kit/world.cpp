@@ -1,0 +1,102 @@
+#include "host_kit/world.h"
+
+#include <cassert>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace host_kit {
+namespace {
+
+constexpr std::size_t kGuardBytes = 2048;
+constexpr std::align_val_t kAlignment{64};
+
+std::byte Noise(std::size_t index, std::uint32_t seed) {
+    const std::uint64_t mixed = (static_cast<std::uint64_t>(index) + seed) * 0x9E3779B97F4A7C15U;
+    return static_cast<std::byte>((mixed ^ mixed >> 29) >> 32);
+}
+
+}  // namespace
+
+int PixelBytes(PF_PixelFormat format) {
+    if (format == PF_PixelFormat_ARGB32) return sizeof(PF_Pixel);
+    if (format == PF_PixelFormat_ARGB64) return sizeof(PF_Pixel16);
+    assert(format == PF_PixelFormat_ARGB128);
+    return sizeof(PF_PixelFloat);
+}
+
+void World::AlignedDelete::operator()(std::byte* block) const {
+    ::operator delete[](block, kAlignment);
+}
+
+World::World(PF_PixelFormat format, A_long width, A_long height, const MemoryStyle& style)
+    : format_(format), style_(style) {
+    assert(width > 0 && height > 0 && style.padding >= 0 && style.misalignment >= 0);
+    const std::int64_t rowBytes = std::int64_t{width} * PixelBytes(format);
+    const std::int64_t pitch = rowBytes + style.padding;
+    if (pitch > std::numeric_limits<A_long>::max()) throw std::bad_alloc();
+    const std::size_t lead =
+        static_cast<std::size_t>(style.misalignment) + (style.guarded ? kGuardBytes : 0);
+    const auto toLastRow = static_cast<std::size_t>(pitch) * static_cast<std::size_t>(height - 1);
+    size_ =
+        lead + toLastRow + static_cast<std::size_t>(rowBytes) + (style.guarded ? kGuardBytes : 0);
+    block_.reset(static_cast<std::byte*>(::operator new[](size_, kAlignment)));
+    if (style.guarded) {
+        for (std::size_t i = 0; i < size_; ++i) block_[i] = Noise(i, style_.seed);
+    }
+    record_.platform_ref = this;
+    record_.width = width;
+    record_.height = height;
+    record_.extent_hint = {0, 0, width, height};
+    record_.pix_aspect_ratio = {1, 1};
+    record_.rowbytes = static_cast<A_long>(style.bottomUp ? -pitch : pitch);
+    record_.data = block_.get() + lead + (style.bottomUp ? toLastRow : 0);
+}
+
+PF_EffectWorld World::part(const PF_LRect& rect) const {
+    assert(0 <= rect.left && rect.left < rect.right && rect.right <= width());
+    assert(0 <= rect.top && rect.top < rect.bottom && rect.bottom <= height());
+    PF_EffectWorld record = record_;
+    record.data = rowBytes(rect.top) + std::ptrdiff_t{rect.left} * PixelBytes(format_);
+    record.width = rect.right - rect.left;
+    record.height = rect.bottom - rect.top;
+    record.extent_hint = {0, 0, record.width, record.height};
+    record.origin_x = -rect.left;
+    record.origin_y = -rect.top;
+    return record;
+}
+
+std::byte* World::rowBytes(A_long y) const {
+    assert(0 <= y && y < height());
+    return static_cast<std::byte*>(record_.data) + std::ptrdiff_t{y} * record_.rowbytes;
+}
+
+bool World::noiseAt(std::size_t begin, std::size_t end) const {
+    for (std::size_t i = begin; i < end; ++i) {
+        if (block_[i] != Noise(i, style_.seed)) return false;
+    }
+    return true;
+}
+
+bool World::guardsIntact() const {
+    if (!style_.guarded) return true;
+    const auto rowLength =
+        static_cast<std::size_t>(width()) * static_cast<std::size_t>(PixelBytes(format_));
+    std::size_t clearFrom = 0;
+    for (A_long i = 0; i < height(); ++i) {
+        const A_long y = style_.bottomUp ? height() - 1 - i : i;
+        const auto rowStart = static_cast<std::size_t>(rowBytes(y) - block_.get());
+        if (!noiseAt(clearFrom, rowStart)) return false;
+        clearFrom = rowStart + rowLength;
+    }
+    return noiseAt(clearFrom, size_);
+}
+
+std::uint64_t World::checksum() const {
+    std::uint64_t sum = 0xCBF29CE484222325U;
+    for (std::size_t i = 0; i < size_; ++i)
+        sum = (sum ^ static_cast<std::uint64_t>(block_[i])) * 0x100000001B3U;
+    return sum;
+}
+
+}  // namespace host_kit

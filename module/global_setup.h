@@ -1,0 +1,11 @@
+// What the effect tells about itself.
+#pragma once
+
+#include "sdk/effect_api.h"
+
+/// Writes the version word and the capability flags into `outData`.
+[[nodiscard]] PF_Err GlobalSetup(const PF_InData* inData, PF_OutData* outData);
+
+/// Writes name, version and copyright into the message field of `outData`; with Shift held down
+/// also the build.
+[[nodiscard]] PF_Err About(const PF_InData* inData, PF_OutData* outData);

@@ -1,0 +1,168 @@
+// How `nevrel` answers wrong usage, bad files and full disks, and what it leaves behind.
+#include <unistd.h>
+
+#include <utility>
+
+#include "tests/command/command_runner.h"
+#include "tests/command/picture_files.h"
+
+namespace {
+
+using OIIO::TypeDesc;
+
+void WriteDisc(const std::string& path, const TypeDesc& type = TypeDesc::UINT8, int channels = 3) {
+    TestPicture picture = MakePicture(120, 90, channels, type);
+    FillWithNoise(picture, 9);
+    WriteTestPicture(path, picture);
+}
+
+TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
+    WriteDisc(path("in.png"));
+    const std::string smooth = "smooth in.png -o out.png ";
+    const std::pair<std::string, std::vector<std::string>> wrong[] = {
+        {smooth + "--softness 101", {"--softness", "'101'", "0 to 100"}},
+        {smooth + "--softness=-1", {"--softness", "'-1'", "0 to 100"}},
+        {smooth + "--softness -1", {"--softness", "0 to 100"}},
+        {smooth + "--color-threshold 0", {"--color-threshold", "'0'", "1 to 255"}},
+        {smooth + "--bias 1.5", {"--bias", "'1.5'", "0 to 100"}},
+        {smooth + "--key-threshold 99999999999", {"--key-threshold", "0 to 255"}},
+        {smooth + "--color-key '#12345g'", {"--color-key", "'#12345g'", "'#ffffff'"}},
+        {smooth + "--color-key ''", {"--color-key", "''"}},
+        {smooth + "--depth 12", {"--depth", "'12'", "8, 16 or float"}},
+        {smooth + "--blur 3", {"--blur"}},
+        {smooth + "--jobs 0", {"--jobs", "0", "1 to 1000"}},
+        {smooth + "--jobs two", {"--jobs", "two", "1 to 1000"}},
+        {smooth + "--format png", {"--format", "folder"}},
+        {"smooth in.png", {"--output"}},
+        {"smooth in.png -o out.xyz", {"out.xyz", "extension"}},
+        {"smooth in.png -o out.jpg", {"out.jpg", "jpeg"}},
+        {"smooth in.png -o out/ --format xyz", {"--format", "xyz"}},
+        {"smooth in.png in.png -o out.png", {"--output", "'out.png'", "folder"}},
+        {"smooth in.png in.tif in.bmp -o out/ --format exr", {"in.png", "in.tif", "out/in.exr"}},
+        {"smooth in.png other.png -o .", {"in.png", "input"}},
+        {"", {"subcommand"}},
+    };
+    for (const auto& [arguments, words] : wrong) ExpectError(run(arguments), 2, words);
+    EXPECT_EQ(files(), std::vector<std::string>{"in.png"});
+    const CommandRun help = run("smooth --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.output.find("--color-threshold"), std::string::npos);
+    for (const std::string printing : {"about", "params", "--help"})
+        ExpectError(run(printing + " >/dev/full"), 1, {"standard output", "No space"});
+}
+
+TEST_F(CommandTest, ControlsStartFromTheModulesDefaults) {
+    std::filesystem::copy("nevrel.so", path("nevrel.so"));
+    EXPECT_NE(run("about --module nevrel.so").output.find("nevrel 1.0.8\n\n"), std::string::npos);
+    const std::string table = run("params --module nevrel.so").output;
+    for (const char* word :
+         {"color threshold", "1 to 255  10", "0 to 100  70", "#ffffff", "in a group"}) {
+        EXPECT_NE(table.find(word), std::string::npos) << table;
+    }
+    WriteDisc(path("in.png"));
+    std::ofstream(path("nevrel.ini")) << "[defaults]\nSoftness=0\n[ui]\nColorkeyGroup=0\n";
+    const std::string stored = run("params --module nevrel.so").output;
+    EXPECT_NE(stored.find("0 to 100  0"), std::string::npos) << stored;
+    EXPECT_NE(stored.find("without a group"), std::string::npos) << stored;
+    ASSERT_EQ(run("smooth --module nevrel.so in.png -o out.png").status, 0);
+    EXPECT_EQ(ReadTestPicture(path("in.png")).samples, ReadTestPicture(path("out.png")).samples);
+    ASSERT_EQ(run("smooth --module nevrel.so --softness 70 in.png -o out.png").status, 0);
+    EXPECT_NE(ReadTestPicture(path("in.png")).samples, ReadTestPicture(path("out.png")).samples);
+    std::ofstream(path("nevrel.ini")) << "[defaults]\nColorkeyEnable=1\n";
+    ASSERT_EQ(run("smooth --module nevrel.so in.png -o out.png").status, 0);
+    EXPECT_EQ(ReadTestPicture(path("out.png")).spec.nchannels, 4);
+    ASSERT_EQ(run("smooth --module nevrel.so --no-color-key in.png -o out.png").status, 0);
+    EXPECT_EQ(ReadTestPicture(path("out.png")).spec.nchannels, 3);
+}
+
+TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
+    WriteDisc(path("in.png"));
+    std::ofstream(path("text.png")) << "not a picture";
+    std::ofstream(path("empty.tif")) << "";
+    std::filesystem::create_directory(path("folder.exr"));
+    TestPicture odd = MakePicture(8, 8, 2, TypeDesc::HALF);
+    odd.spec.channelnames = {"depth.Z", "u"};
+    odd.spec.alpha_channel = -1;
+    WriteTestPicture(path("odd.exr"), odd);
+    WriteDisc(path("photo.jpg"));
+    WriteDisc(path("shut.png"));
+    std::filesystem::permissions(path("shut.png"), {});
+    std::filesystem::create_directory(path("shut"));
+    std::filesystem::permissions(path("shut"), std::filesystem::perms::owner_read);
+    const auto before = files();
+    // The superuser gives up what permissions do not bind.
+    const std::string bound =
+        geteuid() == 0 ? "setpriv --bounding-set=-dac_override,-dac_read_search" : "";
+    for (const std::string name : {"missing.png", "text.png", "empty.tif", "folder.exr", "odd.exr",
+                                   "photo.jpg", "shut.png"}) {
+        ExpectError(run("smooth " + name + " -o out.png", bound), 1, {name});
+    }
+    for (const std::string output : {"missing/out.png", "in.png/out.png", "shut/out.png"})
+        ExpectError(run("smooth in.png -o " + output, bound), 1, {output});
+    ExpectError(run("about --module missing.so"), 1, {"missing.so", "no such module"});
+    ExpectError(run("about --module in.png"), 1, {"in.png", "cannot be loaded"});
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(CommandTest, TruncatedPicturesAreErrors) {
+    for (const char* kind : {"png", "tif", "tga", "bmp", "dpx", "exr"}) {
+        const std::string whole = std::string("whole.") + kind, cut = std::string("cut.") + kind;
+        const bool exr = std::string(kind) == "exr";
+        WriteDisc(path(whole), exr ? TypeDesc::HALF : TypeDesc::UINT8, 4);
+        const std::string bytes = FileText(path(whole));
+        // A TGA may end without its footer: what follows the pixels is optional there.
+        const std::size_t end =
+            std::string(kind) == "tga" ? std::size_t{120} * 90 * 4 : bytes.size();
+        for (const std::size_t size :
+             {end - 1, end * 9 / 10, end / 2, std::size_t{100}, std::size_t{10}}) {
+            std::ofstream(path(cut), std::ios::binary) << bytes.substr(0, size);
+            const CommandRun result = smooth(cut);
+            ExpectError(result, 1, {"nevrel: " + cut + ": "});
+        }
+        EXPECT_FALSE(std::filesystem::exists(path("out_" + cut)));
+    }
+}
+
+TEST_F(CommandTest, TheInputIsNeverOverwritten) {
+    WriteDisc(path("in.png"));
+    const std::string bytes = FileText(path("in.png"));
+    std::filesystem::create_hard_link(path("in.png"), path("hard.png"));
+    std::filesystem::create_symlink("in.png", path("soft.png"));
+    std::filesystem::create_directory(path("out"));
+    std::filesystem::create_hard_link(path("in.png"), path("out/soft.png"));
+    for (const std::string output : {"in.png", "./logs/../in.png", "hard.png", "soft.png", "out"}) {
+        ExpectError(run("smooth soft.png -o " + output), 2, {output, "input"});
+    }
+    EXPECT_EQ(FileText(path("in.png")), bytes);
+}
+
+TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
+    using std::filesystem::perms;
+    WriteDisc(path("in.png"));
+    std::ofstream(path("old.png")) << "old";
+    std::filesystem::permissions(path("old.png"), perms::owner_all | perms::others_write);
+    std::filesystem::create_symlink("old.png", path("link.png"));
+    std::filesystem::create_directory(path("elsewhere"));
+    std::filesystem::create_symlink("elsewhere/new.png", path("dangling.png"));
+    std::filesystem::create_symlink("loop.png", path("loop.png"));
+    for (const std::string link : {"link.png", "dangling.png"}) {
+        ASSERT_EQ(run("smooth in.png -o " + link).status, 0);
+        EXPECT_TRUE(std::filesystem::is_symlink(path(link)));
+    }
+    ExpectError(run("smooth in.png -o loop.png"), 1, {"loop.png"});
+    std::filesystem::copy(path("in.png"), path("a?b=c.png"));
+    EXPECT_EQ(run("smooth 'a?b=c.png' -o 'd?.png'").status, 0);
+    EXPECT_TRUE(FileText(path("d?.png")) == FileText(path("old.png")));
+    EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(),
+              perms::owner_all | perms::others_write);
+    EXPECT_EQ(ReadTestPicture(path("old.png")).spec.width, 120);
+    EXPECT_EQ(files("elsewhere"), std::vector<std::string>{"new.png"});
+
+    std::ofstream(path("old.png")) << "old";
+    const auto before = files();
+    ExpectError(run("smooth in.png -o old.png", "ulimit -f 1;"), 1, {"old.png"});
+    EXPECT_EQ(FileText(path("old.png")), "old");
+    EXPECT_EQ(files(), before);
+}
+
+}  // namespace

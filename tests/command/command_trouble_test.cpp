@@ -1,0 +1,98 @@
+// The command where the system lets it down.
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "tests/command/command_runner.h"
+#include "tests/command/picture_files.h"
+
+namespace {
+
+/// Adds the library that takes unnamed files away, whatever sanitizer there is.
+const std::string kNamedFilesOnly = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD='" +
+                                    std::filesystem::absolute(NO_UNNAMED_FILES).string() + "' ";
+
+class TroubleTest : public CommandTest {
+  protected:
+    TroubleTest() {
+        TestPicture picture = MakePicture(200, 150, 3, OIIO::TypeDesc::UINT8);
+        FillWithNoise(picture, 1);
+        for (const std::string name : {"1.png", "2.png"}) WriteTestPicture(path(name), picture);
+    }
+};
+
+/// A file system of 16 KB; gone with the object.
+class TinyDisk {
+  public:
+    explicit TinyDisk(std::string folder) : folder_(std::move(folder)) {
+        std::filesystem::create_directory(folder_);
+        mounted_ = mount("tiny", folder_.c_str(), "tmpfs", 0, "size=16k") == 0;
+    }
+    ~TinyDisk() {
+        if (mounted_) umount(folder_.c_str());
+    }
+    TinyDisk(const TinyDisk&) = delete;
+    TinyDisk& operator=(const TinyDisk&) = delete;
+
+    [[nodiscard]] bool isMounted() const { return mounted_; }
+
+  private:
+    std::string folder_;
+    bool mounted_;
+};
+
+TEST_F(TroubleTest, AFullDiskLeavesWhatWasThere) {
+    const TinyDisk disk(path("disk"));
+    if (!disk.isMounted()) GTEST_SKIP() << "this user may mount nothing";
+    std::ofstream(path("disk/old.png")) << "old";
+    for (const std::string& before : {std::string(), kNamedFilesOnly}) {
+        for (const std::string output : {"disk/new.png", "disk/old.png"})
+            ExpectError(run("smooth 1.png -o " + output, before), 1, {output, "No space left"});
+        EXPECT_EQ(files("disk"), std::vector<std::string>{"old.png"});
+        EXPECT_EQ(FileText(path("disk/old.png")), "old");
+    }
+}
+
+TEST_F(TroubleTest, FilesAreTheSameWithoutUnnamedOnes) {
+    ASSERT_EQ(run("smooth 1.png -o as_ever.png").status, 0);
+    std::ofstream(path("replaced.png")) << "old";
+    for (const std::string output : {"new.png", "replaced.png"}) {
+        ASSERT_EQ(run("smooth 1.png -o " + output, kNamedFilesOnly).status, 0);
+        EXPECT_TRUE(FileText(path(output)) == FileText(path("as_ever.png")));
+    }
+    EXPECT_EQ(files(), (std::vector<std::string>{"1.png", "2.png", "as_ever.png", "new.png",
+                                                 "replaced.png"}));
+}
+
+TEST_F(TroubleTest, AReaderOfTheErrorsThatIsGoneStopsNothing) {
+    const std::string reader = "mkfifo logs/gone; exec 4<>logs/gone 3>logs/gone 4<&-;";
+    EXPECT_EQ(run("smooth missing.png 1.png 2.png -o out/ --jobs 1 2>&3", reader).status, 1);
+    EXPECT_EQ(files("out"), (std::vector<std::string>{"1.png", "2.png"}));
+}
+
+/// The header speaks of more pixels than any memory holds.
+TEST_F(TroubleTest, HugeHeadersAreErrors) {
+    const struct {
+        std::string name;
+        std::streamoff size;  // where the header has width and height
+        std::string huge;
+    } files[] = {{"huge.tga", 12, "\xFF\xFF\xFF\xFF"},
+                 {"huge.bmp", 18, "\xFF\xFF\xFF\x3F\xFF\xFF\xFF\x3F"}};
+    for (const auto& [name, size, huge] : files) {
+        WriteTestPicture(path(name), MakePicture(16, 16, 3, OIIO::TypeDesc::UINT8));
+        std::fstream(path(name), std::ios::in | std::ios::out | std::ios::binary).seekp(size)
+            << huge;
+        ExpectError(run("smooth " + name + " -o out.png"), 1, {name});
+    }
+}
+
+/// The names of their places cannot be worked out, so they tell nothing about each other.
+TEST_F(TroubleTest, OutputsThatCannotBeFoundAreNotTakenForOne) {
+    std::filesystem::create_directory(path("out"));
+    for (const std::string name : {"1.png", "2.png"})
+        std::filesystem::create_symlink(name, path("out/" + name));
+    const CommandRun result = run("smooth 1.png 2.png -o out");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 2) << result.errors;
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+// Picture files for the tests of the command, written and read sample for sample.
+#pragma once
+
+#include <OpenImageIO/imageio.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// A picture as a file holds it: samples are as stored, never multiplied or divided by alpha.
+struct TestPicture {
+    OIIO::ImageSpec spec;
+    std::vector<std::byte> samples;
+
+    [[nodiscard]] std::byte* sample(int x, int y, int channel) {
+        return samples.data() + offset(x, y, channel);
+    }
+    [[nodiscard]] const std::byte* sample(int x, int y, int channel) const {
+        return samples.data() + offset(x, y, channel);
+    }
+
+  private:
+    [[nodiscard]] std::size_t offset(int x, int y, int channel) const {
+        const auto pixel = static_cast<std::size_t>(y) * static_cast<std::size_t>(spec.width) +
+                           static_cast<std::size_t>(x);
+        return pixel * spec.pixel_bytes(true) + spec.pixel_bytes(0, channel, true);
+    }
+};
+
+enum class Alpha { Straight, Associated };
+
+/// Cleared samples; channels are Y, YA, RGB, RGBA or as named.
+TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDesc& type,
+                        Alpha alpha = Alpha::Straight);
+
+/// Fills the picture with sample bits of a generator; finite values in float samples.
+void FillWithNoise(TestPicture& picture, unsigned seed);
+
+/// A filled circle of `inside` on `outside`, which gives stair steps at every slope; values are on
+/// the unit scale.
+void DrawDisc(TestPicture& picture, const std::vector<double>& inside,
+              const std::vector<double>& outside);
+
+/// A sample on the unit scale.
+void SetUnit(TestPicture& picture, int x, int y, int channel, double value);
+double Unit(const TestPicture& picture, int x, int y, int channel);
+
+void WriteTestPicture(const std::string& path, const TestPicture& picture);
+/// A file of several parts or pages.
+void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts);
+TestPicture ReadTestPicture(const std::string& path, int part = 0);
