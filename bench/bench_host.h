@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "kernel/render_job.h"
+#include "render/render_job.h"
 
 /// Lends the suites that a kernel asks for. Its copy goes row by row; its scratch memory comes from
 /// a pool, as that of a host which renders frame after frame, so that the system need not map fresh

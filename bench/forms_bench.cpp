@@ -3,11 +3,11 @@
 #include <array>
 
 #include "bench/benchmarks.h"
-#include "kernel/dispatch_kernel.h"
+#include "render/dispatch_kernel.h"
 
 namespace {
 
-constexpr const char* kSetNames[allInstructionSets.size()] = {"plain", "sse2", "avx2", "avx512"};
+constexpr std::array kSetNames{"plain", "sse2", "avx2", "avx512"};
 
 /// A set that the processor lacks is measured as the widest that it has.
 void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind kind, Size size,
@@ -15,19 +15,20 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
     BenchHost host;
     FramePair pair(KeptFrame(kind, size).image, kernel.format);
     const RenderJob job = pair.job(host, kernel.key, kernel.keyInvert);
+    const auto usable = UsableForms();
     PF_Err err = PF_Err_NONE;
-    std::array<Samples, allInstructionSets.size()> samples;
+    std::array<Samples, kSetNames.size()> samples;
     while (state.KeepRunning()) {
         for (int round = 0; round < effort.rounds; ++round) {
-            for (std::size_t i = 0; i < allInstructionSets.size(); ++i) {
-                const InstructionSet set = std::min(allInstructionSets[i], BestInstructionSet());
-                samples[i].row(effort, [&] { err |= DispatchKernel(job, set); });
+            for (std::size_t i = 0; i < samples.size(); ++i) {
+                const Forms& forms = *usable[std::min(i, usable.size() - 1)];
+                samples[i].row(effort, [&] { err |= DispatchKernel(job, forms); });
             }
         }
         state.SetIterationTime(samples.back().median());
     }
     if (err != PF_Err_NONE) state.SkipWithError("the kernel failed");
-    for (std::size_t i = 0; i < allInstructionSets.size(); ++i)
+    for (std::size_t i = 0; i < samples.size(); ++i)
         state.counters[kSetNames[i]] = samples[i].median() * 1e3;
     state.counters["gain"] = state.counters["plain"] / state.counters["avx512"];
 }

@@ -1,6 +1,6 @@
 #include "bench/kernel_timing.h"
 
-#include "kernel/dispatch_kernel.h"
+#include "render/dispatch_kernel.h"
 
 double TimeKernel(benchmark::State& state, FramePair& pair, const RenderJob& job,
                   const Effort& effort) {

@@ -2,16 +2,22 @@
 #include <type_traits>
 
 #include "bench/benchmarks.h"
-#include "kernel/depth16.h"
-#include "kernel/depth8.h"
-#include "kernel/depth_float.h"
-#include "kernel/edge_scan.h"
-#include "kernel/smoothing_pass.h"
+#include "kernel/edges/edge_scan.h"
+#include "kernel/forms.h"
+#include "kernel/pass/smoothing_pass.h"
+#include "kernel/pixels/depth16.h"
+#include "kernel/pixels/depth8.h"
+#include "kernel/pixels/depth_float.h"
 
 namespace {
 
 std::uint8_t* MapMemory(BenchHost& host, int width, int height) {
     return reinterpret_cast<std::uint8_t*>(host.scratch(EdgeMap::byteCount(width, height)));
+}
+
+template <typename Pixel>
+ImageView<Pixel> ViewOf(const PF_EffectWorld& world) {
+    return {world.data, world.rowbytes, world.width, world.height};
 }
 
 /// The parts of one kernel on one frame, each to be called when those above it have been.
@@ -24,8 +30,8 @@ class Parts {
         : job_(job),
           depth_(job),
           key_(job),
-          input_(*job.inputWorld),
-          output_(*job.outputWorld),
+          input_(ViewOf<const Pixel>(*job.inputWorld)),
+          output_(ViewOf<Pixel>(*job.outputWorld)),
           map_(MapMemory(host, input_.width(), input_.height()), input_.width(), input_.height()),
           weights_(job.softness, job.bias) {}
 
@@ -33,15 +39,15 @@ class Parts {
         if constexpr (mode == KeyMode::NoKey) {
             CopyWorld(nullptr, job_.inputWorld, job_.outputWorld, nullptr, nullptr);
         } else {
-            MarkingCopy(key_, input_, output_, forms_);
+            MarkingCopy(key_, input_, output_, forms_.markPixels);
         }
     }
     void scan() const {
-        ScanEdges(depth_, ImageView<const Pixel>(*job_.outputWorld), map_, forms_);
+        ScanEdges(depth_, ViewOf<const Pixel>(*job_.outputWorld), map_, forms_.scanRow);
     }
     void pass() const {
-        SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input_, output_, key_), map_, weights_,
-                                   forms_)
+        SmoothingPass<Depth, mode>(ImagePair<Depth, mode>(input_, output_, key_), map_, weights_,
+                                   FastestForms().findWindows, forms_.blendAcross)
             .run();
     }
 
@@ -53,7 +59,7 @@ class Parts {
     ImageView<Pixel> output_;
     EdgeMap map_;
     BlendWeights<typename Depth::Weights> weights_;
-    const VectorForms* forms_ = FormsFor(BestInstructionSet());
+    const PixelForms<Pixel>& forms_ = FastestForms().of<Pixel>();
 };
 
 template <typename Depth, KeyMode mode>

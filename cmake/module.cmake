@@ -1,6 +1,6 @@
-# The module itself: everything of nevrel_effect in one file that exports EntryPointFunc and nothing else.
+# The module itself: everything of nevrel_effect and the core in one file that exports EntryPointFunc and nothing else.
 add_library(nevrel_module MODULE $<TARGET_OBJECTS:nevrel_effect>)
-target_link_libraries(nevrel_module PRIVATE nevrel_options ${CMAKE_DL_LIBS})
+target_link_libraries(nevrel_module PRIVATE nevrel_core ${CMAKE_DL_LIBS})
 set_target_properties(nevrel_module PROPERTIES LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel)
 
 if(WIN32)
@@ -25,6 +25,7 @@ endif()
 
 # NEVREL_COVERAGE: counts what tests reach of the module's code, compiled just as it is written.
 if(NEVREL_COVERAGE)
+  target_compile_options(nevrel_core PRIVATE --coverage -fprofile-update=atomic -O0)
   target_compile_options(nevrel_effect PRIVATE --coverage -fprofile-update=atomic -O0)
   target_link_options(nevrel_options INTERFACE --coverage)
 endif()

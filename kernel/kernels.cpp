@@ -1,79 +1,94 @@
 #include "kernel/kernels.h"
 
-#include "kernel/depth16.h"
-#include "kernel/depth8.h"
-#include "kernel/depth_float.h"
-#include "kernel/edge_scan.h"
-#include "kernel/map_world.h"
-#include "kernel/smoothing_pass.h"
+#include <algorithm>
+#include <cassert>
+
+#include "kernel/edges/edge_scan.h"
+#include "kernel/pass/smoothing_pass.h"
+#include "kernel/pixels/depth16.h"
+#include "kernel/pixels/depth8.h"
+#include "kernel/pixels/depth_float.h"
 
 namespace {
 
-// The first copy: the host's own, or with a key the marking one.
+template <typename Pixel>
+ImageView<const Pixel> InputOf(const Images& images) {
+    return {images.input, images.inputPitch, images.width, images.height};
+}
+template <typename Pixel>
+ImageView<Pixel> OutputOf(const Images& images) {
+    return {images.output, images.outputPitch, images.width, images.height};
+}
+
 template <typename Depth, KeyMode mode>
-PF_Err CopyInput(const RenderJob& job, SuiteHandler& suites, const ColorKey<Depth, mode>& key,
-                 const VectorForms* forms) {
+void Copy(const EffectValues& values, const Images& images, const Forms& forms) {
     using Pixel = typename Depth::Pixel;
+    const auto input = InputOf<Pixel>(images);
+    const auto output = OutputOf<Pixel>(images);
     if constexpr (mode == KeyMode::NoKey) {
-        return suites.get<PF_WorldTransformSuite1>().copy(job.inData->effect_ref, job.inputWorld,
-                                                          job.outputWorld, nullptr, nullptr);
+        for (int y = 0; y < input.height(); ++y)
+            std::copy_n(input.row(y), input.width(), output.row(y));
     } else {
-        MarkingCopy(key, ImageView<const Pixel>(*job.inputWorld),
-                    ImageView<Pixel>(*job.outputWorld), forms);
-        return PF_Err_NONE;
+        MarkingCopy(ColorKey<Depth, mode>(values), input, output, forms.of<Pixel>().markPixels);
     }
 }
 
 template <typename Depth, KeyMode mode>
-PF_Err RunKernel(const RenderJob& job, const VectorForms* forms) {
+void Smooth(const EffectValues& values, const Images& images, std::uint8_t* scratch,
+            const Forms& forms) {
     using Pixel = typename Depth::Pixel;
-    SuiteHandler suites(job.inData->pica_basicP);
-    const ImageView<const Pixel> input(*job.inputWorld);
-    const ImageView<Pixel> output(*job.outputWorld);
-    if (input.width() != output.width() || input.height() != output.height())
-        return PF_Err_BAD_CALLBACK_PARAM;
-
-    const Depth depth(job);
-    const ColorKey<Depth, mode> key(job);
-    const BlendWeights<typename Depth::Weights> weights(job.softness, job.bias);
-    const PF_Err copied = CopyInput(job, suites, key, forms);
-    if (copied != PF_Err_NONE || job.softness == 0 || input.isEmpty()) return copied;
-
-    MapWorld world(suites, job.inData->effect_ref);
-    if (const PF_Err err = world.allocate(input.width(), input.height()); err != PF_Err_NONE)
-        return err;
-    const EdgeMap map(world.memory(), input.width(), input.height());
-    ScanEdges(depth, ImageView<const Pixel>(*job.outputWorld), map, forms);
-    SmoothingPass<Depth, mode>(Canvas<Depth, mode>(input, output, key), map, weights, forms).run();
-    return PF_Err_NONE;
+    const auto output = OutputOf<Pixel>(images);
+    const PixelForms<Pixel>& stages = forms.of<Pixel>();
+    const EdgeMap map(scratch, images.width, images.height);
+    const ImageView<const Pixel> copy(images.output, images.outputPitch, images.width,
+                                      images.height);
+    ScanEdges(Depth(values), copy, map, stages.scanRow);
+    const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), output,
+                                      ColorKey<Depth, mode>(values));
+    const BlendWeights<typename Depth::Weights> weights(values.softness, values.bias);
+    SmoothingPass<Depth, mode>(pair, map, weights, forms.findWindows, stages.blendAcross).run();
 }
+
+struct Kernel {
+    void (*copy)(const EffectValues& values, const Images& images, const Forms& forms);
+    void (*smooth)(const EffectValues& values, const Images& images, std::uint8_t* scratch,
+                   const Forms& forms);
+};
+
+template <typename Depth, KeyMode mode>
+constexpr Kernel kernel{Copy<Depth, mode>, Smooth<Depth, mode>};
+
+// By depth and key mode.
+constexpr Kernel kernels[3][3] = {
+    {kernel<Depth8, KeyMode::NoKey>, kernel<Depth8, KeyMode::Key>,
+     kernel<Depth8, KeyMode::KeyInvert>},
+    {kernel<Depth16, KeyMode::NoKey>, kernel<Depth16, KeyMode::Key>,
+     kernel<Depth16, KeyMode::KeyInvert>},
+    {kernel<DepthFloat, KeyMode::NoKey>, kernel<DepthFloat, KeyMode::Key>,
+     kernel<DepthFloat, KeyMode::KeyInvert>},
+};
+
+const Kernel& KernelFor(PixelDepth depth, const EffectValues& values) {
+    return kernels[static_cast<int>(depth)][static_cast<int>(KeyModeOf(values))];
+}
+
+bool IsEmpty(const Images& images) { return images.width <= 0 || images.height <= 0; }
 
 }  // namespace
 
-PF_Err Kernel8(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth8, KeyMode::NoKey>(job, forms);
+std::size_t ScratchBytes(int width, int height) noexcept {
+    return EdgeMap::byteCount(width, height);
 }
-PF_Err Kernel8Key(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth8, KeyMode::Key>(job, forms);
+
+void CopyInput(PixelDepth depth, const EffectValues& values, const Images& images,
+               const Forms& forms) noexcept {
+    if (IsEmpty(images)) return;
+    KernelFor(depth, values).copy(values, images, forms);
 }
-PF_Err Kernel8KeyInvert(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth8, KeyMode::KeyInvert>(job, forms);
-}
-PF_Err Kernel16(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth16, KeyMode::NoKey>(job, forms);
-}
-PF_Err Kernel16Key(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth16, KeyMode::Key>(job, forms);
-}
-PF_Err Kernel16KeyInvert(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<Depth16, KeyMode::KeyInvert>(job, forms);
-}
-PF_Err KernelFloat(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<DepthFloat, KeyMode::NoKey>(job, forms);
-}
-PF_Err KernelFloatKey(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<DepthFloat, KeyMode::Key>(job, forms);
-}
-PF_Err KernelFloatKeyInvert(const RenderJob& job, const VectorForms* forms) {
-    return RunKernel<DepthFloat, KeyMode::KeyInvert>(job, forms);
+
+void SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
+                std::uint8_t* scratch, const Forms& forms) noexcept {
+    if (values.softness == 0 || IsEmpty(images)) return;
+    assert(scratch != nullptr);
+    KernelFor(depth, values).smooth(values, images, scratch, forms);
 }

@@ -1,24 +1,38 @@
-// The nine kernels: one algorithm at three depths, each without key, with key and with inverted
-// key.
+// The way into the nine kernels: one algorithm at three depths, each without colour key, with it
+// and with it inverted. This is the core, which knows nothing of any host.
 #pragma once
 
-#include "kernel/render_job.h"
-#include "kernel/vector_forms.h"
+#include <cstddef>
+#include <cstdint>
 
-// Every kernel makes the output a copy of the input (one that marks the keyed-out pixels when there
-// is a key), finds the edges of that copy and blends the input into the output along them.
-//
-// The vector forms change nothing but the time it takes; null uses the plain forms.
-//
-// Each returns PF_Err_BAD_CALLBACK_PARAM when the images differ in size, the code of a host call
-// that failed, or PF_Err_NONE; it throws a PF_Err when the host lacks a suite. Nothing borrowed
-// outlives the call.
-[[nodiscard]] PF_Err Kernel8(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err Kernel8Key(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err Kernel8KeyInvert(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err Kernel16(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err Kernel16Key(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err Kernel16KeyInvert(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err KernelFloat(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err KernelFloatKey(const RenderJob& job, const VectorForms* forms);
-[[nodiscard]] PF_Err KernelFloatKeyInvert(const RenderJob& job, const VectorForms* forms);
+#include "kernel/effect_values.h"
+#include "kernel/forms.h"
+
+/// The depth of both images: Pixel8, Pixel16 or PixelFloat of kernel/pixels/pixel.h.
+enum class PixelDepth { bits8, bits16, floats };
+
+/// The input and the output of a kernel, two images of one size and depth that do not overlap. Each
+/// has the address of its top left pixel, aligned to a channel, and the bytes from a row to the one
+/// below, which may be negative.
+struct Images {
+    const void* input;
+    std::ptrdiff_t inputPitch;
+    void* output;
+    std::ptrdiff_t outputPitch;
+    int width;   ///< in pixels; nothing is done where there are none
+    int height;  ///< likewise
+};
+
+/// Bytes of scratch memory that smoothing images of this size, not empty, asks for.
+[[nodiscard]] std::size_t ScratchBytes(int width, int height) noexcept;
+
+/// The first half of a kernel: makes the output a copy of the input, in which the pixels that the
+/// colour key takes out, if there is one, have alpha 0. The forms change nothing but the time.
+void CopyInput(PixelDepth depth, const EffectValues& values, const Images& images,
+               const Forms& forms = FastestForms()) noexcept;
+
+/// The second half: finds the edges of the output, which the first half or anything that does the
+/// same has made, and blends the input into it along them. `scratch` has ScratchBytes, uncleared. A
+/// softness of 0 changes nothing.
+void SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
+                std::uint8_t* scratch, const Forms& forms = FastestForms()) noexcept;

@@ -1,7 +1,7 @@
 #include <cassert>
 
 #include "host/suite_handler.h"
-#include "kernel/dispatch_kernel.h"
+#include "render/dispatch_kernel.h"
 #include "render/param_index_map.h"
 #include "render/param_values.h"
 #include "render/render_commands.h"

@@ -3,7 +3,7 @@
 
 #include "host/host_handle.h"
 #include "host/suite_handler.h"
-#include "kernel/dispatch_kernel.h"
+#include "render/dispatch_kernel.h"
 #include "render/param_values.h"
 #include "render/render_commands.h"
 #include "render/smart_commands.h"

@@ -7,10 +7,11 @@
 #include <limits>
 #include <vector>
 
-#include "kernel/blend_across.h"
-#include "kernel/depth16.h"
-#include "kernel/depth8.h"
-#include "kernel/depth_float.h"
+#include "kernel/blend/ramp_state.h"
+#include "kernel/forms.h"
+#include "kernel/pixels/depth16.h"
+#include "kernel/pixels/depth8.h"
+#include "kernel/pixels/depth_float.h"
 #include "tests/judge/depths.h"
 
 namespace {
@@ -39,14 +40,8 @@ bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& 
     return std::memcmp(&blended, &judged, sizeof blended) == 0;
 }
 
-#ifdef NEVREL_X64
-constexpr bool vectors = true;
-#else
-constexpr bool vectors = false;
-#endif
-
-/// Whether eight pixels are blended at once, each as it is alone and with a weight of 0 as it was,
-/// or, where that can't be done, not at all.
+/// Whether eight pixels are blended at once, where there is a form for that, each as it is alone
+/// and with a weight of 0 as it was, or, where that can't be done, not at all.
 template <typename KernelDepth, typename JudgeDepth>
 bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
                 std::int32_t w, bool possible) {
@@ -56,7 +51,9 @@ bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P&
     const std::int32_t on[acrossReach] = {0, w, 32768, 65535};
     const auto source = ToHost<Pixel>(src);
     auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
-    const bool done = BlendAcross(at, sizeof(Pixel), source, source, back, on);
+    const auto blendAcross = FastestForms().of<Pixel>().blendAcross;
+    if (blendAcross == nullptr) return true;
+    const bool done = blendAcross(at, sizeof(Pixel), source, source, back, on);
     for (int i = 0; i < 2 * acrossReach; ++i) {
         const std::int32_t weight =
             i < acrossReach ? back[acrossReach - 1 - i] : on[i - acrossReach];
@@ -66,7 +63,7 @@ bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P&
         if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0)
             return false;
     }
-    return done == (vectors && possible);
+    return done == possible;
 }
 
 /// The least weight at which source and target mix to `value` or beyond it, seen from the target.
@@ -90,8 +87,8 @@ TEST(Exhaustive, KeyOfEveryDistance) {
             values.keyThreshold = threshold;
             const Depth8::Key key8(values);
             for (int v = 0; v < 256; ++v) {
-                const auto channel = static_cast<A_u_char>(v);
-                const auto other = static_cast<A_u_char>(key);
+                const auto channel = static_cast<std::uint8_t>(v);
+                const auto other = static_cast<std::uint8_t>(key);
                 const bool matches = std::abs(v - key) <= threshold;
                 ASSERT_EQ(key8.matches({255, channel, other, other}), matches)
                     << v << " of " << key;
@@ -182,8 +179,8 @@ TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
     for (const float s : alphas)
         for (const float d : alphas)
             for (const float w : {0.0F, Limits::denorm_min(), 0.25F, 1.0F}) {
-                PF_PixelFloat blended{d, 0.25F, 0.5F, 2.0F};
-                BlendPixelFloat(blended, {s, 1.0F, 0.0F, -1.0F}, w);
+                PixelFloat blended{d, 0.25F, 0.5F, 2.0F};
+                DepthFloat::blend(blended, {s, 1.0F, 0.0F, -1.0F}, w);
                 judge::PixelFloat judged{d, 0.25F, 0.5F, 2.0F};
                 judge::DepthFloat::blend(judged, {s, 1.0F, 0.0F, -1.0F}, w);
                 const auto same = [](float a, float b) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <sstream>
 #include <string>
 
@@ -142,6 +143,30 @@ TYPED_TEST(KernelAgainstJudge, EndlessStaircases) {
                     stairs.set(toRight ? x : size - 1 - x, up ? size - 1 - y : y, 1);
             EXPECT_TRUE(this->agree(values, stairs, palette, 1));
         }
+}
+
+/// Stored projects and defaults files can hold any integer; the render ends and keeps to its
+/// images.
+template <typename P>
+void RenderWithAnyValues(Dice& dice) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    const auto any = [&] {
+        return dice.oneOf({least, least + 1, -1000, -1, 0, 1, 70, 1000, 40'000, most});
+    };
+    for (int i = 0; i < 300; ++i) {
+        const judge::Values values{any(), any(), any(), dice.below(2), any(),
+                                   any(), any(), any(), any()};
+        const auto palette = RandomPalette<P>(RandomValues(true, false, dice), dice);
+        RunKernel(values, Paint(RandomShapes(dice.between(1, 80), 12, dice), palette), 1);
+    }
+}
+
+TEST(AnyKernel, ValuesMayBeAnything) {
+    Dice dice(1);
+    RenderWithAnyValues<judge::Pixel8>(dice);
+    RenderWithAnyValues<judge::Pixel16>(dice);
+    RenderWithAnyValues<judge::PixelFloat>(dice);
 }
 
 using FloatKernels = KernelAgainstJudge<judge::PixelFloat>;

@@ -5,16 +5,16 @@
 
 #include <gtest/gtest.h>
 
-#include "host_kit/command.h"
-#include "kernel/dispatch_kernel.h"
+#include "kernel/kernels.h"
 #include "tests/judge/judge.h"
 #include "tests/kernel/dice.h"
+#include "tests/kernel/hostile_image.h"
 
 template <typename P>
-constexpr PF_PixelFormat FormatOf() {
-    return sizeof(P) == 4   ? PF_PixelFormat_ARGB32
-           : sizeof(P) == 8 ? PF_PixelFormat_ARGB64
-                            : PF_PixelFormat_ARGB128;
+constexpr PixelDepth DepthOf() {
+    return sizeof(P) == 4   ? PixelDepth::bits8
+           : sizeof(P) == 8 ? PixelDepth::bits16
+                            : PixelDepth::floats;
 }
 
 inline EffectValues ToEffectValues(const judge::Values& v) {
@@ -22,74 +22,56 @@ inline EffectValues ToEffectValues(const judge::Values& v) {
             v.keyGreen,       v.keyBlue,  v.keyThreshold, v.keyInvert};
 }
 
-/// Any row pitch, padded or negative, aligned to the channel type alone; between guards, or in a
-/// block that ends where the heap's own checks begin.
-inline host_kit::MemoryStyle RandomStyle(PF_PixelFormat format, Dice& dice) {
-    const A_long channel = host_kit::PixelBytes(format) / 4;
-    return {.padding = dice.oneIn(3) ? 0 : channel * dice.between(1, 40),
-            .misalignment = channel * dice.below(4),
-            .bottomUp = dice.oneIn(4),
-            .guarded = dice.oneIn(4),
-            .seed = static_cast<std::uint32_t>(dice.below(1 << 30))};
-}
-
-/// Runs the kernel as a render command does; returns its code. Fails the test when the kernel keeps
-/// something of the host's or writes outside an image.
-inline PF_Err RunIn(host_kit::Host& host, const EffectValues& values, PF_PixelFormat format,
-                    host_kit::World& input, host_kit::World& output,
-                    InstructionSet instructionSet = BestInstructionSet()) {
-    host_kit::Command command(host, PF_Cmd_RENDER);
-    command.lendImages(input, &output);
-    const RenderJob job = {values, &command.inData, format, &input.record(), &output.record()};
-    const PF_Err code = DispatchKernel(job, instructionSet);
-    EXPECT_EQ(host.accounts.complaints(), "");
-    EXPECT_TRUE(input.guardsIntact() && output.guardsIntact());
-    return code;
-}
-
-/// The output of the kernel for this pixel type and these values, with one instruction set. Fails
-/// the test when the kernel fails or touches the input, too. `seed` chooses how the images lie in
+/// Both halves of the kernel. Fails the test when it writes outside the output or its scratch
 /// memory.
 template <typename P>
-judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
-                            std::uint64_t seed, InstructionSet instructionSet) {
-    Dice dice(seed);
-    constexpr PF_PixelFormat format = FormatOf<P>();
-    host_kit::World input(format, picture.width, picture.height, RandomStyle(format, dice));
-    host_kit::World output(format, picture.width, picture.height, RandomStyle(format, dice));
-    const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
-    for (int y = 0; y < picture.height; ++y)
-        std::memcpy(input.row<P>(y), &picture.at(0, y), rowSize);
+void RunIn(const EffectValues& values, HostileImage<P>& input, HostileImage<P>& output, int width,
+           int height, const Layout& scratchLayout, const Forms& forms = FastestForms()) {
+    const Images images{input.row(0), input.pitch(), output.row(0), output.pitch(), width, height};
+    const auto scratchBytes = static_cast<int>(ScratchBytes(width, height));
+    HostileImage<std::uint8_t> scratch(scratchBytes, 1, scratchLayout);
+    CopyInput(DepthOf<P>(), values, images, forms);
+    SmoothCopy(DepthOf<P>(), values, images, scratch.row(0), forms);
+    EXPECT_TRUE(input.surroundingsIntact() && output.surroundingsIntact() &&
+                scratch.surroundingsIntact());
+}
 
-    host_kit::Host host;
-    host.scratchMemory = {.padding = 4 * dice.below(6),
-                          .misalignment = 4 * dice.below(4),
-                          .guarded = dice.oneIn(2),
-                          .seed = static_cast<std::uint32_t>(dice.below(1 << 30))};
-    EXPECT_EQ(RunIn(host, ToEffectValues(values), format, input, output, instructionSet),
-              PF_Err_NONE);
+/// The output of the kernel for this pixel type and these values, with one set of forms. Fails the
+/// test when the kernel touches the input, too. `seed` chooses how the images lie in memory.
+template <typename P>
+judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
+                            std::uint64_t seed, const Forms& forms) {
+    Dice dice(seed);
+    constexpr int channel = sizeof(P) / 4;
+    HostileImage<P> input(picture.width, picture.height, RandomLayout(channel, dice));
+    HostileImage<P> output(picture.width, picture.height, RandomLayout(channel, dice));
+    const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
+    for (int y = 0; y < picture.height; ++y) std::memcpy(input.row(y), &picture.at(0, y), rowSize);
+
+    const Layout scratch{.misalignment = 4 * dice.below(4), .guarded = dice.oneIn(2)};
+    RunIn(ToEffectValues(values), input, output, picture.width, picture.height, scratch, forms);
 
     judge::Picture<P> result(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {
-        EXPECT_EQ(std::memcmp(input.row<P>(y), &picture.at(0, y), rowSize), 0)
+        EXPECT_EQ(std::memcmp(input.row(y), &picture.at(0, y), rowSize), 0)
             << "input row " << y << " was written";
-        std::memcpy(&result.at(0, y), output.row<P>(y), rowSize);
+        std::memcpy(&result.at(0, y), output.row(y), rowSize);
     }
     return result;
 }
 
-/// The same with every instruction set of this processor; all must give the same bytes.
+/// The same with all forms that this processor can run; all must give the same bytes.
 template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
                             std::uint64_t seed) {
-    judge::Picture<P> plain = RunKernel(values, picture, seed, InstructionSet::plain);
-    for (const InstructionSet set : allInstructionSets) {
-        if (set == InstructionSet::plain || set > BestInstructionSet()) continue;
-        const judge::Picture<P> fast = RunKernel(values, picture, seed, set);
+    const auto usable = UsableForms();
+    judge::Picture<P> plain = RunKernel(values, picture, seed, *usable.front());
+    for (const Forms* forms : usable.subspan(1)) {
+        const judge::Picture<P> fast = RunKernel(values, picture, seed, *forms);
         EXPECT_EQ(
             std::memcmp(fast.pixels.data(), plain.pixels.data(), plain.pixels.size() * sizeof(P)),
             0)
-            << "instruction set " << static_cast<int>(set) << ", seed " << seed;
+            << forms->name << ", seed " << seed;
     }
     return plain;
 }

@@ -7,8 +7,6 @@
 #include "tests/kernel/kernel_run.h"
 #include "tests/kernel/random_pictures.h"
 
-using host_kit::World;
-
 namespace {
 
 constexpr judge::Values kValues{.colorThreshold = 10, .softness = 100};
@@ -29,12 +27,13 @@ judge::Picture<P> MakeTile(int width, int height) {
 /// Calls visit(pixels, tileRow, count) for each stretch of a row that lies in one tile. Where no
 /// whole tile fits any more there is the ground of a tile's first row.
 template <typename P, typename Visit>
-void ForEachStretch(World& image, const judge::Picture<P>& tile, const Visit& visit) {
-    for (int y = 0; y < image.height(); ++y) {
-        const bool covered = y / tile.height < image.height() / tile.height;
-        for (int x = 0; x < image.width(); x += tile.width) {
-            const int count = std::min(tile.width, image.width() - x);
-            visit(image.row<P>(y) + x,
+void ForEachStretch(HostileImage<P>& image, int width, int height, const judge::Picture<P>& tile,
+                    const Visit& visit) {
+    for (int y = 0; y < height; ++y) {
+        const bool covered = y / tile.height < height / tile.height;
+        for (int x = 0; x < width; x += tile.width) {
+            const int count = std::min(tile.width, width - x);
+            visit(image.row(y) + x,
                   &tile.at(0, covered && count == tile.width ? y % tile.height : 0), count);
         }
     }
@@ -49,18 +48,18 @@ void ExpectTilesSmoothed(int width, int height, int tileWidth, int tileHeight) {
                                      tile.pixels.size() * sizeof(P)) != 0;
     EXPECT_EQ(changed, tileWidth > 1) << "a single column has nothing to smooth";
 
-    constexpr PF_PixelFormat format = FormatOf<P>();
-    World input(format, width, height), output(format, width, height);
-    ForEachStretch(input, tile, [](P* pixels, const P* tileRow, int count) {
+    HostileImage<P> input(width, height), output(width, height);
+    ForEachStretch(input, width, height, tile, [](P* pixels, const P* tileRow, int count) {
         std::copy_n(tileRow, count, pixels);
     });
-    host_kit::Host host;
-    ASSERT_EQ(RunIn(host, ToEffectValues(kValues), format, input, output), PF_Err_NONE);
+    RunIn(ToEffectValues(kValues), input, output, width, height, {});
     std::int64_t wrong = 0;
-    ForEachStretch(output, smoothed, [&](const P* pixels, const P* tileRow, int count) {
-        wrong +=
-            std::memcmp(pixels, tileRow, static_cast<std::size_t>(count) * sizeof(P)) != 0 ? 1 : 0;
-    });
+    ForEachStretch(
+        output, width, height, smoothed, [&](const P* pixels, const P* tileRow, int count) {
+            wrong += std::memcmp(pixels, tileRow, static_cast<std::size_t>(count) * sizeof(P)) != 0
+                         ? 1
+                         : 0;
+        });
     EXPECT_EQ(wrong, 0) << "stretches of " << width << " x " << height;
 }
 

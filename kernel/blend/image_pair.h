@@ -1,0 +1,146 @@
+// The two images of a kernel call: every pixel that the pass reads and every blend that it makes
+// goes through here.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cstddef>
+#include <span>
+
+#include "kernel/blend/ramp.h"
+#include "kernel/pixels/color_key.h"
+#include "kernel/pixels/image_view.h"
+
+/// How many pixels BlendAcross blends on each side of a piece.
+inline constexpr int acrossReach = 4;
+
+/// A form of the blend across a piece: blends `back` into the pixel at `at` and those before it,
+/// and `on` into those after it, each by the next weight, the nearest pixel's first. The pixels lie
+/// `step` bytes apart. Does nothing and returns false where that can't be done all at once.
+template <typename Pixel, typename Weight>
+using BlendAcross = bool(std::byte* at, std::ptrdiff_t step, const Pixel& back, const Pixel& on,
+                         const Weight* backWeights, const Weight* onWeights);
+
+/// Blends keyed pixels of the input into the output, which starts as a copy of the input.
+template <typename Depth, KeyMode mode>
+class ImagePair {
+  public:
+    using Pixel = typename Depth::Pixel;
+    using Weight = typename Depth::Weights::Weight;
+
+    ImagePair(const ImageView<const Pixel>& input, const ImageView<Pixel>& output,
+              const ColorKey<Depth, mode>& key)
+        : input_(input), output_(output), key_(key) {
+        assert(input.width() == output.width() && input.height() == output.height());
+    }
+
+    [[nodiscard]] int width() const { return input_.width(); }
+    [[nodiscard]] int height() const { return input_.height(); }
+    [[nodiscard]] bool contains(int x, int y) const { return input_.contains(x, y); }
+
+    /// Whether the pixels of its row and column that are up to `margin` away are there as well.
+    [[nodiscard]] bool isInside(int x, int y, int margin) const {
+        return x >= margin && x < width() - margin && y >= margin && y < height() - margin;
+    }
+
+    /// Asks for a pixel of both images to be brought into the cache.
+    void prefetch(int x, int y) const noexcept {
+        Prefetch(&input_.at(x, y));
+        Prefetch(&output_.at(x, y));
+    }
+
+    /// The input pixel, keyed.
+    [[nodiscard]] Pixel source(int x, int y) const noexcept {
+        return key_.applyKey(input_.at(x, y));
+    }
+
+    /// A straight way across the output and the source pixel that is blended along it, in bytes
+    /// from a pixel.
+    struct Path {
+        std::ptrdiff_t source;  ///< in the input
+        std::ptrdiff_t first;   ///< the pixel at which the way begins
+        std::ptrdiff_t step;    ///< from pixel to pixel
+    };
+    [[nodiscard]] Path path(Offset source, Offset first, Offset step) const {
+        const auto bytes = [](Offset offset, std::ptrdiff_t pitch) {
+            return offset.dy * pitch + offset.dx * std::ptrdiff_t{sizeof(Pixel)};
+        };
+        return {bytes(source, input_.pitch()), bytes(first, output_.pitch()),
+                bytes(step, output_.pitch())};
+    }
+
+    /// Blends along a path from (x, y) with the weights of a ramp, from pixel `done` to pixel
+    /// `room` at most.
+    void blendAlong(const Path& path, int x, int y, const Ramp<Weight>& ramp, int done,
+                    int room) const noexcept {
+        const Pixel src = source(path, x, y);
+        auto* first = outputByte(x, y) + path.first;
+        const auto blend = [first, &path, &src](int i, Weight weight) {
+            Depth::blend(*reinterpret_cast<Pixel*>(first + i * path.step), src, weight);
+        };
+        // The kept weights have a loop of their own, in which nothing is asked of the rest: a fifth
+        // less time.
+        const int kept = std::min(ramp.count, room);
+        int i = done;
+        for (; i < kept; ++i) blend(i, ramp.weights[static_cast<std::size_t>(i)]);
+        RampState<Weight> rest = ramp.rest;
+        for (; i < room && !rest.done; ++i) blend(i, RampWeight(rest));
+    }
+
+    /// Blends along two paths that part between (x, y) and the pixel after it, acrossReach pixels
+    /// each, with a form for that. Returns false where it did nothing.
+    [[nodiscard]] bool blendAcross(BlendAcross<Pixel, Weight>* blend, const Path& back,
+                                   const Path& on, int x, int y, const Ramp<Weight>& backRamp,
+                                   const Ramp<Weight>& onRamp) const noexcept {
+        return blend(outputByte(x, y), on.step, source(back, x, y), source(on, x, y),
+                     backRamp.weights.data(), onRamp.weights.data());
+    }
+
+    /// Blends down a staircase: each pixel from `from` on into the one as far from `to`, and back
+    /// towards its own value where a restoring ramp is given. Ends with the ramp or at the image's
+    /// edge.
+    void blendStairs(Offset from, Offset to, Offset step, const Ramp<Weight>& ramp,
+                     const Ramp<Weight>* restoring) const noexcept {
+        RampWalk<Weight> weights(ramp);
+        RampWalk<Weight> restoringWeights(restoring != nullptr ? *restoring : ramp);
+        for (; !weights.done() && contains(to.dx, to.dy) && contains(from.dx, from.dy);
+             from = from + step, to = to + step) {
+            blendFrom(from.dx, from.dy, to.dx, to.dy, weights.next());
+            if (restoring != nullptr) restorePixel(from.dx, from.dy, restoringWeights.next());
+        }
+    }
+
+    /// Blends the source pixel at (sourceX, sourceY) into the output at (x, y).
+    void blendFrom(int sourceX, int sourceY, int x, int y, Weight weight) const noexcept {
+        Depth::blend(output_.at(x, y), source(sourceX, sourceY), weight);
+    }
+
+    /// Moves an output pixel that earlier blends may have changed back towards its own input value.
+    void restorePixel(int x, int y, Weight weight) const noexcept { blendFrom(x, y, x, y, weight); }
+
+    /// Averages the output pixel with its direct neighbours in the input.
+    void tipAverage(int x, int y, Weight tipWeight) const noexcept {
+        std::array<Pixel, 4> neighbours;
+        std::size_t count = 0;
+        if (x > 0) neighbours[count++] = source(x - 1, y);
+        if (x + 1 < width()) neighbours[count++] = source(x + 1, y);
+        if (y > 0) neighbours[count++] = source(x, y - 1);
+        if (y + 1 < height()) neighbours[count++] = source(x, y + 1);
+        Depth::tipAverage(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count),
+                          tipWeight);
+    }
+
+  private:
+    [[nodiscard]] Pixel source(const Path& path, int x, int y) const noexcept {
+        const auto* at = reinterpret_cast<const std::byte*>(&input_.at(x, y)) + path.source;
+        return key_.applyKey(*reinterpret_cast<const Pixel*>(at));
+    }
+    [[nodiscard]] std::byte* outputByte(int x, int y) const {
+        return reinterpret_cast<std::byte*>(&output_.at(x, y));
+    }
+
+    ImageView<const Pixel> input_;
+    ImageView<Pixel> output_;
+    ColorKey<Depth, mode> key_;
+};

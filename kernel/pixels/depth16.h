@@ -1,0 +1,74 @@
+// The 16-bit depth: channels run from 0 to 32768.
+#pragma once
+
+#include <span>
+
+#include "kernel/effect_values.h"
+#include "kernel/pixels/integer_pixels.h"
+#include "kernel/pixels/tip_average.h"
+#include "kernel/pixels/weights.h"
+
+/// A value of the 8-bit scale in the 16-bit range, truncated: 255 becomes 32768.
+[[nodiscard]] inline std::int32_t Scale16(std::int32_t v) noexcept {
+    return SaturateToInt(std::int64_t{v} * 32768 / 255);
+}
+
+class Depth16 {
+  public:
+    using Pixel = Pixel16;
+    using Weights = IntegerWeights;
+
+    explicit Depth16(const EffectValues& values) : edgeThreshold_(Scale16(values.colorThreshold)) {}
+
+    /// In this depth's own range.
+    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
+
+    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
+        return FormEdge(p, q, edgeThreshold_);
+    }
+
+    /// Blends src into dst by weight / 65535.
+    static void blend(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
+        BlendInteger(dst, src, weight);
+    }
+
+    /// Replaces the centre by its average with its neighbours, weighted by alpha.
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
+                           std::int32_t tipWeight) noexcept {
+        FloatTipSums sums;
+        for (const Pixel& neighbour : neighbours)
+            sums.add(neighbour, static_cast<float>(tipWeight) / 65535.0F);
+        if (!(sums.weight > 0.0F)) return;
+        sums.add(centre, 1.0F);
+        centre.alpha = toChannel((sums.weight * 0.5F + sums.alpha) / sums.weight);
+        if (sums.alpha == 0.0F) return;
+        const float rounding = sums.alpha * 0.5F;
+        centre.red = toChannel((sums.red + rounding) / sums.alpha);
+        centre.green = toChannel((sums.green + rounding) / sums.alpha);
+        centre.blue = toChannel((sums.blue + rounding) / sums.alpha);
+    }
+
+    /// The colour key in 16-bit channels.
+    class Key {
+      public:
+        explicit Key(const EffectValues& values)
+            : key_{Scale16(LowByte(values.keyRed)), Scale16(LowByte(values.keyGreen)),
+                   Scale16(LowByte(values.keyBlue)), Scale16(values.keyThreshold)} {}
+
+        [[nodiscard]] const IntegerKey& color() const { return key_; }
+
+        [[nodiscard]] bool matches(const Pixel& p) const noexcept {
+            return KeyDistance(p, key_) <= key_.tolerance;
+        }
+
+      private:
+        IntegerKey key_;
+    };
+
+  private:
+    [[nodiscard]] static std::uint16_t toChannel(float v) noexcept {
+        return static_cast<std::uint16_t>(TruncateToInt(v));
+    }
+
+    std::int32_t edgeThreshold_;
+};

@@ -1,0 +1,110 @@
+// The float depth: 1.0 is full intensity, nothing is clamped, all arithmetic is single precision as
+// written.
+#pragma once
+
+#include <span>
+
+#include "kernel/effect_values.h"
+#include "kernel/pixels/color_key.h"
+#include "kernel/pixels/pixel.h"
+#include "kernel/pixels/tip_average.h"
+#include "kernel/pixels/weights.h"
+
+/// |p - q| as the comparisons of this depth take it.
+[[nodiscard]] inline float FloatDifference(float p, float q) noexcept {
+    const float d = p - q;
+    return 0.0F > d ? -d : d;
+}
+
+class DepthFloat {
+  public:
+    using Pixel = PixelFloat;
+    using Weights = FloatWeights;
+
+    explicit DepthFloat(const EffectValues& values)
+        : edgeThreshold_(FromByteScale(values.colorThreshold)) {}
+
+    /// In this depth's own range.
+    [[nodiscard]] float edgeThreshold() const { return edgeThreshold_; }
+
+    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
+        const bool clearP = p.alpha == 0.0F;
+        const bool clearQ = q.alpha == 0.0F;
+        if (clearP != clearQ) {
+            const Pixel& other = clearP ? q : p;
+            return edgeThreshold_ - (((other.green + other.red) + other.blue) + other.alpha) < 0.0F;
+        }
+        if (clearP || Identical(p, q)) return false;
+        const float rest = (((edgeThreshold_ - FloatDifference(p.red, q.red)) -
+                             FloatDifference(p.green, q.green)) -
+                            FloatDifference(p.blue, q.blue)) -
+                           FloatDifference(p.alpha, q.alpha);
+        return rest < 0.0F;
+    }
+
+    /// Blends src into dst by the weight w from 0 to 1.
+    static void blend(Pixel& dst, const Pixel& src, float w) noexcept {
+        if (dst.alpha == src.alpha) {
+            mixColors(dst, src, w);
+            return;
+        }
+        const float fromDst = (1.0F - w) * dst.alpha;
+        if (src.alpha == 0.0F) {
+            dst.alpha = fromDst + src.alpha * w;
+            return;
+        }
+        // Where neither gives anything the destination takes the source's colour whole.
+        const float fromSrc = src.alpha * w;
+        const bool nothing = fromDst == 0.0F && fromSrc == 0.0F;
+        mixColors(dst, src, nothing ? 1.0F : 1.0F / (fromDst / fromSrc + 1.0F));
+        dst.alpha = w * src.alpha + fromDst;
+    }
+
+    /// Replaces the centre by its average with its neighbours, weighted by alpha.
+    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
+                           float tipWeight) noexcept {
+        FloatTipSums sums;
+        for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
+        if (!(sums.weight > 0.0F)) return;
+        sums.add(centre, 1.0F);
+        centre.alpha = sums.alpha / sums.weight;
+        if (sums.alpha == 0.0F) return;
+        centre.red = sums.red / sums.alpha;
+        centre.green = sums.green / sums.alpha;
+        centre.blue = sums.blue / sums.alpha;
+    }
+
+    /// The colour key in float channels.
+    class Key {
+      public:
+        explicit Key(const EffectValues& values)
+            : key_{FromByteScale(LowByte(values.keyRed)), FromByteScale(LowByte(values.keyGreen)),
+                   FromByteScale(LowByte(values.keyBlue)), FromByteScale(values.keyThreshold)} {}
+
+        [[nodiscard]] const FloatKey& color() const { return key_; }
+
+        [[nodiscard]] bool matches(const Pixel& p) const noexcept {
+            const float rest = ((key_.tolerance - FloatDifference(p.red, key_.red)) -
+                                FloatDifference(p.green, key_.green)) -
+                               FloatDifference(p.blue, key_.blue);
+            return !(rest < 0.0F);
+        }
+
+      private:
+        FloatKey key_;
+    };
+
+  private:
+    static void mixColors(Pixel& dst, const Pixel& src, float share) noexcept {
+        const float rest = 1.0F - share;
+        dst.red = share * src.red + rest * dst.red;
+        dst.green = share * src.green + rest * dst.green;
+        dst.blue = share * src.blue + rest * dst.blue;
+    }
+
+    [[nodiscard]] static float FromByteScale(std::int32_t v) noexcept {
+        return static_cast<float>(v) / 255.0F;
+    }
+
+    float edgeThreshold_;
+};
