@@ -83,12 +83,13 @@ std::size_t ScratchBytes(int width, int height) noexcept {
 void CopyInput(PixelDepth depth, const EffectValues& values, const Images& images,
                const Forms& forms) noexcept {
     if (IsEmpty(images)) return;
+    assert(images.input != nullptr && images.output != nullptr);
     KernelFor(depth, values).copy(values, images, forms);
 }
 
 void SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
                 std::uint8_t* scratch, const Forms& forms) noexcept {
     if (values.softness == 0 || IsEmpty(images)) return;
-    assert(scratch != nullptr);
+    assert(images.input != nullptr && images.output != nullptr && scratch != nullptr);
     KernelFor(depth, values).smooth(values, images, scratch, forms);
 }

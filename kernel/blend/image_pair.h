@@ -74,6 +74,7 @@ class ImagePair {
     /// `room` at most.
     void blendAlong(const Path& path, int x, int y, const Ramp<Weight>& ramp, int done,
                     int room) const noexcept {
+        assert(done >= 0 && room > 0);
         const Pixel src = source(path, x, y);
         auto* first = outputByte(x, y) + path.first;
         const auto blend = [first, &path, &src](int i, Weight weight) {
@@ -93,6 +94,7 @@ class ImagePair {
     [[nodiscard]] bool blendAcross(BlendAcross<Pixel, Weight>* blend, const Path& back,
                                    const Path& on, int x, int y, const Ramp<Weight>& backRamp,
                                    const Ramp<Weight>& onRamp) const noexcept {
+        assert(isInside(x, y, acrossReach));
         return blend(outputByte(x, y), on.step, source(back, x, y), source(on, x, y),
                      backRamp.weights.data(), onRamp.weights.data());
     }

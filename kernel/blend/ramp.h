@@ -88,6 +88,7 @@ class SettledRamps {
     }
 
     [[nodiscard]] const Ramp<Weight>& of(RampKind kind) const {
+        assert(kind != RampKind::measured);
         return ramps_[static_cast<std::size_t>(kind)];
     }
 

@@ -179,9 +179,10 @@ class PixelSteps {
     }
 
     void blendJunctions(unsigned found, int x, int y) noexcept {
-        for (; found != 0; found &= found - 1)
+        for (; found != 0; found &= found - 1) {
             blend(junctions[static_cast<std::size_t>(std::countr_zero(found))], x, y,
                   Weights::sixth);
+        }
     }
 
     void blend(const Pattern& pattern, int x, int y, Weight weight) noexcept {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -25,7 +26,10 @@ struct Windows {
     Findings found;
 
     /// The column that a bit of a window stands for.
-    [[nodiscard]] int column(int window, int bit) const { return x[window] - margin + bit; }
+    [[nodiscard]] int column(int window, int bit) const {
+        assert(window >= 0 && window < count && bit >= margin && bit < margin + pixels);
+        return x[window] - margin + bit;
+    }
 };
 
 /// The memory of an edge map.
@@ -51,6 +55,7 @@ class WindowPlanes {
 
     /// Reads the rows around a window. Rows outside the image are clear.
     void load(int window, const MapMemory& map, int x, int y) {
+        assert(window < PixelSet::windows && x < map.width && y < map.height);
         for (int dy = -reach; dy <= reach; ++dy) {
             Planes& planes = planes_[dy + reach];
             if (y + dy < 0 || y + dy >= map.height) {
@@ -70,6 +75,7 @@ class WindowPlanes {
 
     /// The words from `window` on.
     [[nodiscard]] const std::uint64_t* plane(int dy, int flag, int window) const {
+        assert(dy >= -reach && dy <= reach);
         return planes_[dy + reach][flag] + window;
     }
 
@@ -112,6 +118,7 @@ class WindowFlags {
 
     // Bit i of a plane stands for column i, so the flag dx columns on is dx bits up.
     [[nodiscard]] Mask test(int dx, int dy, EdgeFlag flag) const {
+        assert(dx >= -Windows::margin && dx <= Windows::margin);
         const int index = flag == EdgeRight      ? 0
                           : flag == EdgeDown     ? 1
                           : flag == EdgeDiagonal ? 2
@@ -148,6 +155,7 @@ bool HasStraightEdges(const std::uint8_t* flags) {
 /// The search, written once for every instruction set.
 template <typename Vectors>
 void FindWindowsWith(const MapMemory& map, int& x, int& y, Windows& windows) {
+    assert(x >= 0 && y >= 0 && x % Windows::pixels == 0);
     WindowPlanes<Vectors> planes;
     int count = 0;
     for (; y < map.height && count < PixelSet::windows; x = 0, ++y) {

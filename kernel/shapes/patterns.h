@@ -78,7 +78,7 @@ class PatternFinder {
     [[nodiscard]] auto drawn() const {
         constexpr std::size_t count = patterns.size();
         return [this]<std::size_t... i>(std::index_sequence<i...>) {
-            return Group<count>{matches<patterns[i]>()...};
+            return Group<count>{this->matches<patterns[i]>()...};
         }
         (std::make_index_sequence<count>());
     }
@@ -86,7 +86,7 @@ class PatternFinder {
     template <Pattern pattern>
     [[nodiscard]] Mask matches() const {
         return [this]<std::size_t... i>(std::index_sequence<i...>) {
-            return (holds<pattern.conditions[i]>() & ...);
+            return (this->holds<pattern.conditions[i]>() & ...);
         }
         (std::make_index_sequence<pattern.count>());
     }
