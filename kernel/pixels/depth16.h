@@ -6,31 +6,15 @@
 #include "kernel/effect_values.h"
 #include "kernel/pixels/integer_pixels.h"
 #include "kernel/pixels/tip_average.h"
-#include "kernel/pixels/weights.h"
 
 /// A value of the 8-bit scale in the 16-bit range, truncated: 255 becomes 32768.
 [[nodiscard]] inline std::int32_t Scale16(std::int32_t v) noexcept {
     return SaturateToInt(std::int64_t{v} * 32768 / 255);
 }
 
-class Depth16 {
+class Depth16 : public IntegerDepth<Pixel16> {
   public:
-    using Pixel = Pixel16;
-    using Weights = IntegerWeights;
-
-    explicit Depth16(const EffectValues& values) : edgeThreshold_(Scale16(values.colorThreshold)) {}
-
-    /// In this depth's own range.
-    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
-
-    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
-        return FormEdge(p, q, edgeThreshold_);
-    }
-
-    /// Blends src into dst by weight / 65535.
-    static void blend(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
-        BlendInteger(dst, src, weight);
-    }
+    explicit Depth16(const EffectValues& values) : IntegerDepth(Scale16(values.colorThreshold)) {}
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha.
     static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
@@ -69,6 +53,4 @@ class Depth16 {
     [[nodiscard]] static std::uint16_t toChannel(float v) noexcept {
         return static_cast<std::uint16_t>(TruncateToInt(v));
     }
-
-    std::int32_t edgeThreshold_;
 };

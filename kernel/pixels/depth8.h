@@ -7,26 +7,10 @@
 #include "kernel/effect_values.h"
 #include "kernel/pixels/integer_pixels.h"
 #include "kernel/pixels/tip_average.h"
-#include "kernel/pixels/weights.h"
 
-class Depth8 {
+class Depth8 : public IntegerDepth<Pixel8> {
   public:
-    using Pixel = Pixel8;
-    using Weights = IntegerWeights;
-
-    explicit Depth8(const EffectValues& values) : edgeThreshold_(values.colorThreshold) {}
-
-    /// In this depth's own range.
-    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
-
-    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
-        return FormEdge(p, q, edgeThreshold_);
-    }
-
-    /// Blends src into dst by weight / 65535.
-    static void blend(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
-        BlendInteger(dst, src, weight);
-    }
+    explicit Depth8(const EffectValues& values) : IntegerDepth(values.colorThreshold) {}
 
     /// Replaces the centre by its average with its neighbours, weighted by alpha, in 16.16 fixed
     /// point.
@@ -70,7 +54,4 @@ class Depth8 {
         IntegerKey key_;
         Pixel exact_;
     };
-
-  private:
-    std::int32_t edgeThreshold_;
 };

@@ -7,6 +7,7 @@
 #include "kernel/pixels/arithmetic.h"
 #include "kernel/pixels/color_key.h"
 #include "kernel/pixels/pixel.h"
+#include "kernel/pixels/weights.h"
 
 /// Sum of the absolute differences of the four channels; a pixel with alpha 0 counts as all zero.
 template <typename Pixel>
@@ -64,3 +65,29 @@ void BlendInteger(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
         dst.alpha = mix(src.alpha, w, dst.alpha, rest);
     }
 }
+
+/// What the 8-bit and the 16-bit depth share.
+template <typename PixelType>
+class IntegerDepth {
+  public:
+    using Pixel = PixelType;
+    using Weights = IntegerWeights;
+
+    /// In this depth's own range.
+    [[nodiscard]] std::int32_t edgeThreshold() const { return edgeThreshold_; }
+
+    [[nodiscard]] bool isEdge(const Pixel& p, const Pixel& q) const noexcept {
+        return FormEdge(p, q, edgeThreshold_);
+    }
+
+    /// Blends src into dst by weight / 65535.
+    static void blend(Pixel& dst, const Pixel& src, std::int32_t weight) noexcept {
+        BlendInteger(dst, src, weight);
+    }
+
+  protected:
+    explicit IntegerDepth(std::int32_t edgeThreshold) : edgeThreshold_(edgeThreshold) {}
+
+  private:
+    std::int32_t edgeThreshold_;
+};
