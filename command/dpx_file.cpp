@@ -77,7 +77,7 @@ DpxFile::DpxFile(const std::filesystem::path& path) : path_(path) {
 void DpxFile::requireSupported(unsigned descriptor, bool isRunLengthEncoded,
                                unsigned elements) const {
     constexpr std::array kDescriptors{1U, 2U, 3U, 4U, 6U, 8U, 50U, 51U};
-    constexpr std::array kSampleBits{8U, 10U, 12U, 16U, 32U};
+    constexpr std::array kSampleBits{8U, 10U, 12U, 16U, 32U, 64U};
     const auto refuse = [&](const std::string& what) {
         throw UnreadablePicture(path_, "holds " + what + ", which is not supported");
     };
@@ -97,7 +97,7 @@ void DpxFile::requireSupported(unsigned descriptor, bool isRunLengthEncoded,
 /// padding, so the size of the file has to tell.
 void DpxFile::findRowSize(std::uint64_t actualSize, std::uint64_t declaredSize) {
     const std::uint64_t samples =
-        isWordwise() ? std::uint64_t{4} * width_ * channels_ : row().bytes();
+        isWordwise() ? std::uint64_t{bits_ / 8} * width_ * channels_ : row().bytes();
     const std::uint64_t padded = (samples + 3) / 4 * 4;
     const std::array candidates{padded, samples + rowPadding_, samples, padded + rowPadding_};
     for (const std::uint64_t size : {declaredSize, actualSize}) {
@@ -132,11 +132,18 @@ void DpxFile::requireAlignedWithin(std::uint64_t actualSize, std::uint64_t rowSi
 }
 
 void DpxFile::read(Part& part) const {
+    part.spec.attribute("oiio:Endian", order_ == ByteOrder::BigEndian ? "big" : "little");
     const DpxRow row = this->row();
+    const OIIO::ImageSpec& spec = part.spec;
+    const std::size_t sampleSize = bits_ == 8 ? 1 : 2;
+    if (static_cast<std::size_t>(spec.width) != width_ ||
+        static_cast<std::size_t>(spec.height) != height_ ||
+        spec.pixel_bytes(true) != channels_ * sampleSize)
+        throw UnreadablePicture(path_, "has a header that contradicts itself");
     std::ifstream file(path_, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(offset_));
     std::vector<std::byte> bytes(rowSize_);
-    const auto stride = static_cast<std::size_t>(part.spec.scanline_bytes(true));
+    const auto stride = static_cast<std::size_t>(spec.scanline_bytes(true));
     for (std::size_t y = 0; y < height_; ++y) {
         if (!file.read(reinterpret_cast<char*>(bytes.data()),
                        static_cast<std::streamsize>(bytes.size())))

@@ -20,8 +20,8 @@ class DpxFile {
 
     /// Whether every sample fills words of its own, as the picture library reads them well.
     [[nodiscard]] bool isWordwise() const { return bits_ >= 32; }
-    /// Fills the part, which has the picture's size and channels, with the file's samples. Throws
-    /// UnreadablePicture.
+    /// Fills the part, which has the picture's size and channels, with the file's samples and
+    /// its description with their byte order. Throws UnreadablePicture.
     void read(Part& part) const;
 
   private:

@@ -46,14 +46,21 @@ void KeepOutTimeOfDay(OIIO::ImageSpec& spec, std::string_view format) {
         spec.attribute("DateTime", "    :  :     :  :  ");
 }
 
+/// Rows are laid anew after writing; the writer would spoil what it pads.
+void FitToDpx(OIIO::ImageSpec& spec) {
+    for (const char* padding : {"dpx:EndOfLinePadding", "dpx:EndOfImagePadding"})
+        spec.erase_attribute(padding);
+    const int bits = spec.get_int_attribute("oiio:BitsPerSample");
+    if (bits != 10 && bits != 12) spec.erase_attribute("oiio:BitsPerSample");
+}
+
 /// What the format's writer is told about a part.
 OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     OIIO::ImageSpec spec = part.spec;
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(kStraightAttribute);
-    for (const char* padding : {"dpx:EndOfLinePadding", "dpx:EndOfImagePadding"})
-        spec.erase_attribute(padding);  // the writer of DPX would spoil what it pads
+    if (std::string_view(output.format_name()) == "dpx") FitToDpx(spec);
     KeepSamplesWhole(spec);
     KeepOutTimeOfDay(spec, output.format_name());
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see

@@ -73,7 +73,9 @@ class Reader {
         details_.colorType = static_cast<PngColorType>(header[kColorType]);
     }
     void takePalette(const std::vector<std::byte>& colors) {
-        for (std::size_t i = 0; i + 2 < colors.size(); i += 3) {
+        constexpr std::size_t kMostBytes = std::size_t{256} * 3;
+        details_.palette.clear();
+        for (std::size_t i = 0; i + 2 < std::min(colors.size(), kMostBytes); i += 3) {
             const auto value = [&](std::size_t c) {
                 return std::to_integer<std::uint8_t>(colors[i + c]);
             };

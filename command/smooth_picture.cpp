@@ -98,7 +98,7 @@ std::vector<ColorChannels> ChannelsToSmooth(const SmoothSettings& settings, cons
 void WarnOfLinearLight(const Part& part, const std::string& from, const PicturePaths& paths,
                        const std::string& format, Remarks& remarks) {
     const bool isForScreens = format == "png" || format == "bmp" || format == "targa";
-    if (!isForScreens || from == format) return;
+    if (!isForScreens || from == format || !part.spec.format.is_floating_point()) return;
     if (part.spec.get_string_attribute("oiio:ColorSpace") != "Linear") return;
     remarks.warnings.push_back(paths.output.string() + ": holds the linear values of " +
                                paths.input.string() + " as they are, which " + format +
