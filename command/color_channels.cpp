@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <initializer_list>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -53,9 +54,10 @@ ColorChannels ChannelsByName(const Picture& picture, std::size_t part, const std
 }
 
 /// Formats that store no channel names: colour comes first.
-ColorChannels ChannelsByPlace(const OIIO::ImageSpec& spec) {
-    if (spec.nchannels < 3) return {0, 0, 0, 0, spec.alpha_channel, ""};
-    return {0, 0, 1, 2, spec.alpha_channel, ""};
+ColorChannels ChannelsByPlace(const Picture& picture, std::size_t part) {
+    const OIIO::ImageSpec& spec = picture.parts[part].spec;
+    if (spec.nchannels < 3) return {part, 0, 0, 0, spec.alpha_channel, ""};
+    return {part, 0, 1, 2, spec.alpha_channel, ""};
 }
 
 struct Layer {
@@ -68,19 +70,32 @@ std::string LayerName(const OIIO::ImageSpec& spec, const std::string& prefix) {
     return spec.get_string_attribute("oiio:subimagename", spec.get_string_attribute("name"));
 }
 
-/// Every set of colour channels in the picture.
-std::vector<Layer> Layers(const Picture& picture) {
+/// Every set of colour channels in a part whose format names its channels.
+void AddNamedLayers(const Picture& picture, std::size_t part, std::vector<Layer>& layers) {
+    const OIIO::ImageSpec& spec = picture.parts[part].spec;
+    std::vector<std::string> prefixes;
+    for (const std::string& name : spec.channelnames) {
+        const std::string prefix(Prefix(name));
+        if (std::find(prefixes.begin(), prefixes.end(), prefix) != prefixes.end()) continue;
+        prefixes.push_back(prefix);
+        const ColorChannels channels = ChannelsByName(picture, part, prefix);
+        if (IsComplete(channels)) layers.push_back({LayerName(spec, prefix), channels});
+    }
+}
+
+/// Every set of colour channels in the picture, at least one.
+std::vector<Layer> Layers(const Picture& picture, const std::filesystem::path& path) {
     std::vector<Layer> layers;
     for (std::size_t part = 0; part < picture.parts.size(); ++part) {
-        std::vector<std::string> prefixes;
-        for (const std::string& name : picture.parts[part].spec.channelnames) {
-            const std::string prefix(Prefix(name));
-            if (std::find(prefixes.begin(), prefixes.end(), prefix) != prefixes.end()) continue;
-            prefixes.push_back(prefix);
-            const ColorChannels channels = ChannelsByName(picture, part, prefix);
-            if (IsComplete(channels))
-                layers.push_back({LayerName(picture.parts[part].spec, prefix), channels});
+        if (picture.format == "openexr") {
+            AddNamedLayers(picture, part, layers);
+        } else {
+            layers.push_back({"", ChannelsByPlace(picture, part)});
         }
+    }
+    if (layers.empty()) {
+        const std::string channels = Join(picture.parts.front().spec.channelnames);
+        throw PictureError(path, "has no color channels; there are " + channels);
     }
     return layers;
 }
@@ -103,18 +118,8 @@ ColorChannels FindLayer(const std::vector<Layer>& layers, const std::string& nam
         path, "has no layer " + name + (others.empty() ? "" : "; its layers are " + others));
 }
 
-}  // namespace
-
-ColorChannels FindColorChannels(const Picture& picture, const std::string& layer,
-                                const std::filesystem::path& path) {
-    const bool named = picture.format == "openexr";
-    const std::vector<Layer> layers = named ? Layers(picture) : std::vector<Layer>{};
-    if (!layer.empty()) return FindLayer(layers, layer, path);
-    if (!named) return ChannelsByPlace(picture.parts.front().spec);
-    if (layers.empty()) {
-        const std::string channels = Join(picture.parts.front().spec.channelnames);
-        throw PictureError(path, "has no color channels; there are " + channels);
-    }
+/// The layer without a name, or the only one.
+ColorChannels OwnLayer(const std::vector<Layer>& layers, const std::filesystem::path& path) {
     const auto own = std::find_if(layers.begin(), layers.end(), [](const Layer& candidate) {
         return candidate.channels.prefix.empty();
     });
@@ -122,6 +127,27 @@ ColorChannels FindColorChannels(const Picture& picture, const std::string& layer
     if (layers.size() > 1)
         throw PictureError(path, "choose one of its layers with --layer: " + Names(layers));
     return layers.front().channels;
+}
+
+}  // namespace
+
+ColorChannels FindColorChannels(const Picture& picture, const std::string& layer,
+                                const std::filesystem::path& path) {
+    const std::vector<Layer> layers = Layers(picture, path);
+    return layer.empty() ? OwnLayer(layers, path) : FindLayer(layers, layer, path);
+}
+
+std::vector<ColorChannels> FindEveryPartsChannels(const Picture& picture,
+                                                  const std::filesystem::path& path) {
+    const std::vector<Layer> layers = Layers(picture, path);
+    std::vector<ColorChannels> channels;
+    for (std::size_t part = 0; part < picture.parts.size(); ++part) {
+        std::vector<Layer> own;
+        std::copy_if(layers.begin(), layers.end(), std::back_inserter(own),
+                     [&](const Layer& layer) { return layer.channels.part == part; });
+        if (!own.empty()) channels.push_back(OwnLayer(own, path));
+    }
+    return channels;
 }
 
 PF_PixelFormat OwnDepth(const Part& part, const ColorChannels& channels,

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "command/picture.h"
 #include "sdk/effect_api.h"
@@ -24,6 +25,11 @@ struct ColorChannels {
 /// layer. Throws PictureError when there are none or several to choose from.
 [[nodiscard]] ColorChannels FindColorChannels(const Picture& picture, const std::string& layer,
                                               const std::filesystem::path& path);
+
+/// The same for each part that has colour channels; layers' names do not choose among parts. Throws
+/// PictureError when there are several to choose from within a part.
+[[nodiscard]] std::vector<ColorChannels> FindEveryPartsChannels(const Picture& picture,
+                                                                const std::filesystem::path& path);
 
 /// The depth of the kernels that a picture's samples ask for. Throws PictureError for sample types
 /// without one.

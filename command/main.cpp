@@ -5,6 +5,7 @@
 #include <string>
 
 #include "command/ending_signals.h"
+#include "command/picture_error.h"
 #include "command/run_command.h"
 
 namespace {
@@ -21,6 +22,6 @@ int main(int argc, char** argv) {
     nevrel::PrepareSignals();
     SilenceLibraries();
     return nevrel::RunCommand(argc, argv, [](const std::string& line) {
-        dprintf(STDERR_FILENO, "nevrel: %s\n", line.c_str());
+        dprintf(STDERR_FILENO, "nevrel: %s\n", nevrel::Printable(line).c_str());
     });
 }

@@ -41,6 +41,10 @@ void MemoryFile::set(std::size_t offset, std::span<const std::byte> bytes) const
     Require(written == static_cast<ssize_t>(bytes.size()));
 }
 
+void MemoryFile::resize(std::size_t size) const {
+    Require(ftruncate(descriptor_.number(), static_cast<off_t>(size)) == 0);
+}
+
 void MemoryFile::unmap() {
     if (mapping_ != nullptr) munmap(mapping_, size_);
     mapping_ = nullptr;

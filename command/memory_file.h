@@ -24,6 +24,7 @@ class MemoryFile {
     [[nodiscard]] std::span<const std::byte> bytes();
     /// Overwrites what the file holds from `offset` on.
     void set(std::size_t offset, std::span<const std::byte> bytes) const;
+    void resize(std::size_t size) const;
 
   private:
     void unmap();

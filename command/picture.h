@@ -7,8 +7,12 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "command/png_details.h"
+#include "command/remarks.h"
 
 namespace nevrel {
 
@@ -58,6 +62,7 @@ inline constexpr char kStraightAttribute[] = "oiio:UnassociatedAlpha";
 struct Picture {
     std::string format;  ///< the file format's name, e.g. "openexr"
     std::vector<Part> parts;
+    std::optional<PngDetails> png;  ///< of a picture that was read from a PNG
 };
 
 /// Reads all parts of a file. Throws UnreadablePicture: missing, unreadable, truncated, or of a
@@ -77,8 +82,9 @@ struct Picture {
 /// Whether a format has pictures of two channels, grey and alpha.
 [[nodiscard]] bool HoldsGreyWithAlpha(const std::string& format);
 
-/// Encodes the picture in `picture.format` and puts it in place whole. Throws PictureError when the
-/// format cannot hold what the picture has, or the file cannot be written.
-void WritePicture(const Picture& picture, const std::filesystem::path& path);
+/// Encodes the picture in `picture.format` and puts it in place whole; `remarks` tells what gave
+/// way to the format. Throws PictureError when the format cannot hold what the picture has, or the
+/// file cannot be written.
+void WritePicture(const Picture& picture, const std::filesystem::path& path, Remarks& remarks);
 
 }  // namespace nevrel

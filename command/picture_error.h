@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace nevrel {
@@ -29,6 +30,10 @@ class UsageError : public std::runtime_error {
 
 /// `text` as one line: library messages may have several.
 [[nodiscard]] std::string OneLine(std::string text);
+
+/// `text` with control characters written out, as \x1B for the escape character, so that no file
+/// name can command a terminal.
+[[nodiscard]] std::string Printable(std::string_view text);
 
 /// The names with commas between them.
 [[nodiscard]] std::string Join(const std::vector<std::string>& names);

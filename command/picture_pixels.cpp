@@ -270,6 +270,20 @@ void RoundToBits(Part& part, int bits) {
     }
 }
 
+Part ToIntegers(const Part& part) {
+    OIIO::ImageSpec spec = part.spec;
+    spec.set_format(OIIO::TypeDesc::UINT16);
+    Part integers = MakePart(spec, part.associated);
+    for (int channel = 0; channel < spec.nchannels; ++channel) {
+        const ChannelView<std::uint16_t> target(integers, channel);
+        WithChannel(part, channel, [&](auto samples, auto) {
+            for (std::size_t i = 0; i < part.pixels(); ++i)
+                target.set(i, Convert<std::uint16_t>(samples.get(i)));
+        });
+    }
+    return integers;
+}
+
 Part Recast(const Part& part, const ColorChannels& channels, bool associated) {
     OIIO::ImageSpec spec = part.spec;
     spec.set_format(OIIO::TypeDesc::FLOAT);

@@ -27,6 +27,9 @@ void ExpandGrey(Part& part, ColorChannels& channels);
 /// others.
 void RoundToBits(Part& part, int bits);
 
+/// The part with 16-bit samples instead of float ones.
+[[nodiscard]] Part ToIntegers(const Part& part);
+
 /// The part with float samples and colour multiplied by alpha or not, for formats that store it
 /// otherwise. Where alpha is 0, straight colour is lost by multiplication.
 [[nodiscard]] Part Recast(const Part& part, const ColorChannels& channels, bool associated);

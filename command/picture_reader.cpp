@@ -5,9 +5,10 @@
 #include <cerrno>
 #include <new>
 
-#include "command/complete_file.h"
 #include "command/descriptor.h"
+#include "command/dpx_file.h"
 #include "command/picture_error.h"
+#include "command/tiff_pages.h"
 
 namespace nevrel {
 namespace {
@@ -71,7 +72,16 @@ Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::fil
     const OIIO::ImageSpec spec = input.spec(subimage);
     RequireFlat(path, spec);
     RequireRgbOrGrey(path, spec);
-    Part part = MakePart(spec, FileIsAssociated(format, spec));
+    const bool associated = FileIsAssociated(format, spec);
+    if (format == "dpx") {
+        const DpxFile dpx(path);
+        if (!dpx.isWordwise()) {
+            Part part = MakePart(spec, associated);
+            dpx.read(part);
+            return part;
+        }
+    }
+    Part part = MakePart(spec, associated);
     const bool read = input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN,
                                        part.samples.get());
     // Some readers report a missing part of a file and succeed all the same.
@@ -109,12 +119,12 @@ Picture ReadPicture(const std::filesystem::path& path) try {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen())
         throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
-    if (!IsComplete(path)) throw UnreadablePicture(path, "is truncated");
     const OIIO::ImageSpec hints = ReadingHints();
     const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
     if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
-    Picture picture{input->format_name(), {}};
+    Picture picture{input->format_name(), {}, {}};
     RequireSupported(path, picture.format);
+    if (picture.format == "png") picture.png = ReadPngDetails(path);
     for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
         picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
         if (input->seek_subimage(subimage, 1))

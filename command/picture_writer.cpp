@@ -6,9 +6,11 @@
 #include <system_error>
 #include <utility>
 
+#include "command/dpx_file.h"
 #include "command/memory_file.h"
 #include "command/picture.h"
 #include "command/picture_error.h"
+#include "command/png_writer.h"
 #include "command/whole_file.h"
 
 namespace nevrel {
@@ -44,12 +46,21 @@ void KeepOutTimeOfDay(OIIO::ImageSpec& spec, std::string_view format) {
         spec.attribute("DateTime", "    :  :     :  :  ");
 }
 
+/// Rows are laid anew after writing; the writer would spoil what it pads.
+void FitToDpx(OIIO::ImageSpec& spec) {
+    for (const char* padding : {"dpx:EndOfLinePadding", "dpx:EndOfImagePadding"})
+        spec.erase_attribute(padding);
+    const int bits = spec.get_int_attribute("oiio:BitsPerSample");
+    if (bits != 10 && bits != 12) spec.erase_attribute("oiio:BitsPerSample");
+}
+
 /// What the format's writer is told about a part.
 OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     OIIO::ImageSpec spec = part.spec;
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(kStraightAttribute);
+    if (std::string_view(output.format_name()) == "dpx") FitToDpx(spec);
     KeepSamplesWhole(spec);
     KeepOutTimeOfDay(spec, output.format_name());
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see
@@ -106,7 +117,8 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
                                      " parts of the picture");
     }
     for (const Part& part : picture.parts) {
-        if (HasDataWindow(part.spec) && !output.supports("displaywindow")) {
+        const bool isKeptAsChunk = format == "png" && picture.png;
+        if (HasDataWindow(part.spec) && !output.supports("displaywindow") && !isKeptAsChunk) {
             throw PictureError(path, format + " cannot hold a data window of its own");
         }
         if (!HoldsChannels(format, part.spec)) RefuseChannels(path, picture, part);
@@ -150,9 +162,10 @@ void RequireWhole(const std::string& encoded, const Picture& picture,
     throw PictureError(path, "cannot be encoded whole; is there a limit to file size or memory?");
 }
 
-class Encoder {
+/// The picture library's writer of the picture's format, which also knows what the format holds.
+class LibraryEncoder {
   public:
-    Encoder(const Picture& picture, const std::filesystem::path& path)
+    LibraryEncoder(const Picture& picture, const std::filesystem::path& path)
         : picture_(picture), path_(path), output_(OIIO::ImageOutput::create(picture.format)) {
         require(output_ != nullptr);
         RequireHolds(*output_, picture, path);
@@ -192,13 +205,21 @@ class Encoder {
 
 }  // namespace
 
-void WritePicture(const Picture& picture, const std::filesystem::path& path) try {
+void WritePicture(const Picture& picture, const std::filesystem::path& path, Remarks& remarks) try {
     MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
-    Encoder(picture, path).encode(encoded.path());
+    LibraryEncoder library(picture, path);
+    if (picture.format == "png") {
+        EncodePng(picture, path, encoded, remarks);
+    } else {
+        library.encode(encoded.path());
+    }
     const Part& part = picture.parts.front();
     if (picture.format == "targa" && part.associated && part.spec.alpha_channel >= 0)
         MarkAssociated(encoded);
-    if (picture.format == "dpx") SetFileName(encoded, path.filename().string());
+    if (picture.format == "dpx") {
+        SetFileName(encoded, path.filename().string());
+        if (!part.spec.format.is_floating_point()) LayDpxRows(part, encoded);
+    }
     RequireWhole(encoded.path(), picture, path);
     WriteWholeFile(path, encoded.bytes());
 } catch (const std::bad_alloc&) {

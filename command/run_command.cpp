@@ -104,6 +104,12 @@ void AddSmooth(CLI::App& app, CommandLine& line) {
         ->type_name("8|16|float");
     smooth->add_option("--layer", line.settings.layer, "the layer of an EXR to smooth")
         ->type_name("NAME");
+    smooth
+        ->add_flag("--all-parts", line.settings.allParts,
+                   "smooths every part of an EXR and every page of a TIFF, not just the first")
+        ->excludes("--layer");
+    smooth->add_flag("--verbose", line.settings.verbose,
+                     "tells what a picture could not keep in its file");
 }
 
 void AddOptions(CLI::App& app, CommandLine& line) {

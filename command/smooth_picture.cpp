@@ -1,7 +1,9 @@
 #include "command/smooth_picture.h"
 
 #include <algorithm>
+#include <atomic>
 #include <new>
+#include <sstream>
 
 #include "command/color_channels.h"
 #include "command/controls.h"
@@ -75,6 +77,43 @@ void SmoothPart(Instance& instance, const SmoothSettings& settings, const Pictur
         RoundToBits(part, bits);
 }
 
+std::vector<ColorChannels> ChannelsToSmooth(const SmoothSettings& settings, const Picture& picture,
+                                            const std::filesystem::path& path, Remarks& remarks) {
+    if (picture.png && picture.png->isAnimated) {
+        remarks.warnings.push_back(path.string() +
+                                   ": only the first frame of its animation is smoothed and kept");
+    }
+    if (settings.allParts) return FindEveryPartsChannels(picture, path);
+    const ColorChannels channels = FindColorChannels(picture, settings.layer, path);
+    const std::size_t parts = picture.parts.size();
+    if (parts > 1 && settings.layer.empty()) {
+        remarks.warnings.push_back(path.string() + ": only part " +
+                                   std::to_string(channels.part + 1) + " of " +
+                                   std::to_string(parts) + " is smoothed; --all-parts is for each");
+    }
+    return {channels};
+}
+
+/// Values of linear light look too dark in formats whose values stand for what a screen shows.
+void WarnOfLinearLight(const Part& part, const std::string& from, const PicturePaths& paths,
+                       const std::string& format, Remarks& remarks) {
+    const bool isForScreens = format == "png" || format == "bmp" || format == "targa";
+    if (!isForScreens || from == format || !part.spec.format.is_floating_point()) return;
+    if (part.spec.get_string_attribute("oiio:ColorSpace") != "Linear") return;
+    remarks.warnings.push_back(paths.output.string() + ": holds the linear values of " +
+                               paths.input.string() + " as they are, which " + format +
+                               " viewers show too dark");
+}
+
+/// The remarks, each on a line.
+std::string Lines(const Remarks& remarks, bool verbose) {
+    std::string lines;
+    for (const std::string& line : remarks.warnings) lines += OneLine(line) + "\n";
+    if (!verbose) return lines;
+    for (const std::string& line : remarks.details) lines += OneLine(line) + "\n";
+    return lines;
+}
+
 /// Lets the picture library use so many threads for one picture.
 void SetLibraryThreads(int threads) {
     OIIO::attribute("threads", threads);
@@ -84,19 +123,21 @@ void SetLibraryThreads(int threads) {
 
 }  // namespace
 
-void SmoothPicture(Instance& instance, const SmoothSettings& settings,
-                   const PicturePaths& paths) try {
+void SmoothPicture(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
+                   Remarks& remarks) try {
     const std::string format = FormatForPath(paths.output);
     Picture picture = ReadPicture(paths.input);
-    ColorChannels channels = FindColorChannels(picture, settings.layer, paths.input);
+    std::vector<ColorChannels> channels = ChannelsToSmooth(settings, picture, paths.input, remarks);
     if (picture.parts.size() > 1 && format != picture.format) {
         throw PictureError(paths.output, "the " + std::to_string(picture.parts.size()) +
                                              " parts of the input can only be kept as " +
                                              picture.format);
     }
-    SmoothPart(instance, settings, paths, picture, channels, format);
+    WarnOfLinearLight(picture.parts.front(), picture.format, paths, format, remarks);
+    for (ColorChannels& part : channels)
+        SmoothPart(instance, settings, paths, picture, part, format);
     picture.format = format;
-    WritePicture(picture, paths.output);
+    WritePicture(picture, paths.output, remarks);
 } catch (const std::bad_alloc&) {
     throw PictureError(paths.input, "not enough memory");
 }
@@ -105,17 +146,25 @@ bool SmoothPictures(Instance& instance, const SmoothSettings& settings,
                     const std::vector<PicturePaths>& pictures, unsigned jobs,
                     const Complain& complain) {
     SetLibraryThreads(std::max(1, static_cast<int>(jobs / pictures.size())));
-    const auto smooth = [&](std::size_t i) -> std::string {
+    std::atomic<bool> allSucceeded = true;
+    const auto smooth = [&](std::size_t i) {
+        Remarks remarks;
+        std::string error;
         try {
-            SmoothPicture(instance, settings, pictures[i]);
-            return {};
-        } catch (const PictureError& error) {
-            return OneLine(error.what());
-        } catch (const std::exception& error) {
-            return OneLine(PictureError(pictures[i].input, error.what()).what());
+            SmoothPicture(instance, settings, pictures[i], remarks);
+        } catch (const PictureError& failure) {
+            error = failure.what();
+        } catch (const std::exception& failure) {
+            error = PictureError(pictures[i].input, failure.what()).what();
         }
+        if (!error.empty()) allSucceeded = false;
+        return error.empty() ? Lines(remarks, settings.verbose) : OneLine(error);
     };
-    return DoInTurn(pictures.size(), jobs, smooth, complain);
+    DoInTurn(pictures.size(), jobs, smooth, [&](const std::string& lines) {
+        std::istringstream stream(lines);
+        for (std::string line; std::getline(stream, line);) complain(line);
+    });
+    return allSucceeded;
 }
 
 }  // namespace nevrel

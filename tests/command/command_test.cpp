@@ -97,6 +97,8 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
                                    "photo.jpg", "shut.png"}) {
         ExpectError(run("smooth " + name + " -o out.png", bound), 1, {name});
     }
+    ExpectError(run("smooth \"$(printf 'a\\033[31m\\302\\233\\r')\" -o out.png"), 1,
+                {"a\\x1B[31m\\x9B\\x0D: no such file"});
     for (const std::string output : {"missing/out.png", "in.png/out.png", "shut/out.png"})
         ExpectError(run("smooth in.png -o " + output, bound), 1, {output});
     ExpectError(run("about --module missing.so"), 1, {"missing.so", "no such module"});

@@ -1,0 +1,125 @@
+#include "command/png_writer.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "command/picture_pixels.h"
+#include "command/png_details.h"
+#include "command/png_encoder.h"
+#include "command/png_palette.h"
+
+namespace nevrel {
+namespace {
+
+PngColorType TypeOfChannels(int channels) {
+    constexpr std::array kTypes{PngColorType::Grey, PngColorType::GreyAlpha, PngColorType::Rgb,
+                                PngColorType::Rgba};
+    return kTypes.at(static_cast<std::size_t>(channels - 1));
+}
+
+/// Pixels in the form that a PNG holds them.
+struct Encoded {
+    PngColorType type;
+    unsigned bits;
+    std::span<const std::byte> pixels;
+    const IndexedPixels* indexed;
+};
+
+/// Whether colours are told in the same terms, with alpha or without.
+bool HaveSameColors(PngColorType a, PngColorType b) {
+    constexpr unsigned kAlpha = 4;
+    return (static_cast<unsigned>(a) | kAlpha) == (static_cast<unsigned>(b) | kAlpha);
+}
+
+/// A background told as a place in the palette, told as red, green and blue of 16 bits each.
+std::optional<PngChunk> BackgroundAsRgb(const PngDetails& details, PngChunk background) {
+    const auto index =
+        background.data.empty() ? 0 : std::to_integer<std::size_t>(background.data.front());
+    if (index >= details.palette.size()) return std::nullopt;
+    background.data.assign(6, std::byte{0});
+    for (std::size_t c = 0; c < 3; ++c)
+        background.data[2 * c + 1] = std::byte{details.palette[index][c]};
+    return background;
+}
+
+/// The chunk as it is true for the form that the picture gets; nothing where it can only go.
+std::optional<PngChunk> Fitted(const PngChunk& chunk, const PngDetails& details,
+                               const Encoded& form) {
+    const bool sameIndices = form.indexed == nullptr || form.indexed->keepsIndices;
+    const bool sameBits = form.indexed != nullptr || details.bits == form.bits;
+    if (chunk.type == "hIST")
+        return form.indexed != nullptr && form.indexed->palette == details.palette
+                   ? std::optional(chunk)
+                   : std::nullopt;
+    if (chunk.type == "sBIT")
+        return details.colorType == form.type && sameBits ? std::optional(chunk) : std::nullopt;
+    if (chunk.type != "bKGD") return chunk;
+    const bool wasIndex = details.colorType == PngColorType::Palette;
+    if (wasIndex && form.indexed == nullptr) return BackgroundAsRgb(details, chunk);
+    if (HaveSameColors(details.colorType, form.type) && sameBits && sameIndices) return chunk;
+    return std::nullopt;
+}
+
+/// The chunks of the file that the picture comes from.
+std::vector<PngChunk> FittingChunks(const PngDetails& details, const Encoded& form,
+                                    const std::filesystem::path& path, Remarks& remarks) {
+    std::vector<PngChunk> fitting;
+    for (const PngChunk& chunk : details.chunks) {
+        if (auto fitted = Fitted(chunk, details, form)) {
+            fitting.push_back(std::move(*fitted));
+        } else {
+            remarks.details.push_back(path.string() + ": goes without the " + chunk.type +
+                                      " of the input, whose kind of samples it does not have");
+        }
+    }
+    return fitting;
+}
+
+void Encode(const Encoded& form, const Picture& picture, const std::filesystem::path& path,
+            MemoryFile& file, Remarks& remarks) {
+    const OIIO::ImageSpec& spec = picture.parts.front().spec;
+    std::vector<PngChunk> chunks;
+    if (picture.png) chunks = FittingChunks(*picture.png, form, path, remarks);
+    PngEncoder encoder(path, file, PngEffort{});
+    encoder.setHeader(spec, form.type, form.bits);
+    if (form.indexed != nullptr) encoder.setPalette(form.indexed->palette);
+    if (picture.png) {
+        encoder.setChunks(chunks);
+    } else {
+        encoder.setMetadata(spec);
+    }
+    encoder.writePixels(form.pixels);
+}
+
+}  // namespace
+
+void EncodePng(const Picture& picture, const std::filesystem::path& path, MemoryFile& file,
+               Remarks& remarks) {
+    const Part& part = picture.parts.front();
+    if (picture.png && picture.png->colorType == PngColorType::Palette) {
+        const auto indexed = IndexPixels(part, picture.png->palette);
+        if (indexed) {
+            Encode({PngColorType::Palette, indexed->bits, indexed->rows, &*indexed}, picture, path,
+                   file, remarks);
+            return;
+        }
+        remarks.details.push_back(path.string() +
+                                  ": has more than 256 colors and so no palette any more");
+    }
+    const bool isByte = part.spec.format == OIIO::TypeDesc::UINT8;
+    const bool isInteger = isByte || part.spec.format == OIIO::TypeDesc::UINT16;
+    const Part converted = isInteger ? Part{} : ToIntegers(part);
+    const Part& whole = isInteger ? part : converted;
+    const auto size = static_cast<std::size_t>(whole.spec.image_bytes(true));
+    Encode({TypeOfChannels(part.spec.nchannels),
+            isByte ? 8U : 16U,
+            {whole.samples.get(), size},
+            nullptr},
+           picture, path, file, remarks);
+}
+
+}  // namespace nevrel
