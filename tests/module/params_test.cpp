@@ -31,7 +31,7 @@ std::vector<Control> Expected(const Defaults& d, bool grouped) {
     if (grouped) controls.push_back({1000, 13, "color key", 0});
     controls.push_back({kKeyEnable, 4, "color key enable", 0x60, d.enable});
     controls.push_back({kKeyColor, 5, "key color", 0x20, 0, 0, 0, d.color});
-    controls.push_back({kKeyThreshold, 1, "color key threshold", 0x20, d.keyThreshold, 0, 255});
+    controls.push_back({kKeyThreshold, 1, "key color threshold", 0x20, d.keyThreshold, 0, 255});
     controls.push_back({kKeyInvert, 4, "invert", 0x20, d.invert});
     if (grouped) controls.push_back({1001, 14, nullptr, 0x20});
     return controls;
