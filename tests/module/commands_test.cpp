@@ -102,6 +102,11 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
     }
+    for (const std::size_t size : {1, 3}) {  // of a damaged project
+        const auto part = std::as_bytes(std::span(cases[1][0])).first(size);
+        EXPECT_TRUE(instance.sequenceResetup(part).ok());
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
+    }
 }
 
 TEST(SequenceData, IsFlattenedIntoACopy) {
