@@ -14,6 +14,7 @@ endif()
 if(MSVC)
   target_link_options(nevrel_module PRIVATE /DYNAMICBASE /NXCOMPAT /HIGHENTROPYVA)
 elseif(WIN32)
+  target_sources(nevrel_module PRIVATE module/mingw_exception_state.cpp)
   target_link_options(nevrel_module PRIVATE
     -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
 else()

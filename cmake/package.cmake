@@ -1,5 +1,5 @@
 # The zip that people install from: the module, its licence and the user guide.
-install(TARGETS nevrel_module LIBRARY DESTINATION .)
+install(FILES $<TARGET_FILE:nevrel_module> DESTINATION .)
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
 install(FILES docs/user-guide.html DESTINATION .)
 

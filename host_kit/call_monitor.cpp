@@ -20,6 +20,7 @@ bool CanFail(HostCall call, FaultShape shape) {
             return true;
         case HostCall::UnlockHandle:
         case HostCall::DisposeHandle:
+        case HostCall::GetHandleSize:
         case HostCall::Sprintf:
         case HostCall::Strcpy:
             return false;

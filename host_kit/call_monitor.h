@@ -20,6 +20,7 @@ enum class HostCall {
     LockHandle,
     UnlockHandle,
     DisposeHandle,
+    GetHandleSize,
     NewWorld,
     DisposeWorld,
     GetPixelFormat,

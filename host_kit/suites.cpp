@@ -54,7 +54,14 @@ void DisposeHandle(PF_Handle handle) {
     }
 }
 
-const PF_HandleSuite1 kHandleSuite{NewHandle, LockHandle, UnlockHandle, DisposeHandle, {}};
+A_HandleSize GetHandleSize(PF_Handle handle) {
+    Host& host = Command::current().host;
+    host.calls.enter(HostCall::GetHandleSize);
+    return host.handles.bytes(handle).size();
+}
+
+const PF_HandleSuite1 kHandleSuite{NewHandle,     LockHandle,    UnlockHandle,
+                                   DisposeHandle, GetHandleSize, nullptr};
 
 // PF World Suite
 

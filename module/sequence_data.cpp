@@ -22,8 +22,11 @@ PF_Err StoreRecord(const PF_HandleSuite1& suite, const void* contents, PF_OutDat
     return PF_Err_NONE;
 }
 
-bool IsOwnRecord(const void* bytes) {
+/// Whether the bytes of a stored handle are a record of the module's: a damaged project may hold
+/// fewer.
+bool IsOwnRecord(const PF_HandleSuite1& suite, PF_Handle handle, const void* bytes) {
     SequenceData record;
+    if (suite.host_get_handle_size(handle) < sizeof record) return false;
     std::memcpy(&record, bytes, sizeof record);
     return record.valid == kFreshRecord.valid;
 }
@@ -46,7 +49,7 @@ PF_Err SequenceResetup(const PF_InData* inData, PF_OutData* outData) {
     if (code != PF_Err_NONE || inData->sequence_data == nullptr) return code;
     const HandleLock stored(suite, inData->sequence_data);
     if (stored.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
-    if (!IsOwnRecord(stored.data())) return PF_Err_NONE;
+    if (!IsOwnRecord(suite, inData->sequence_data, stored.data())) return PF_Err_NONE;
     const HandleLock fresh(suite, outData->sequence_data);
     if (fresh.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
     std::memcpy(fresh.data(), stored.data(), sizeof(SequenceData));

@@ -22,7 +22,7 @@ constexpr StringRecord kStringTable[] = {
     {TextId::ColorKeyEnableLabel, "", nullptr},
     {TextId::KeyColor, "key color", nullptr},
     {TextId::ColorKeyGroup, "color key", nullptr},
-    {TextId::KeyThreshold, "color key threshold", nullptr},
+    {TextId::KeyThreshold, "key color threshold", nullptr},
     {TextId::KeyInvert, "invert", nullptr},
     {TextId::KeyInvertLabel, "", nullptr},
     {TextId::Bias, "bias", nullptr},

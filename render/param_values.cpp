@@ -55,8 +55,9 @@ class CheckedOutParam {
     CheckedOutParam(const CheckedOutParam&) = delete;
     CheckedOutParam& operator=(const CheckedOutParam&) = delete;
 
-    /// The parameter; null when the host did not give it.
-    [[nodiscard]] const PF_ParamDef* get() const { return code_ == PF_Err_NONE ? &def_ : nullptr; }
+    /// The host's answer; there is a parameter when it is PF_Err_NONE.
+    [[nodiscard]] PF_Err code() const { return code_; }
+    [[nodiscard]] const PF_ParamDef& def() const { return def_; }
 
   private:
     const PF_InData* inData_;
@@ -64,23 +65,12 @@ class CheckedOutParam {
     PF_Err code_;
 };
 
-/// The process's map; null when it is not chosen yet and the parameter that tells the layout cannot
-/// be had.
-const ParamIndexMap* CheckoutParamIndexMap(const PF_InData* inData) {
-    if (const ParamIndexMap* map = CurrentParamIndexMap()) return map;
+/// Makes sure that the process has its map.
+PF_Err CheckoutLayout(const PF_InData* inData) {
+    if (CurrentParamIndexMap() != nullptr) return PF_Err_NONE;
     const CheckedOutParam param(inData, kLayoutParam);
-    return param.get() == nullptr ? nullptr : &ChooseParamIndexMap(param.get()->param_type);
-}
-
-bool CheckoutValues(EffectValues& values, const PF_InData* inData) {
-    const ParamIndexMap* map = CheckoutParamIndexMap(inData);
-    if (map == nullptr) return false;
-    for (const ParamRole role : kControls) {
-        const CheckedOutParam param(inData, (*map)[role]);
-        if (param.get() == nullptr) return false;
-        StoreValue(values, role, param.get()->u);
-    }
-    return true;
+    if (param.code() == PF_Err_NONE) ChooseParamIndexMap(param.def().param_type);
+    return param.code();
 }
 
 }  // namespace
@@ -90,6 +80,13 @@ void FillJobFromParams(EffectValues& values, PF_ParamDef* const params[]) {
     for (const ParamRole role : kControls) StoreValue(values, role, params[map[role]]->u);
 }
 
-void CheckoutPreRenderParams(PreRenderParams& values, const PF_InData* inData) {
-    if (!CheckoutValues(values, inData)) values = {};
+PF_Err CheckoutPreRenderParams(PreRenderParams& values, const PF_InData* inData) {
+    if (const PF_Err code = CheckoutLayout(inData)) return code;
+    const ParamIndexMap& map = *CurrentParamIndexMap();
+    for (const ParamRole role : kControls) {
+        const CheckedOutParam param(inData, map[role]);
+        if (param.code() != PF_Err_NONE) return param.code();
+        StoreValue(values, role, param.def().u);
+    }
+    return PF_Err_NONE;
 }

@@ -11,6 +11,5 @@ using PreRenderParams = EffectValues;
 void FillJobFromParams(EffectValues& values, PF_ParamDef* const params[]);
 
 /// Checks the parameters out at the command's time, one by one, and in again. When one cannot be
-/// had, the rest are not asked for and all values are 0: the frame passes through unchanged, rather
-/// than with half of its settings.
-void CheckoutPreRenderParams(PreRenderParams& values, const PF_InData* inData);
+/// had, the rest are not asked for and the host's code comes back.
+[[nodiscard]] PF_Err CheckoutPreRenderParams(PreRenderParams& values, const PF_InData* inData);

@@ -11,7 +11,7 @@
 
 /// Reads the values for a frame into a host handle for SmartRender, and asks for the input layer
 /// over exactly the area that the host asks for. The host disposes of the handle through the delete
-/// function that comes with it.
+/// function that comes with it. Returns the host's code when it gives a parameter or the layer not.
 [[nodiscard]] PF_Err SmartPreRender(PF_InData* inData, PF_OutData* outData,
                                     PF_PreRenderExtra* extra);
 

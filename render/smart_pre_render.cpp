@@ -64,11 +64,12 @@ PF_Err SmartPreRender(PF_InData* inData, PF_OutData* /*outData*/, PF_PreRenderEx
     const HandleLock lock(suite, handle.get());
     if (lock.data() == nullptr) return PF_Err_NONE;
 
+    // A frame without its values is none: the host hears of it, and gets no handle.
+    PreRenderParams values{};
+    if (const PF_Err code = CheckoutPreRenderParams(values, inData)) return code;
+    std::memcpy(lock.data(), &values, sizeof values);
     latestBasicSuite.store(inData->pica_basicP, std::memory_order_release);
     extra->output->pre_render_data = handle.release();
     extra->output->delete_pre_render_data_func = DeletePreRenderData;
-    PreRenderParams values{};
-    CheckoutPreRenderParams(values, inData);
-    std::memcpy(lock.data(), &values, sizeof values);
     return CheckoutInput(inData, request, extra);
 }

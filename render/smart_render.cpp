@@ -50,7 +50,8 @@ PF_Err CheckoutWorlds(const PF_SmartRenderCallbacks& host, RenderJob& job) {
             host.checkout_layer_pixels(in.effect_ref, kInputCheckoutId, &job.inputWorld))
         return code;
     if (const PF_Err code = host.checkout_output(in.effect_ref, &job.outputWorld)) return code;
-    // A host that succeeds without an image has nothing to be rendered into or from.
+    // A host that succeeds without an image has nothing to be rendered into or from. It gets no
+    // text: the user is told of a missing suite alone.
     return job.inputWorld == nullptr || job.outputWorld == nullptr ? PF_Err_BAD_CALLBACK_PARAM
                                                                    : PF_Err_NONE;
 }

@@ -23,13 +23,15 @@ struct PF_HandleSuite1 {
     void* (*host_lock_handle)(PF_Handle handle);
     void (*host_unlock_handle)(PF_Handle handle);
     void (*host_dispose_handle)(PF_Handle handle);
-    void* unused_functions[2];
+    A_HandleSize (*host_get_handle_size)(PF_Handle handle);
+    void* unused_function;
 };
 NEVREL_CHECK_RECORD(PF_HandleSuite1, 48, 8);
 NEVREL_CHECK_FIELD(PF_HandleSuite1, host_new_handle, 0);
 NEVREL_CHECK_FIELD(PF_HandleSuite1, host_lock_handle, 8);
 NEVREL_CHECK_FIELD(PF_HandleSuite1, host_unlock_handle, 16);
 NEVREL_CHECK_FIELD(PF_HandleSuite1, host_dispose_handle, 24);
+NEVREL_CHECK_FIELD(PF_HandleSuite1, host_get_handle_size, 32);
 
 inline constexpr char kPFANSISuite[] = "PF ANSI Suite";
 inline constexpr A_long kPFANSISuiteVersion1 = 1;

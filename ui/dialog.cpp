@@ -11,7 +11,14 @@ INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     if (message == WM_INITDIALOG) SetWindowLongPtrA(window, GWLP_USERDATA, lParam);
     const LONG_PTR bound = GetWindowLongPtrA(window, GWLP_USERDATA);
     auto* dialog = reinterpret_cast<Dialog*>(bound);
-    return dialog == nullptr ? 0 : dialog->handleMessage(window, message, wParam, lParam);
+    if (dialog == nullptr) return 0;
+    try {
+        return dialog->handleMessage(window, message, wParam, lParam);
+    } catch (...) {  // which the dialog manager could not let pass
+        SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+        EndDialog(window, 0);
+        return 0;
+    }
 }
 
 DialogWindow::DialogWindow() : closedEvent(CreateEventA(nullptr, TRUE, TRUE, nullptr)) {}

@@ -209,7 +209,7 @@ BOOL EnableWindow(HWND window, BOOL enable) {
     return std::exchange(window->enabled, enable != FALSE) ? FALSE : TRUE;
 }
 
-LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (window->procedure != nullptr) return window->procedure(window, message, wParam, lParam);
     if (message == BM_GETCHECK)
         return static_cast<LRESULT>(window->checked ? BST_CHECKED : BST_UNCHECKED);

@@ -80,8 +80,9 @@ HWND GetDlgItem(HWND dialog, int id);
 BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
 /// Returns whether the window was disabled before.
 BOOL EnableWindow(HWND window, BOOL enable);
-/// Controls answer BM_GETCHECK and BM_SETCHECK; dialogs hand everything to their procedure.
-LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+/// Controls answer BM_GETCHECK and BM_SETCHECK; dialogs hand everything to their procedure, whose
+/// exceptions do not get through.
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
 /// Events are manual-reset, unnamed, and used by one thread; waiting is asking.
 HANDLE CreateEventA(void* security, BOOL manualReset, BOOL signalled, LPCSTR name);

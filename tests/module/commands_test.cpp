@@ -52,6 +52,18 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     session.host.givesBasicSuite = true;
 }
 
+/// More often than a process has thread-local indices, of which a runtime library takes one for
+/// what is thrown.
+TEST(Module, TakesNothingFromItsProcess) {
+    Host host;
+    host.givesBasicSuite = false;
+    for (int round = 0; round < 2000; ++round) {
+        const Module module(MODULE_FILE);
+        ASSERT_EQ(Effect(host, module.entryPoint()).globalSetup().error, PF_Err_BAD_CALLBACK_PARAM)
+            << round;
+    }
+}
+
 TEST(GlobalSetup, TellsVersionAndFlagsAndNothingElse) {
     Session session;
     session.host.blankOut = NoisyOut();
@@ -101,6 +113,11 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
     for (const auto& [stored, expected] : cases) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
+    }
+    for (const std::size_t size : {1, 3}) {  // of a damaged project
+        const auto part = std::as_bytes(std::span(cases[1][0])).first(size);
+        EXPECT_TRUE(instance.sequenceResetup(part).ok());
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
     }
 }
 

@@ -1,5 +1,7 @@
 // The controls as they are declared, and their state.
-#include <optional>
+#include <regex>
+#include <sstream>
+#include <tuple>
 
 #include "tests/module/session.h"
 
@@ -7,106 +9,101 @@ using namespace host_kit;
 
 namespace {
 
-/// What a control's declaration has to hold; what does not apply to its type is left out.
-struct Control {
-    A_long id;
-    PF_ParamType type;
-    const char* name;
-    A_long flags;
-    A_long value = 0;
-    A_long min = 0, max = 0;
-    PF_Pixel color{};
-};
-
-struct Defaults {
-    A_long threshold = 10, softness = 70, bias = 0, enable = 0;
-    PF_Pixel color{255, 255, 255, 255};
-    A_long keyThreshold = 0, invert = 0;
-};
-
-std::vector<Control> Expected(const Defaults& d, bool grouped) {
-    std::vector<Control> controls{{kThreshold, 1, "color threshold", 0x20, d.threshold, 1, 255},
-                                  {kSoftness, 1, "softness", 0x20, d.softness, 0, 100},
-                                  {kBias, 1, "bias", 0x20, d.bias, 0, 100}};
-    if (grouped) controls.push_back({1000, 13, "color key", 0});
-    controls.push_back({kKeyEnable, 4, "color key enable", 0x60, d.enable});
-    controls.push_back({kKeyColor, 5, "key color", 0x20, 0, 0, 0, d.color});
-    controls.push_back({kKeyThreshold, 1, "color key threshold", 0x20, d.keyThreshold, 0, 255});
-    controls.push_back({kKeyInvert, 4, "invert", 0x20, d.invert});
-    if (grouped) controls.push_back({1001, 14, nullptr, 0x20});
-    return controls;
+std::string Text(const PF_Pixel& color) {
+    const A_u_char channels[] = {color.alpha, color.red, color.green, color.blue};
+    std::string text;
+    for (const A_u_char channel : channels) text += ' ' + std::to_string(channel);
+    return text;
 }
 
-bool SameColor(const PF_Pixel& a, const PF_Pixel& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
-
-void ExpectControl(const PF_ParamDef& def, const Control& control, A_long uiFlags) {
-    SCOPED_TRACE("control " + std::to_string(control.id));
-    EXPECT_EQ(def.uu.id, control.id);
-    EXPECT_EQ(def.param_type, control.type);
-    if (control.type != PF_Param_GROUP_END) {
-        EXPECT_STREQ(def.name, control.name);
+/// A line for each control: type, id, name, flags and UI flags, then what its type has.
+std::string Listing(const std::vector<PF_ParamDef>& declared) {
+    std::ostringstream out;
+    for (std::size_t i = 1; i < declared.size(); ++i) {
+        const PF_ParamDef& def = declared[i];
+        out << def.param_type << " id " << def.uu.id << " '"
+            << (def.param_type == PF_Param_GROUP_END ? "" : def.name) << "' flags " << def.flags
+            << " ui " << def.ui_flags << ' ' << def.ui_width << ' ' << def.ui_height;
+        const auto& [slider, box, color] = std::tie(def.u.sd, def.u.bd, def.u.cd);
+        if (def.param_type == PF_Param_SLIDER) {
+            out << ": " << slider.value << " default " << slider.dephault << ", "
+                << slider.valid_min << " to " << slider.valid_max << ", slider "
+                << slider.slider_min << " to " << slider.slider_max << slider.value_str
+                << slider.value_desc;
+        } else if (def.param_type == PF_Param_CHECKBOX) {
+            out << ": " << box.value << " default " << int{box.dephault} << box.u.nameptr;
+        } else if (def.param_type == PF_Param_COLOR) {
+            out << ":" << Text(color.value) << " default" << Text(color.dephault);
+        }
+        out << '\n';
     }
-    EXPECT_EQ(def.flags, control.flags);
-    EXPECT_EQ(def.ui_flags, uiFlags);
-    EXPECT_EQ(def.ui_width, 0);
-    EXPECT_EQ(def.ui_height, 0);
-    if (control.type == PF_Param_SLIDER) {
-        const PF_SliderDef& slider = def.u.sd;
-        const std::vector<A_long> numbers{slider.value,      slider.dephault,  slider.valid_min,
-                                          slider.slider_min, slider.valid_max, slider.slider_max};
-        EXPECT_EQ(numbers, (std::vector<A_long>{control.value, control.value, control.min,
-                                                control.min, control.max, control.max}));
-        EXPECT_STREQ(slider.value_str, "");
-        EXPECT_STREQ(slider.value_desc, "");
-    } else if (control.type == PF_Param_CHECKBOX) {
-        EXPECT_EQ(def.u.bd.value, control.value);
-        EXPECT_EQ(def.u.bd.dephault, control.value);
-        EXPECT_STREQ(def.u.bd.u.nameptr, "");
-    } else if (control.type == PF_Param_COLOR) {
-        EXPECT_TRUE(SameColor(def.u.cd.value, control.color));
-        EXPECT_TRUE(SameColor(def.u.cd.dephault, control.color));
-    }
+    return out.str();
 }
+
+constexpr char kBuiltIn[] =
+    R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 10 default 10, 1 to 255, slider 1 to 255
+1 id 2 'softness' flags 32 ui 0 0 0: 70 default 70, 0 to 100, slider 0 to 100
+1 id 7 'bias' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
+13 id 1000 'color key' flags 0 ui 0 0 0
+4 id 3 'color key enable' flags 96 ui 0 0 0: 0 default 0
+5 id 4 'key color' flags 32 ui 0 0 0: 255 255 255 255 default 255 255 255 255
+1 id 5 'key color threshold' flags 32 ui 0 0 0: 0 default 0, 0 to 255, slider 0 to 255
+4 id 6 'invert' flags 32 ui 0 0 0: 0 default 0
+14 id 1001 '' flags 32 ui 0 0 0
+)";
+
+/// Numbers beyond the controls' ranges are the host's to deal with; of a colour the low byte
+/// counts.
+constexpr char kStored[] = R"([defaults]
+ColorThreshold=300
+Softness=0
+Bias=-3
+ColorkeyEnable=1
+KeycolorR=256
+KeycolorG=7
+KeycolorB=-1
+ColorkeyThreshold=9
+ColorkeyInvert=1
+)";
+constexpr char kFromFile[] =
+    R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 300 default 300, 1 to 255, slider 1 to 255
+1 id 2 'softness' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
+1 id 7 'bias' flags 32 ui 0 0 0: -3 default -3, 0 to 100, slider 0 to 100
+13 id 1000 'color key' flags 0 ui 0 0 0
+4 id 3 'color key enable' flags 96 ui 0 0 0: 1 default 1
+5 id 4 'key color' flags 32 ui 0 0 0: 255 0 7 255 default 255 0 7 255
+1 id 5 'key color threshold' flags 32 ui 0 0 0: 9 default 9, 0 to 255, slider 0 to 255
+4 id 6 'invert' flags 32 ui 0 0 0: 1 default 1
+14 id 1001 '' flags 32 ui 0 0 0
+)";
 
 TEST(ParamsSetup, DeclaresTheControls) {
-    const std::string stored =
-        "[defaults]\nColorThreshold=300\nSoftness=0\nBias=-3\nColorkeyEnable=1\nKeycolorR="
-        "256\nKeycolorG=7\n"
-        "KeycolorB=-1\nColorkeyThreshold=9\nColorkeyInvert=1\n";
-    const Defaults own{300, 0, -3, 1, {255, 0, 7, 255}, 9, 1};
     const HostIdentity old = HostNamed(PF_AppID_AfterEffects, {12, 11});
     const HostIdentity older = HostNamed(PF_AppID_AfterEffects, {11, 99});
     const HostIdentity recent = HostNamed(PF_AppID_AfterEffects, {12, 12});
-    const HostIdentity engine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
     const HostIdentity oldPremiere = HostNamed(PF_AppID_Premiere, {12, 11}, true);
+    const HostIdentity engine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
     const struct {
         HostIdentity identity;
         std::string ini;
-        Defaults defaults;
-        bool grouped;
-    } cases[] = {
-        {recent, {}, {}, true},
-        {recent, kFlatLayout, {}, false},
-        {recent, stored, own, true},
-        {recent, stored + kFlatLayout, own, false},
-        {old, stored, {}, true},
-        {older, stored, {}, true},
-        {old, stored + kFlatLayout, {}, false},
-        {oldPremiere, stored, own, true},
-        {engine, stored + kFlatLayout, own, false},
-        {engine, {}, {}, true},
-    };
+        std::string expected;
+        const char* uiFlags = " ui 0";
+    } cases[] = {{recent, {}, kBuiltIn},
+                 {recent, kStored, kFromFile},
+                 {old, kStored, kBuiltIn},
+                 {older, kStored, kBuiltIn},
+                 {oldPremiere, kStored, kFromFile},
+                 {engine, kStored, kFromFile, " ui 32"}};
     for (const auto& c : cases) {
-        Session session(c.ini, c.identity);
-        const std::vector<Control> expected = Expected(c.defaults, c.grouped);
-        const std::vector<PF_ParamDef>& declared = session.effect.declared();
-        ASSERT_EQ(declared.size(), expected.size() + 1);
-        EXPECT_EQ(session.effect.paramsSetup().out.num_params, c.grouped ? 10 : 8);
-        const bool disabled = c.identity.renderEngine && c.identity.applId == PF_AppID_AfterEffects;
-        for (std::size_t i = 0; i < expected.size(); ++i) {
-            ExpectControl(declared[i + 1], expected[i], disabled ? PF_PUI_DISABLED : 0);
-        }
+        std::string expected = std::regex_replace(c.expected, std::regex(" ui 0"), c.uiFlags);
+        const Session grouped(c.ini, c.identity);
+        EXPECT_EQ(Listing(grouped.effect.declared()), expected);
+        expected = std::regex_replace(expected, std::regex("1[34] id .*\n"), "");
+        const Session flat(c.ini + kFlatLayout, c.identity);
+        EXPECT_EQ(Listing(flat.effect.declared()), expected);
     }
+    EXPECT_EQ(Session().effect.paramsSetup().out.num_params, 10);
+    EXPECT_EQ(Session(kFlatLayout).effect.paramsSetup().out.num_params, 8);
 }
 
 /// The ids of the controls that a UI command updates, in order.

@@ -22,16 +22,6 @@ TEST(SmartPreRender, HandsTheValuesOver) {
         SetControls(instance, own);
         Picture input(PF_PixelFormat_ARGB32);
         Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
-        // Whichever parameter cannot be had, that of the layout first: the frame passes through
-        // unchanged.
-        const auto expectNoValues = [&](int nth) {
-            session.host.calls.inject({.call = HostCall::CheckoutParam, .nth = nth});
-            EXPECT_TRUE(frame.preRender().ok());
-            EXPECT_EQ(session.host.calls.faultsFired(), 1);
-            session.host.calls.clearFault();
-            EXPECT_EQ(HandedOver(session, frame), EffectValues{});
-        };
-        expectNoValues(1);
         session.host.calls.record(true);
         EXPECT_TRUE(frame.preRender().ok());
         EXPECT_EQ(HandedOver(session, frame), own);
@@ -42,7 +32,6 @@ TEST(SmartPreRender, HandsTheValuesOver) {
         const std::vector<A_long> flat{4, 1, 2, 3, 6, 7, 4, 5};
         const std::vector<A_long> inGroup{4, 1, 2, 3, 7, 8, 5, 6};
         EXPECT_EQ(order, grouped ? inGroup : flat);
-        for (int nth = 1; nth <= 7; ++nth) expectNoValues(nth);
     }
 }
 

@@ -1,5 +1,5 @@
 // A user of dialogs: has the main window that owns them, looks at the dialog that opens, and works
-// it. On Windows a second thread does so with mouse and keyboard; elsewhere the dialog manager's
+// it. On Windows a second thread does so with messages; elsewhere the dialog manager's
 // stand-in asks what happens next.
 #pragma once
 

@@ -56,69 +56,21 @@ SeenDialog LookAt(HWND dialog) {
     return seen;
 }
 
-struct Search {
-    int controlId;
-    HWND found;
-};
-
+/// The control on the dialog or on its page.
 HWND FindControl(HWND dialog, int id) {
-    Search search{id, nullptr};
-    const auto visit = [](HWND child, LPARAM argument) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(argument);
-        if (GetDlgCtrlID(child) == wanted.controlId && !IsDialog(child)) wanted.found = child;
-        return wanted.found == nullptr;
-    };
-    EnumChildWindows(dialog, visit, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-// Presses the left mouse button and lets it go. Each event carries the place, so that nothing can
-// come between.
-void ClickAt(LONG x, LONG y) {
-    std::array<INPUT, 2> events{};
-    for (INPUT& event : events) {
-        event.type = INPUT_MOUSE;
-        event.mi.dx = MulDiv(x, 65536, GetSystemMetrics(SM_CXSCREEN)) + 1;
-        event.mi.dy = MulDiv(y, 65536, GetSystemMetrics(SM_CYSCREEN)) + 1;
-        event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE;
-    }
-    events[0].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
-    events[1].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
-    SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT));
-}
-
-void PressEscape() {
-    std::array<INPUT, 2> events{};
-    for (INPUT& event : events) {
-        event.type = INPUT_KEYBOARD;
-        event.ki.wVk = VK_ESCAPE;
-    }
-    events[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT));
-}
-
-void ClickCenter(RECT place) {
-    ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-}
-
-// Where the caption says that its close box is.
-void ClickCloseBox(HWND dialog) {
-    const RECT place = PlaceOf(dialog);
-    const LONG y = (place.top + ClientPlaceOf(dialog).top) / 2;
-    LONG x = place.right;
-    while (--x >= place.left &&
-           SendMessageA(dialog, WM_NCHITTEST, 0, MAKELPARAM(x, y)) != HTCLOSE) {
-    }
-    ClickAt(x - 2, y);
+    if (HWND control = GetDlgItem(dialog, id)) return control;
+    HWND page = FindWindowExA(dialog, nullptr, "#32770", nullptr);
+    return page == nullptr ? nullptr : GetDlgItem(page, id);
 }
 
 void Perform(HWND dialog, int action) {
     if (action == kEscape) {
-        PressEscape();
+        PostMessageA(dialog, WM_KEYDOWN, VK_ESCAPE, 0);
     } else if (action == kCloseBox) {
-        ClickCloseBox(dialog);
+        PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     } else if (HWND control = FindControl(dialog, action)) {
-        ClickCenter(PlaceOf(control));
+        // A disabled control gets nothing of a user, but would act on a message.
+        if (IsWindowEnabled(control)) SendMessageA(control, BM_CLICK, 0, 0);
     } else {
         ADD_FAILURE() << "no control " << action;
     }
