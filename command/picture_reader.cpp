@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <new>
+#include <utility>
 
 #include "command/descriptor.h"
 #include "command/dpx_file.h"
@@ -119,12 +120,12 @@ Picture ReadPicture(const std::filesystem::path& path) try {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen())
         throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
+    auto png = ReadPngDetails(path);  // also keeps what is truncated from the library, which leaks
     const OIIO::ImageSpec hints = ReadingHints();
     const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
     if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
-    Picture picture{input->format_name(), {}, {}};
+    Picture picture{input->format_name(), {}, std::move(png)};
     RequireSupported(path, picture.format);
-    if (picture.format == "png") picture.png = ReadPngDetails(path);
     for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
         picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
         if (input->seek_subimage(subimage, 1))

@@ -113,6 +113,11 @@ class Reader {
 
 }  // namespace
 
-PngDetails ReadPngDetails(const std::filesystem::path& path) { return Reader(path).read(); }
+std::optional<PngDetails> ReadPngDetails(const std::filesystem::path& path) {
+    std::array<char, 4> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+    if (std::string_view(start.data(), start.size()) != "\x89PNG") return std::nullopt;
+    return Reader(path).read();
+}
 
 }  // namespace nevrel

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,8 +33,9 @@ struct PngDetails {
     bool isAnimated = false;  ///< there are further frames; none of their chunks is here
 };
 
-/// Reads all but the samples. Chunks that are unknown and tied to the samples are left out. Throws
-/// UnreadablePicture when the file ends before its end mark.
-[[nodiscard]] PngDetails ReadPngDetails(const std::filesystem::path& path);
+/// Reads all but the samples; nothing when the file is no PNG by its first bytes. Chunks that are
+/// unknown and tied to the samples are left out. Throws UnreadablePicture when the file ends before
+/// its end mark.
+[[nodiscard]] std::optional<PngDetails> ReadPngDetails(const std::filesystem::path& path);
 
 }  // namespace nevrel

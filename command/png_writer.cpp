@@ -51,10 +51,11 @@ std::optional<PngChunk> Fitted(const PngChunk& chunk, const PngDetails& details,
                                const Encoded& form) {
     const bool sameIndices = form.indexed == nullptr || form.indexed->keepsIndices;
     const bool sameBits = form.indexed != nullptr || details.bits == form.bits;
-    if (chunk.type == "hIST")
-        return form.indexed != nullptr && form.indexed->palette == details.palette
-                   ? std::optional(chunk)
-                   : std::nullopt;
+    if (chunk.type == "hIST") {
+        const bool samePalette =
+            form.indexed != nullptr && form.indexed->palette == details.palette;
+        return samePalette ? std::optional(chunk) : std::nullopt;
+    }
     if (chunk.type == "sBIT")
         return details.colorType == form.type && sameBits ? std::optional(chunk) : std::nullopt;
     if (chunk.type != "bKGD") return chunk;
