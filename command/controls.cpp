@@ -27,17 +27,42 @@ A_long SliderValue(const SliderOption& option, const std::string& text,
                      std::to_string(slider.valid_min) + " to " + std::to_string(slider.valid_max));
 }
 
-PF_Pixel KeyColor(const std::string& text) {
-    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
-    const std::string_view digits = std::string_view(text).substr(text.empty() ? 0 : 1);
-    if (text.size() != 7 || text[0] != '#' ||
-        digits.find_first_not_of(kDigits) != std::string_view::npos) {
-        throw UsageError(std::string(kColorKeyOption) + ": '" + text +
-                         "' is not a color from '#000000' to '#ffffff'");
+struct NamedColor {
+    std::string_view name;
+    A_long color;
+};
+
+/// The sixteen names that HTML 4 and CSS 1 began with.
+constexpr NamedColor kNamedColors[] = {
+    {"black", 0x000000},  {"silver", 0xC0C0C0}, {"gray", 0x808080},   {"white", 0xFFFFFF},
+    {"maroon", 0x800000}, {"red", 0xFF0000},    {"purple", 0x800080}, {"fuchsia", 0xFF00FF},
+    {"green", 0x008000},  {"lime", 0x00FF00},   {"olive", 0x808000},  {"yellow", 0xFFFF00},
+    {"navy", 0x000080},   {"blue", 0x0000FF},   {"teal", 0x008080},   {"aqua", 0x00FFFF},
+};
+
+/// 0xRRGGBB for '#rrggbb', '#rgb' or a name; nothing for any other text.
+std::optional<A_long> ParseColor(std::string_view text) {
+    for (const NamedColor& named : kNamedColors) {
+        if (named.name == text) return named.color;
     }
-    const A_long color = *ParseNumber(digits, 16);
-    return {255, static_cast<A_u_char>(color >> 16), static_cast<A_u_char>(color >> 8),
-            static_cast<A_u_char>(color)};
+    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
+    if (!text.starts_with('#') || text.find_first_not_of(kDigits, 1) != std::string_view::npos)
+        return std::nullopt;
+    const std::string_view digits = text.substr(1);
+    if (digits.size() == 6) return ParseNumber(digits, 16);
+    if (digits.size() != 3) return std::nullopt;
+    const A_long each = *ParseNumber(digits, 16);
+    return (each >> 8) * 0x110000 + (each >> 4 & 15) * 0x1100 + (each & 15) * 0x11;
+}
+
+PF_Pixel KeyColor(const std::string& text) {
+    const std::optional<A_long> color = ParseColor(text);
+    if (!color) {
+        throw UsageError(std::string(kColorKeyOption) + ": '" + text +
+                         "' is not a color; write '#rrggbb', '#rgb' or a name such as 'white'");
+    }
+    return {255, static_cast<A_u_char>(*color >> 16), static_cast<A_u_char>(*color >> 8),
+            static_cast<A_u_char>(*color)};
 }
 
 }  // namespace
@@ -56,6 +81,10 @@ void ApplyControls(const ControlValues& values, host_kit::Instance& instance) {
     if (values.withoutColorKey) instance.setCheckbox(kColorKeyEnable, false);
     if (values.invert) instance.setCheckbox(kKeyInvert, true);
     if (values.withoutInvert) instance.setCheckbox(kKeyInvert, false);
+    if (values.invert && instance.param(kColorKeyEnable).u.bd.value == 0) {
+        throw UsageError(std::string(kInvertOption) + ": needs a color key; give " +
+                         kColorKeyOption + " too");
+    }
 }
 
 std::string OptionOf(A_long id) {

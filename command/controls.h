@@ -40,7 +40,7 @@ inline constexpr std::array<SliderOption, 4> kSliderOptions{{
 /// What the user asked for, as typed; what is absent keeps the module's default.
 struct ControlValues {
     std::array<std::optional<std::string>, kSliderOptions.size()> sliders;
-    std::optional<std::string> colorKey;  ///< '#rrggbb'; switches the key on
+    std::optional<std::string> colorKey;  ///< switches the key on
     bool withoutColorKey = false;
     bool invert = false;
     bool withoutInvert = false;

@@ -1,7 +1,11 @@
 #include "command/output_paths.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <set>
@@ -9,7 +13,7 @@
 
 #include "command/picture.h"
 #include "command/picture_error.h"
-#include "command/whole_file.h"
+#include "command/replace_file.h"
 
 namespace nevrel {
 namespace {
@@ -53,12 +57,35 @@ void RequireDistinct(const std::vector<PicturePaths>& pictures) {
     }
 }
 
+/// The input itself, which is no folder.
+const fs::path& PictureNamed(const fs::path& input) {
+    std::error_code error;
+    if (!fs::is_directory(input, error)) return input;
+    throw UsageError(input.string() + ": is a folder; name its pictures, as in " +
+                     (input / "*.png").string());
+}
+
 fs::path OutputInFolder(const fs::path& input, const fs::path& folder, const std::string& format) {
     const fs::path& named =
         input.has_filename() ? input : input.parent_path();  // without a slash at its end
     fs::path output = folder / named.filename();
     if (!format.empty()) output.replace_extension(format);
     return output;
+}
+
+void MakeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error) throw PictureError(folder, "cannot be made: " + error.message());
+}
+
+void RequireWritable(const fs::path& folder) {
+    std::error_code error;
+    const fs::file_status status = fs::status(folder, error);
+    if (!fs::exists(status)) throw PictureError(folder, "no such folder");
+    if (!fs::is_directory(status)) throw PictureError(folder, "is no folder");
+    if (faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        throw PictureError(folder, std::string("cannot be written to: ") + std::strerror(errno));
 }
 
 /// A name given by the user asks for a format that can be written.
@@ -82,7 +109,7 @@ std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const
     if (IsFolder(output)) {
         if (!format.empty()) RequireFormat("*." + format, "--format: ");
         for (const fs::path& input : inputs)
-            pictures.push_back({input, OutputInFolder(input, output, format)});
+            pictures.push_back({PictureNamed(input), OutputInFolder(input, output, format)});
     } else {
         if (inputs.size() > 1) {
             throw UsageError("--output: several inputs go to a folder, and '" + output.string() +
@@ -93,11 +120,20 @@ std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const
                              output.string() + "' names its format");
         }
         RequireFormat(output, "");
-        pictures.push_back({inputs.front(), output});
+        pictures.push_back({PictureNamed(inputs.front()), output});
     }
     RequireDistinct(pictures);
     RequireNoInput(pictures);
     return pictures;
+}
+
+void PrepareFolders(const fs::path& output, const std::vector<PicturePaths>& pictures) {
+    if (IsFolder(output)) MakeFolder(output);
+    std::set<fs::path> folders;
+    for (const PicturePaths& paths : pictures) {
+        const fs::path folder = FollowLinks(paths.output).parent_path();
+        if (folders.insert(folder).second) RequireWritable(folder.empty() ? "." : folder);
+    }
 }
 
 }  // namespace nevrel

@@ -22,4 +22,8 @@ struct PicturePaths {
     const std::vector<std::filesystem::path>& inputs, const std::filesystem::path& output,
     const std::string& format);
 
+/// Makes the folder if `output` names a new one, and sees that files can be made in every folder
+/// that pictures go to. Throws PictureError with the folder and the reason.
+void PrepareFolders(const std::filesystem::path& output, const std::vector<PicturePaths>& pictures);
+
 }  // namespace nevrel

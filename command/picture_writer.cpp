@@ -11,7 +11,7 @@
 #include "command/picture.h"
 #include "command/picture_error.h"
 #include "command/png_writer.h"
-#include "command/whole_file.h"
+#include "command/replace_file.h"
 
 namespace nevrel {
 
@@ -221,7 +221,7 @@ void WritePicture(const Picture& picture, const std::filesystem::path& path, Rem
         if (!part.spec.format.is_floating_point()) LayDpxRows(part, encoded);
     }
     RequireWhole(encoded.path(), picture, path);
-    WriteWholeFile(path, encoded.bytes());
+    ReplaceFile(path, encoded.bytes());
 } catch (const std::bad_alloc&) {
     throw PictureError(path, "not enough memory to encode the picture");
 } catch (const std::system_error& error) {

@@ -4,14 +4,17 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <numeric>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "command/controls.h"
@@ -61,8 +64,9 @@ void AddControlOptions(CLI::App& app, ControlValues& controls) {
         app.add_option(kSliderOptions[i].option, controls.sliders[i], kSliderOptions[i].help)
             ->type_name("N");
     }
-    auto* key = app.add_option("--color-key", controls.colorKey, "makes this color transparent")
-                    ->type_name("#RRGGBB");
+    auto* key = app.add_option("--color-key", controls.colorKey,
+                               "makes this color transparent: '#rrggbb', '#rgb' or a name")
+                    ->type_name("COLOR");
     app.add_flag("--no-color-key", controls.withoutColorKey,
                  "switches off a key that is on by default")
         ->excludes(key);
@@ -79,6 +83,7 @@ void AddSmooth(CLI::App& app, CommandLine& line) {
         "A picture that fails does not stop the others; the exit status is 1 then.\n"
         "Ranges and defaults of the controls are the module's own: see `nevrel params`.");
     smooth->add_option("input", line.inputs, "PNG, TIFF, TGA, BMP, EXR or DPX")
+        ->multi_option_policy(CLI::MultiOptionPolicy::Throw)
         ->required()
         ->type_name("IN");
     smooth
@@ -120,12 +125,6 @@ void AddOptions(CLI::App& app, CommandLine& line) {
     AddControlOptions(*options, line.controls);
 }
 
-void MakeFolder(const std::filesystem::path& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) throw PictureError(folder, "cannot be made: " + error.message());
-}
-
 int Smooth(CommandLine& line, const Complain& complain) {
     if (line.depth) line.settings.depth = Depth(*line.depth);
     const std::vector<PicturePaths> pictures = FindOutputs(line.inputs, line.output, line.format);
@@ -135,7 +134,7 @@ int Smooth(CommandLine& line, const Complain& complain) {
     const auto setUp = instance.sequenceSetup();
     if (!setUp.ok())
         throw host_kit::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
-    if (IsFolder(line.output)) MakeFolder(line.output);
+    PrepareFolders(line.output, pictures);
     OutliveReaders();
     return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : kFailed;
 }
@@ -154,6 +153,35 @@ void ShowOptions(const CommandLine& line) {
         throw host_kit::ModuleError(line.modulePath + ": has no options dialog");
 }
 
+/// How many letters have to be put in, left out or replaced to turn one word into the other.
+std::size_t Distance(const std::string& a, const std::string& b) {
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
+        }
+    }
+    return row.back();
+}
+
+/// Where the line's first word is no command, tells so, and which one may have been meant.
+void RequireKnownCommand(const CLI::App& app) {
+    if (!app.get_subcommands().empty() || app.remaining().empty()) return;
+    const std::string word = app.remaining().front();
+    if (word.starts_with("-")) return;
+    std::string message = "'" + word + "' is no command";
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        constexpr std::size_t mostSlips = 2;
+        if (Distance(word, command->get_name()) <= mostSlips)
+            throw UsageError(message + "; did you mean '" + command->get_name() + "'?");
+    }
+    throw UsageError(message + "; see nevrel --help");
+}
+
 /// What was printed may still lie in a buffer, and the reader may be gone or the disk full.
 void RequirePrinted() {
     if (!std::cout.flush()) {
@@ -167,6 +195,8 @@ int Run(int argc, const char* const* argv, const Complain& complain) {
     line.modulePath = DefaultModulePath().string();
     CLI::App app("Smooths the stair-stepped edges of pictures with the nevrel effect.", "nevrel");
     app.require_subcommand(1)->fallthrough();
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    app.set_version_flag("-V,--version", "nevrel " NEVREL_VERSION, "prints the version");
     app.add_option("--module", line.modulePath,
                    "the effect's module; by default nevrel.so beside this program")
         ->type_name("FILE");
@@ -183,6 +213,7 @@ int Run(int argc, const char* const* argv, const Complain& complain) {
         RequirePrinted();
         return 0;
     } catch (const CLI::ParseError& error) {
+        RequireKnownCommand(app);
         throw UsageError(OneLine(error.what()));
     }
     if (app.got_subcommand("smooth")) return Smooth(line, complain);

@@ -1,7 +1,7 @@
 // The command `nevrel`, from its arguments to its exit status.
 #pragma once
 
-#include "command/in_turn.h"
+#include "command/in_parallel.h"
 
 namespace nevrel {
 

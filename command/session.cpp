@@ -13,6 +13,7 @@ Session::Session(const std::filesystem::path& modulePath, HWND mainWindow)
     : module_(modulePath), effect_(host_, module_.entryPoint()) {
     host_.identity.pluginPath = module_.path().string();
     host_.identity.mainWindow = mainWindow;
+    host_.scratchMemory.pooled = true;
     const auto require = [&](const char* what, const CommandResult& result) {
         if (!result.ok())
             throw ModuleError(modulePath.string() + ": " + what + " " + FailureText(result));

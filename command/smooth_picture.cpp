@@ -1,9 +1,7 @@
 #include "command/smooth_picture.h"
 
 #include <algorithm>
-#include <atomic>
 #include <new>
-#include <sstream>
 
 #include "command/color_channels.h"
 #include "command/controls.h"
@@ -61,8 +59,8 @@ void SmoothPart(Instance& instance, const SmoothSettings& settings, const Pictur
                 Picture& picture, ColorChannels& channels, const std::string& format) {
     Part& part = picture.parts[channels.part];
     const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
-    World input(depth, part.spec.width, part.spec.height);
-    World output(depth, part.spec.width, part.spec.height);
+    World input(depth, part.spec.width, part.spec.height, {.pooled = true});
+    World output(depth, part.spec.width, part.spec.height, {.pooled = true});
     LoadPixels(part, channels, input);
     Render(instance, input, output, paths.input);
 
@@ -105,12 +103,11 @@ void WarnOfLinearLight(const Part& part, const std::string& from, const PictureP
                                " viewers show too dark");
 }
 
-/// The remarks, each on a line.
-std::string Lines(const Remarks& remarks, bool verbose) {
-    std::string lines;
-    for (const std::string& line : remarks.warnings) lines += OneLine(line) + "\n";
-    if (!verbose) return lines;
-    for (const std::string& line : remarks.details) lines += OneLine(line) + "\n";
+/// What the user is told of the remarks.
+std::vector<std::string> Lines(const Remarks& remarks, bool verbose) {
+    std::vector<std::string> lines = remarks.warnings;
+    if (verbose) lines.insert(lines.end(), remarks.details.begin(), remarks.details.end());
+    for (std::string& line : lines) line = OneLine(line);
     return lines;
 }
 
@@ -146,25 +143,18 @@ bool SmoothPictures(Instance& instance, const SmoothSettings& settings,
                     const std::vector<PicturePaths>& pictures, unsigned jobs,
                     const Complain& complain) {
     SetLibraryThreads(std::max(1, static_cast<int>(jobs / pictures.size())));
-    std::atomic<bool> allSucceeded = true;
-    const auto smooth = [&](std::size_t i) {
+    const auto smooth = [&](std::size_t i) -> Outcome {
         Remarks remarks;
-        std::string error;
         try {
             SmoothPicture(instance, settings, pictures[i], remarks);
-        } catch (const PictureError& failure) {
-            error = failure.what();
-        } catch (const std::exception& failure) {
-            error = PictureError(pictures[i].input, failure.what()).what();
+            return {true, Lines(remarks, settings.verbose)};
+        } catch (const PictureError& error) {
+            return {false, {OneLine(error.what())}};
+        } catch (const std::exception& error) {
+            return {false, {OneLine(PictureError(pictures[i].input, error.what()).what())}};
         }
-        if (!error.empty()) allSucceeded = false;
-        return error.empty() ? Lines(remarks, settings.verbose) : OneLine(error);
     };
-    DoInTurn(pictures.size(), jobs, smooth, [&](const std::string& lines) {
-        std::istringstream stream(lines);
-        for (std::string line; std::getline(stream, line);) complain(line);
-    });
-    return allSucceeded;
+    return DoInParallel(pictures.size(), jobs, smooth, complain);
 }
 
 }  // namespace nevrel

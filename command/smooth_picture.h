@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "command/in_turn.h"
+#include "command/in_parallel.h"
 #include "command/output_paths.h"
 #include "command/remarks.h"
 #include "host_kit/instance.h"

@@ -1,9 +1,11 @@
 #include "host_kit/world.h"
 
+#include <array>
 #include <cassert>
 #include <cstdlib>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace host_kit {
 namespace {
@@ -16,6 +18,49 @@ std::byte Noise(std::size_t index, std::uint32_t seed) {
     return static_cast<std::byte>((mixed ^ mixed >> 29) >> 32);
 }
 
+std::byte* NewBlock(std::size_t size) {
+    return static_cast<std::byte*>(::operator new[](size, kAlignment));
+}
+void FreeBlock(std::byte* block) { ::operator delete[](block, kAlignment); }
+
+/// Blocks that a thread's images gave back. The frames of a sequence are alike, so the next one
+/// takes them again: that spares the system the work of mapping fresh pages for each frame, and
+/// memory that an allocator would hold on to between blocks of that size.
+class KeptBlocks {
+  public:
+    KeptBlocks() = default;
+    ~KeptBlocks() {
+        for (const Block& block : blocks_) FreeBlock(block.memory);
+    }
+    KeptBlocks(const KeptBlocks&) = delete;
+    KeptBlocks& operator=(const KeptBlocks&) = delete;
+
+    /// A kept block of exactly this size; null when there is none.
+    [[nodiscard]] std::byte* take(std::size_t size) {
+        for (Block& block : blocks_) {
+            if (block.size == size) return std::exchange(block, {}).memory;
+        }
+        return nullptr;
+    }
+
+    /// Keeps a block in place of the one that has been kept the longest.
+    void keep(std::byte* memory, std::size_t size) {
+        FreeBlock(std::exchange(blocks_[next_], {memory, size}).memory);
+        next_ = (next_ + 1) % blocks_.size();
+    }
+
+  private:
+    struct Block {
+        std::byte* memory = nullptr;
+        std::size_t size = 0;
+    };
+
+    std::array<Block, 3> blocks_;  // an input, an output and the effect's scratch image
+    std::size_t next_ = 0;
+};
+
+thread_local KeptBlocks keptBlocks;
+
 }  // namespace
 
 int PixelBytes(PF_PixelFormat format) {
@@ -25,8 +70,12 @@ int PixelBytes(PF_PixelFormat format) {
     return sizeof(PF_PixelFloat);
 }
 
-void World::AlignedDelete::operator()(std::byte* block) const {
-    ::operator delete[](block, kAlignment);
+void World::GiveBack::operator()(std::byte* block) const {
+    if (pooledSize == 0) {
+        FreeBlock(block);
+    } else {
+        keptBlocks.keep(block, pooledSize);
+    }
 }
 
 World::World(PF_PixelFormat format, A_long width, A_long height, const MemoryStyle& style)
@@ -40,7 +89,8 @@ World::World(PF_PixelFormat format, A_long width, A_long height, const MemorySty
     const auto toLastRow = static_cast<std::size_t>(pitch) * static_cast<std::size_t>(height - 1);
     size_ =
         lead + toLastRow + static_cast<std::size_t>(rowBytes) + (style.guarded ? kGuardBytes : 0);
-    block_.reset(static_cast<std::byte*>(::operator new[](size_, kAlignment)));
+    std::byte* kept = style.pooled ? keptBlocks.take(size_) : nullptr;
+    block_ = {kept != nullptr ? kept : NewBlock(size_), GiveBack{style.pooled ? size_ : 0}};
     if (style.guarded) {
         for (std::size_t i = 0; i < size_; ++i) block_[i] = Noise(i, style_.seed);
     }

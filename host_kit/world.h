@@ -23,6 +23,7 @@ struct MemoryStyle {
     bool guarded =
         false;  ///< bands around the pixels, and everything filled with noise to begin with
     std::uint32_t seed = 0;  ///< of that noise
+    bool pooled = false;     ///< in memory that an image of this size gave back on this thread
 };
 
 /// An image that the host owns; pixel contents start undefined (noise when guarded).
@@ -58,7 +59,10 @@ class World {
     [[nodiscard]] std::uint64_t checksum() const;
 
   private:
-    struct AlignedDelete {
+    /// Frees a block, or keeps it for the next image of its size.
+    struct GiveBack {
+        std::size_t pooledSize;  ///< 0 for a block that is freed
+
         void operator()(std::byte* block) const;
     };
 
@@ -68,7 +72,7 @@ class World {
     PF_PixelFormat format_;
     MemoryStyle style_;
     std::size_t size_ = 0;
-    std::unique_ptr<std::byte[], AlignedDelete> block_;
+    std::unique_ptr<std::byte[], GiveBack> block_{nullptr, GiveBack{0}};
     PF_EffectWorld record_{};
 };
 

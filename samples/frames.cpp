@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "samples/dice.h"
+#include "samples/chance.h"
 #include "samples/palette.h"
 #include "samples/scene.h"
 
@@ -32,15 +32,16 @@ Image8 Busy(int width, int height) {
     const PF_Pixel paints[] = {kGreen, kGreenShadow, kYellowShadow, kIron, kClothShadow};
     Image8 image(width, height, kGreen);
     const Painter meadow(image, {}, 1);
-    Dice dice(1);
+    Chance chance(1);
     constexpr int columnsApart = 26;
     constexpr int rowsApart = 34;
     for (int y = 0; y < height + 160; y += rowsApart) {
         for (int x = -columnsApart; x < width + columnsApart; x += columnsApart) {
-            const Point root{x + dice.roll(2 * columnsApart) + 0.3, y + dice.roll(rowsApart) + 0.3};
-            const int length = 90 + dice.roll(70);
-            const int bend = dice.roll(121) - 60;
-            DrawBlade(meadow.placed(root, 1), length, bend, paints[dice.roll(5)]);
+            const Point root{x + chance.roll(2 * columnsApart) + 0.3,
+                             y + chance.roll(rowsApart) + 0.3};
+            const int length = 90 + chance.roll(70);
+            const int bend = chance.roll(121) - 60;
+            DrawBlade(meadow.placed(root, 1), length, bend, paints[chance.roll(5)]);
         }
     }
     DrawFigure(image);
@@ -49,8 +50,8 @@ Image8 Busy(int width, int height) {
 
 Image8 Noise(int width, int height) {
     Image8 image(width, height);
-    Dice dice(2);
-    for (PF_Pixel& pixel : image.pixels) pixel = Paint(static_cast<unsigned>(dice.roll(1 << 24)));
+    Chance chance(2);
+    for (PF_Pixel& pixel : image.pixels) pixel = Paint(static_cast<unsigned>(chance.roll(1 << 24)));
     return image;
 }
 

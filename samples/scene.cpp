@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "samples/dice.h"
+#include "samples/chance.h"
 #include "samples/palette.h"
 
 namespace {
@@ -44,22 +44,22 @@ void DrawLantern(const Painter& painter, unsigned seed) {
 
 void DrawMarks(const Painter& painter, Point topLeft, double size, int count, const Pen& pen,
                unsigned seed) {
-    Dice dice(seed);
+    Chance chance(seed);
     for (int i = 0; i < count; ++i) {
         const double top = topLeft.y + i * size;
         const auto at = [&](int column, int row) {
             return Node{topLeft.x + size * (0.1 + 0.2 * column), top + size * (0.08 + 0.2 * row)};
         };
-        painter.ink({at(0, dice.roll(2)), at(4, dice.roll(2))}, pen);
-        painter.ink({at(1 + dice.roll(3), 0), at(1 + dice.roll(3), 4)}, pen);
-        if (dice.roll(2) == 0) {
+        painter.ink({at(0, chance.roll(2)), at(4, chance.roll(2))}, pen);
+        painter.ink({at(1 + chance.roll(3), 0), at(1 + chance.roll(3), 4)}, pen);
+        if (chance.roll(2) == 0) {
             painter.ink({at(2, 2), at(1, 3), at(0, 4)}, pen);
             painter.ink({at(2, 2), at(3, 3), at(4, 4)}, pen);
         } else {
             painter.ink({at(0, 2), at(0, 4)}, pen);
             painter.ink({at(0, 2), at(4, 2), at(4, 4)}, pen);
         }
-        if (dice.roll(2) == 0) painter.ink({at(0, 3), at(4, 3)}, pen);
+        if (chance.roll(2) == 0) painter.ink({at(0, 3), at(4, 3)}, pen);
     }
 }
 

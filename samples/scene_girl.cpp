@@ -1,7 +1,7 @@
 // The girl's figure and what she holds.
 #include <utility>
 
-#include "samples/dice.h"
+#include "samples/chance.h"
 #include "samples/palette.h"
 #include "samples/scene.h"
 
@@ -48,9 +48,9 @@ void DrawPattern(const Painter& painter) {
         DrawFlower(painter.placed(p, 1.0, turns += 0.07), kPink, kPinkShadow);
     for (const Point p : yellows)
         DrawFlower(painter.placed(p, 0.72, turns += 0.07), kYellow, kYellowShadow);
-    Dice dice(4);
+    Chance chance(4);
     for (int i = 0; i < 60; ++i) {
-        const Point p{350.0 + dice.roll(660), 590.0 + dice.roll(490)};
+        const Point p{350.0 + chance.roll(660), 590.0 + chance.roll(490)};
         painter.tone(Ellipse(p, 4, 4), kCloth, kWhite);
         painter.tone(Ellipse(p, 4, 4), kClothShadow, kWhiteShadow);
     }

@@ -26,7 +26,7 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {smooth + "--color-threshold 0", {"--color-threshold", "'0'", "1 to 255"}},
         {smooth + "--bias 1.5", {"--bias", "'1.5'", "0 to 100"}},
         {smooth + "--key-threshold 99999999999", {"--key-threshold", "0 to 255"}},
-        {smooth + "--color-key '#12345g'", {"--color-key", "'#12345g'", "'#ffffff'"}},
+        {smooth + "--color-key '#12345g'", {"--color-key", "'#12345g'", "'#rrggbb'"}},
         {smooth + "--color-key ''", {"--color-key", "''"}},
         {smooth + "--depth 12", {"--depth", "'12'", "8, 16 or float"}},
         {smooth + "--blur 3", {"--blur"}},
@@ -40,6 +40,10 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {"smooth in.png in.png -o out.png", {"--output", "'out.png'", "folder"}},
         {"smooth in.png in.tif in.bmp -o out/ --format exr", {"in.png", "in.tif", "out/in.exr"}},
         {"smooth in.png other.png -o .", {"in.png", "input"}},
+        {smooth + "--color-key whitish", {"--color-key", "'whitish'", "'white'"}},
+        {smooth + "--invert", {"--invert", "--color-key"}},
+        {"smooth . -o out/", {".", "folder"}},
+        {"smoooth in.png", {"'smoooth'", "'smooth'"}},
         {"", {"subcommand"}},
     };
     for (const auto& [arguments, words] : wrong) ExpectError(run(arguments), 2, words);
@@ -47,8 +51,19 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
     const CommandRun help = run("smooth --help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.output.find("--color-threshold"), std::string::npos);
-    for (const std::string printing : {"about", "params", "--help"})
-        ExpectError(run(printing + " >/dev/full"), 1, {"standard output", "No space"});
+    EXPECT_EQ(run("--version").output, "nevrel 1.0.8\n");
+    for (const std::string printing : {"about", "params", "--help", "--version"})
+        ExpectError(run(printing + " 1<logs/errors"), 1, {"standard output"});
+}
+
+TEST_F(CommandTest, ColorsHaveNamesAndTheLastOptionCounts) {
+    WriteDisc(path("in.png"));
+    ASSERT_EQ(run("smooth in.png -o a.png --color-key '#FF0000' --softness 30").status, 0);
+    for (const std::string options :
+         {"--color-key red --softness 30", "--color-key '#f00' --softness 90 --softness 30"}) {
+        ASSERT_EQ(run("smooth in.png -o b.png " + options).status, 0);
+        EXPECT_TRUE(FileText(path("a.png")) == FileText(path("b.png"))) << options;
+    }
 }
 
 TEST_F(CommandTest, ControlsStartFromTheModulesDefaults) {
@@ -99,8 +114,9 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
     }
     ExpectError(run("smooth \"$(printf 'a\\033[31m\\302\\233\\r')\" -o out.png"), 1,
                 {"a\\x1B[31m\\x9B\\x0D: no such file"});
-    for (const std::string output : {"missing/out.png", "in.png/out.png", "shut/out.png"})
-        ExpectError(run("smooth in.png -o " + output, bound), 1, {output});
+    for (const std::string place : {"missing", "in.png", "shut"})
+        ExpectError(run("smooth in.png -o " + place + "/out.png", bound), 1, {place});
+    ExpectError(run("smooth missing.png in.png -o shut/", bound), 1, {"shut", "written"});
     ExpectError(run("about --module missing.so"), 1, {"missing.so", "no such module"});
     ExpectError(run("about --module in.png"), 1, {"in.png", "cannot be loaded"});
     EXPECT_EQ(files(), before);

@@ -11,7 +11,7 @@ namespace nevrel {
 /// then the new file has no name where the file system allows it, so that nothing is left behind
 /// whenever the program ends. Symbolic links are followed. Throws PictureError; what was there
 /// before then stays.
-void WriteWholeFile(const std::filesystem::path& path, std::span<const std::byte> bytes);
+void ReplaceFile(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
 /// Where a file written to `path` comes to lie: what a symbolic link stands for, whether it exists
 /// or not. A link that leads back to itself is returned as it is.

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-class Dice {
+class Chance {
   public:
-    explicit Dice(unsigned seed) : state_(seed * 2654435761U + 1) {}
+    explicit Chance(unsigned seed) : state_(seed * 2654435761U + 1) {}
 
     /// A whole number 0 .. `sides` - 1; up to 2^24 sides.
     int roll(int sides) {

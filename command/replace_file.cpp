@@ -1,4 +1,4 @@
-#include "command/whole_file.h"
+#include "command/replace_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -105,7 +105,7 @@ class NewFile {
 
 }  // namespace
 
-void WriteWholeFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+void ReplaceFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
     NewFile(path).write(bytes);
 }
 
