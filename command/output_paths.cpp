@@ -57,14 +57,6 @@ void RequireDistinct(const std::vector<PicturePaths>& pictures) {
     }
 }
 
-/// The input itself, which is no folder.
-const fs::path& PictureNamed(const fs::path& input) {
-    std::error_code error;
-    if (!fs::is_directory(input, error)) return input;
-    throw UsageError(input.string() + ": is a folder; name its pictures, as in " +
-                     (input / "*.png").string());
-}
-
 fs::path OutputInFolder(const fs::path& input, const fs::path& folder, const std::string& format) {
     const fs::path& named =
         input.has_filename() ? input : input.parent_path();  // without a slash at its end
@@ -109,7 +101,7 @@ std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const
     if (IsFolder(output)) {
         if (!format.empty()) RequireFormat("*." + format, "--format: ");
         for (const fs::path& input : inputs)
-            pictures.push_back({PictureNamed(input), OutputInFolder(input, output, format)});
+            pictures.push_back({input, OutputInFolder(input, output, format)});
     } else {
         if (inputs.size() > 1) {
             throw UsageError("--output: several inputs go to a folder, and '" + output.string() +
@@ -120,7 +112,7 @@ std::vector<PicturePaths> FindOutputs(const std::vector<fs::path>& inputs, const
                              output.string() + "' names its format");
         }
         RequireFormat(output, "");
-        pictures.push_back({PictureNamed(inputs.front()), output});
+        pictures.push_back({inputs.front(), output});
     }
     RequireDistinct(pictures);
     RequireNoInput(pictures);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <system_error>
 
 #include "command/color_channels.h"
 #include "command/controls.h"
@@ -122,6 +123,10 @@ void SetLibraryThreads(int threads) {
 
 void SmoothPicture(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
                    Remarks& remarks) try {
+    if (std::error_code error; std::filesystem::is_directory(paths.input, error)) {
+        throw PictureError(paths.input, "is a folder; name its pictures, as in " +
+                                            (paths.input / "*.png").string());
+    }
     const std::string format = FormatForPath(paths.output);
     Picture picture = ReadPicture(paths.input);
     std::vector<ColorChannels> channels = ChannelsToSmooth(settings, picture, paths.input, remarks);
