@@ -10,8 +10,9 @@
 
 class TempFolder {
   public:
-    TempFolder() : path_(std::filesystem::temp_directory_path() / ("nevrel-test-" + uniqueName())) {
-        std::filesystem::create_directories(path_);
+    TempFolder() {
+        do path_ = std::filesystem::temp_directory_path() / ("nevrel-test-" + uniqueName());
+        while (!std::filesystem::create_directory(path_));  // never somebody else's
     }
     ~TempFolder() {
         std::error_code ignored;
