@@ -77,8 +77,8 @@ CommandResult Command::run(PF_EntryPoint entry, Params params, PF_LayerDef* outp
     std::memcpy(before.data(), &inData, sizeof inData);
     error_ = entry(selector, &inData, &outData, pointers.empty() ? nullptr : pointers.data(),
                    output, extra);
-    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): not a byte of it may change, padding
-    // included
+    // No byte of it may change, padding included.
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
     expect(std::memcmp(before.data(), &inData, sizeof inData) == 0, "wrote to the input record");
     if (params == Params::Passed) expect(SameBytes(passed, values), "wrote to the parameter array");
     expect(!watched || input_->checksum() == inputSum, "wrote to the input image");
