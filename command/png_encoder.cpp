@@ -95,7 +95,7 @@ int PngEncoder::Write(spng_ctx*, void* self, void* bytes, std::size_t size) {
 void PngEncoder::setProfile(const OIIO::ImageSpec& spec) {
     const auto* profile = spec.find_attribute("ICCProfile");
     if (profile == nullptr) return;
-    profile_.resize(profile->datasize());
+    profile_.resize(static_cast<std::size_t>(profile->datasize()));
     std::memcpy(profile_.data(), profile->data(), profile_.size());
     spng_iccp chunk{"ICC profile", profile_.size(), profile_.data()};
     require(spng_set_iccp(context_.get(), &chunk));
