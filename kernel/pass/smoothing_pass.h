@@ -8,6 +8,7 @@
 #include "kernel/blend/image_pair.h"
 #include "kernel/blend/ramp_state.h"
 #include "kernel/edges/edge_map.h"
+#include "kernel/pass/progress.h"
 #include "kernel/pass/step_list.h"
 #include "kernel/pass/steps.h"
 #include "kernel/pass/windows.h"
@@ -31,17 +32,24 @@ class SmoothingPass {
         assert(map.width() == images.width() && map.height() == images.height());
     }
 
-    void run() noexcept {
+    /// False when it has been ended before the last row.
+    bool run(const Progress& progress = {}) noexcept {
         const MapMemory memory{map_.row(0) - EdgeMap::leftMargin, map_.stride(), map_.end(),
                                map_.width(), map_.height()};
         Windows windows;
         StepList list;
+        int due = progress.goOn == nullptr ? map_.height() : Progress::band;
         for (int x = 0, y = 0; y < map_.height();) {
+            if (y >= due) {
+                if (!progress.goOn(progress.context, y)) return false;
+                due = y + Progress::band;
+            }
             findWindows_(memory, x, y, windows);
             list.list(windows, map_.width());
             if (list.size() < mostScattered) prefetch(windows, list);
             for (int i = 0; i < list.size(); ++i) takeStep(windows, list, i);
         }
+        return true;
     }
 
   private:
