@@ -1,5 +1,6 @@
 #include "capi/layouts.h"
 
+#include <algorithm>
 #include <bit>
 #include <type_traits>
 
@@ -62,19 +63,21 @@ void StoreInOrder(const std::byte* /*input*/, const std::byte* /*before*/, const
     }
 }
 
+/// Few pixels change, so all are copied, and those that have changed are converted one by one.
 template <typename Samples, typename Order>
 void StoreChanged(const std::byte* input, const std::byte* before, const std::byte* after,
                   std::byte* output, int width) {
     using Pixel = typename Samples::Pixel;
-    using Sample = typename Samples::Sample;
     const auto* old = reinterpret_cast<const Pixel*>(before);
     const auto* made = reinterpret_cast<const Pixel*>(after);
-    const auto* from = reinterpret_cast<const Sample*>(input);
-    auto* to = reinterpret_cast<Sample*>(output);
-    for (int x = 0; x < width; ++x, from += Order::channels, to += Order::channels) {
+    auto* to = reinterpret_cast<typename Samples::Sample*>(output);
+    if (input != output)
+        std::copy_n(input, static_cast<std::size_t>(width) * Order::channels * sizeof *to, output);
+    for (int x = 0; x < width; ++x, to += Order::channels) {
+        if (Identical(old[x], made[x])) continue;
         const auto store = [&](int place, auto channel) {
-            const Sample sample = Samples::toSample(made[x].*channel);
-            to[place] = SameBits(old[x].*channel, made[x].*channel) ? from[place] : sample;
+            if (!SameBits(old[x].*channel, made[x].*channel))
+                to[place] = Samples::toSample(made[x].*channel);
         };
         store(Order::red, &Pixel::red);
         store(Order::green, &Pixel::green);
