@@ -5,6 +5,7 @@
 
 #include "kernel/edges/edge_scan.h"
 #include "kernel/pass/smoothing_pass.h"
+#include "kernel/pass/watched_search.h"
 #include "kernel/pixels/depth16.h"
 #include "kernel/pixels/depth8.h"
 #include "kernel/pixels/depth_float.h"
@@ -46,8 +47,10 @@ bool Smooth(const EffectValues& values, const Images& images, std::uint8_t* scra
     const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), output,
                                       ColorKey<Depth, mode>(values));
     const BlendWeights<typename Depth::Weights> weights(values.softness, values.bias);
-    return SmoothingPass<Depth, mode>(pair, map, weights, forms.findWindows, stages.blendAcross)
-        .run(progress);
+    WatchedSearch search{progress, forms.findWindows};
+    SmoothingPass<Depth, mode>(pair, map, weights, search.asked(), stages.blendAcross, &search)
+        .run();
+    return !search.ended;
 }
 
 struct Kernel {

@@ -8,7 +8,6 @@
 #include "kernel/blend/image_pair.h"
 #include "kernel/blend/ramp_state.h"
 #include "kernel/edges/edge_map.h"
-#include "kernel/pass/progress.h"
 #include "kernel/pass/step_list.h"
 #include "kernel/pass/steps.h"
 #include "kernel/pass/windows.h"
@@ -21,35 +20,34 @@ class SmoothingPass {
     using Weights = typename Depth::Weights;
 
   public:
-    /// `blendAcross` may be null.
+    /// `blendAcross` may be null; `watch` is handed to `findWindows`.
     SmoothingPass(const ImagePair<Depth, mode>& images, const EdgeMap& map,
                   const BlendWeights<Weights>& weights, FindWindows* findWindows,
-                  BlendAcross<typename Depth::Pixel, typename Weights::Weight>* blendAcross)
+                  BlendAcross<typename Depth::Pixel, typename Weights::Weight>* blendAcross,
+                  WatchedSearch* watch = nullptr)
         : images_(images),
           map_(map),
           findWindows_(findWindows),
+          watch_(watch),
           steps_(images_, map_, weights, blendAcross) {
         assert(map.width() == images.width() && map.height() == images.height());
     }
 
-    /// False when it has been ended before the last row.
-    bool run(const Progress& progress = {}) noexcept {
-        const MapMemory memory{map_.row(0) - EdgeMap::leftMargin, map_.stride(), map_.end(),
-                               map_.width(), map_.height()};
+    void run() noexcept {
+        const MapMemory memory{map_.row(0) - EdgeMap::leftMargin,
+                               map_.stride(),
+                               map_.end(),
+                               map_.width(),
+                               map_.height(),
+                               watch_};
         Windows windows;
         StepList list;
-        int due = progress.goOn == nullptr ? map_.height() : Progress::band;
         for (int x = 0, y = 0; y < map_.height();) {
-            if (y >= due) {
-                if (!progress.goOn(progress.context, y)) return false;
-                due = y + Progress::band;
-            }
             findWindows_(memory, x, y, windows);
             list.list(windows, map_.width());
             if (list.size() < mostScattered) prefetch(windows, list);
             for (int i = 0; i < list.size(); ++i) takeStep(windows, list, i);
         }
-        return true;
     }
 
   private:
@@ -78,5 +76,6 @@ class SmoothingPass {
     ImagePair<Depth, mode> images_;
     EdgeMap map_;
     FindWindows* findWindows_;
+    WatchedSearch* watch_;
     PixelSteps<Depth, mode> steps_;
 };
