@@ -99,9 +99,10 @@ Integer* FieldsOf(const nevrel_control& control, Settings& settings) {
 nevrel_settings Defaults() {
     nevrel_settings settings{};
     settings.size = sizeof settings;
-    for (const nevrel_control& control : controls)
+    for (const nevrel_control& control : controls) {
         std::copy_n(control.default_value, FieldCount(control),
                     FieldsOf<std::int32_t>(control, settings));
+    }
     return settings;
 }
 
@@ -150,7 +151,7 @@ nevrel_status nevrel_settings_init(nevrel_settings* settings, size_t size) {
     return NEVREL_OK;
 }
 
-size_t nevrel_control_count(void) { return std::size(controls); }
+size_t nevrel_control_count() { return std::size(controls); }
 
 const nevrel_control* nevrel_control_at(size_t index) {
     return index < std::size(controls) ? &controls[index] : nullptr;

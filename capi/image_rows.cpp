@@ -20,8 +20,8 @@ std::uint64_t Magnitude(std::ptrdiff_t value) {
 nevrel_status FindExtent(const Layout& layout, int width, int height, const nevrel_image& image,
                          Extent& extent) {
     const auto sample = static_cast<std::uint64_t>(layout.sampleBytes);
-    const std::uint64_t address = reinterpret_cast<std::uintptr_t>(image.pixels);
-    const std::uint64_t gaps = static_cast<std::uint64_t>(height) - 1;
+    const auto address = reinterpret_cast<std::uintptr_t>(image.pixels);
+    const auto gaps = static_cast<std::uint64_t>(height) - 1;
     extent.rowBytes =
         static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(layout.pixelBytes);
     extent.stride = gaps == 0 ? extent.rowBytes : Magnitude(image.row_bytes);

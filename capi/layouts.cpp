@@ -17,7 +17,6 @@ struct Order {
     static constexpr int alpha = alphaPlace;
     static constexpr bool hasAlpha = alpha >= 0;
     static constexpr int channels = hasAlpha ? 4 : 3;
-    static constexpr bool isCores = alpha == 0 && red == 1 && green == 2 && blue == 3;
 };
 using Rgba = Order<0, 1, 2, 3>;
 using Argb = Order<1, 2, 3, 0>;
@@ -95,7 +94,7 @@ constexpr Layout MakeLayout() {
                   .pixelBytes = sampleBytes * Order::channels,
                   .corePixelBytes = sizeof(typename Samples::Pixel),
                   .hasAlpha = Order::hasAlpha,
-                  .isCores = sameChannels && Order::isCores,
+                  .isCores = sameChannels && std::is_same_v<Order, Argb>,
                   .hasCoresChannels = sameChannels,
                   .load = Load<Samples, Order>,
                   .store = StoreChanged<Samples, Order>};

@@ -9,25 +9,35 @@
 #include "kernel/kernels.h"
 #include "kernel/pixels/pixel.h"
 
-/// Samples that are the channels of a depth as they stand.
+/// The depth at which samples are smoothed.
 template <typename DepthPixel, PixelDepth pixelDepth, auto fullIntensity>
-struct ChannelSamples {
+struct AtDepth {
     using Pixel = DepthPixel;
     using Channel = decltype(Pixel::alpha);
-    using Sample = Channel;
     static constexpr PixelDepth depth = pixelDepth;
-    static constexpr bool areChannels = true;
     static constexpr Channel full = fullIntensity;
+};
+using At8 = AtDepth<Pixel8, PixelDepth::bits8, 255>;
+using At16 = AtDepth<Pixel16, PixelDepth::bits16, 32768>;
+using AtFloat = AtDepth<PixelFloat, PixelDepth::floats, 1>;
+
+/// Samples that are the channels of a depth as they stand.
+template <typename Depth>
+struct ChannelSamples : Depth {
+    using Channel = typename Depth::Channel;
+    using Sample = Channel;
+    static constexpr bool areChannels = true;
 
     [[nodiscard]] static Channel toChannel(Sample sample) { return sample; }
     [[nodiscard]] static Sample toSample(Channel channel) { return channel; }
 };
-using Samples8 = ChannelSamples<Pixel8, PixelDepth::bits8, 255>;
-using Samples32768 = ChannelSamples<Pixel16, PixelDepth::bits16, 32768>;
-using SamplesFloat = ChannelSamples<PixelFloat, PixelDepth::floats, 1>;
+using Samples8 = ChannelSamples<At8>;
+using Samples32768 = ChannelSamples<At16>;
+using SamplesFloat = ChannelSamples<AtFloat>;
 
 /// 0..65535. Both ways give the nearest value, halves rounded up.
-struct Samples65535 : Samples32768 {
+struct Samples65535 : At16 {
+    using Sample = std::uint16_t;
     static constexpr bool areChannels = false;
 
     [[nodiscard]] static Channel toChannel(Sample sample) {
@@ -38,7 +48,7 @@ struct Samples65535 : Samples32768 {
     }
 };
 
-struct SamplesHalf : SamplesFloat {
+struct SamplesHalf : AtFloat {
     using Sample = std::uint16_t;
     static constexpr bool areChannels = false;
 

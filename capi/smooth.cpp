@@ -183,4 +183,4 @@ const char* nevrel_status_text(nevrel_status status) {
     }
 }
 
-const char* nevrel_version(void) { return version; }
+const char* nevrel_version() { return version; }

@@ -160,13 +160,14 @@ typedef struct nevrel_callbacks {
     int (*progress)(void *context, int32_t rows_done, int32_t rows);
 } nevrel_callbacks;
 
-/* Smooths `*input` into `*output`, two images of this size, order and sample type. They are the same
- * (pixels and row_bytes are equal) or share no memory.
+/* Smooths `*input` into `*output`, two images of this size, order and sample type. They are the
+ * same (pixels and row_bytes are equal) or share no memory.
  *
  * `settings` null means the defaults, `callbacks` null none. Samples that the effect leaves alone
- * are in the output bit for bit as in the input. Allocates about one byte a pixel; and a copy of the
- * image where the order is not NEVREL_ARGB or the output is the input; and for NEVREL_RGB,
- * NEVREL_UINT16 and NEVREL_HALF two copies with four channels, of float samples for NEVREL_HALF.
+ * are in the output bit for bit as in the input. Allocates about a byte a pixel, and besides for
+ *   - NEVREL_RGB, NEVREL_UINT16 and NEVREL_HALF two copies of the image with four channels, of
+ *     float samples for NEVREL_HALF;
+ *   - anything else, unless it is NEVREL_ARGB and the output is not the input, one copy.
  *
  * Any status may come back; whatever is wrong is found before anything is written. */
 NEVREL_API nevrel_status nevrel_smooth(const nevrel_settings *settings, nevrel_order order,
