@@ -110,6 +110,11 @@ constexpr Misuse misuses[] = {
          c.w = width / 2;
          c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + (width / 2 - 1) * 4;
      }},
+    {NEVREL_OVERLAP,
+     [](Call& c) {
+         c.w = width / 2;
+         c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + 3 * width * 4 - 4;
+     }},
     {NEVREL_OK,
      [](Call& c) {  // the halves of one picture, side by side
          c.w = width / 2;

@@ -38,7 +38,8 @@ inline Bits NearestHalf(double value) {
     return half | (std::signbit(value) ? 0x8000U : 0U);
 }
 
-/// A type of samples, and the nearest channels of the depth at which they are smoothed.
+/// A type of samples, and the nearest channels of the depth at which they are smoothed. Those of 16
+/// bits that `fromByte` gives would not survive the way there and back.
 struct SampleKind {
     nevrel_sample sample;
     int bytes;
@@ -55,7 +56,8 @@ inline Bits FloatBits(double value) { return std::bit_cast<Bits>(static_cast<flo
 
 inline constexpr SampleKind sampleKinds[] = {
     {NEVREL_UINT8, 1, 1, 255, [](int b) { return static_cast<Bits>(b); }, Same, Same},
-    {NEVREL_UINT16, 2, 2, 65535, [](int b) { return Round(b * 65535 / 256.0); },
+    {NEVREL_UINT16, 2, 2, 65535,
+     [](int b) { return static_cast<Bits>(b * 256 + (b < 128 ? 1 : 0)); },
      [](Bits s) { return Round(s / 65535.0 * 32768); },
      [](Bits c) { return Round(std::min(c / 32768.0, 1.0) * 65535); }},
     {NEVREL_UINT16_32768, 2, 2, 32768, [](int b) { return static_cast<Bits>(b * 32768 / 255); },
