@@ -12,8 +12,9 @@ struct ImageRows {
     std::byte* first;
     std::ptrdiff_t pitch;
 
-    explicit ImageRows(const nevrel_image& image)
-        : first(static_cast<std::byte*>(image.pixels)), pitch(image.row_bytes) {}
+    /// Of a single row the caller's pitch may be anything, and is not calculated with.
+    ImageRows(const nevrel_image& image, int height)
+        : first(static_cast<std::byte*>(image.pixels)), pitch(height == 1 ? 0 : image.row_bytes) {}
     ImageRows(std::byte* tight, std::ptrdiff_t rowBytes) : first(tight), pitch(rowBytes) {}
 
     [[nodiscard]] std::byte* row(int y) const { return first + y * pitch; }

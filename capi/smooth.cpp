@@ -47,8 +47,8 @@ class Smoothing {
           values_(values),
           width_(width),
           height_(height),
-          input_(input),
-          output_(output),
+          input_(input, height),
+          output_(output, height),
           callbacks_(callbacks),
           loads_(!layout.isCores || AreSame(input, output, height)) {}
 

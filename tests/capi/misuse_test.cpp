@@ -120,6 +120,11 @@ constexpr Misuse misuses[] = {
          c.w = width / 2;
          c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + width / 2 * 4;
      }},
+    {NEVREL_OK,
+     [](Call& c) {  // of one row
+         c.h = 1;
+         c.in.row_bytes = PTRDIFF_MIN;
+     }},
     {NEVREL_OUT_OF_MEMORY,
      [](Call& c) {
          c.callbacks = {nullptr, [](void*, size_t) -> void* { return nullptr; },
