@@ -5,6 +5,7 @@
 
 #include "kernel/edges/edge_scan.h"
 #include "kernel/pass/smoothing_pass.h"
+#include "kernel/pass/watched_search.h"
 #include "kernel/pixels/depth16.h"
 #include "kernel/pixels/depth8.h"
 #include "kernel/pixels/depth_float.h"
@@ -34,8 +35,8 @@ void Copy(const EffectValues& values, const Images& images, const Forms& forms) 
 }
 
 template <typename Depth, KeyMode mode>
-void Smooth(const EffectValues& values, const Images& images, std::uint8_t* scratch,
-            const Forms& forms) {
+bool Smooth(const EffectValues& values, const Images& images, std::uint8_t* scratch,
+            const Forms& forms, const Progress& progress) {
     using Pixel = typename Depth::Pixel;
     const auto output = OutputOf<Pixel>(images);
     const PixelForms<Pixel>& stages = forms.of<Pixel>();
@@ -46,13 +47,16 @@ void Smooth(const EffectValues& values, const Images& images, std::uint8_t* scra
     const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), output,
                                       ColorKey<Depth, mode>(values));
     const BlendWeights<typename Depth::Weights> weights(values.softness, values.bias);
-    SmoothingPass<Depth, mode>(pair, map, weights, forms.findWindows, stages.blendAcross).run();
+    WatchedSearch search{progress, forms.findWindows};
+    SmoothingPass<Depth, mode>(pair, map, weights, search.asked(), stages.blendAcross, &search)
+        .run();
+    return !search.ended;
 }
 
 struct Kernel {
     void (*copy)(const EffectValues& values, const Images& images, const Forms& forms);
-    void (*smooth)(const EffectValues& values, const Images& images, std::uint8_t* scratch,
-                   const Forms& forms);
+    bool (*smooth)(const EffectValues& values, const Images& images, std::uint8_t* scratch,
+                   const Forms& forms, const Progress& progress);
 };
 
 template <typename Depth, KeyMode mode>
@@ -87,9 +91,9 @@ void CopyInput(PixelDepth depth, const EffectValues& values, const Images& image
     KernelFor(depth, values).copy(values, images, forms);
 }
 
-void SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
-                std::uint8_t* scratch, const Forms& forms) noexcept {
-    if (values.softness == 0 || IsEmpty(images)) return;
+bool SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
+                std::uint8_t* scratch, const Forms& forms, const Progress& progress) noexcept {
+    if (values.softness == 0 || IsEmpty(images)) return true;
     assert(images.input != nullptr && images.output != nullptr && scratch != nullptr);
-    KernelFor(depth, values).smooth(values, images, scratch, forms);
+    return KernelFor(depth, values).smooth(values, images, scratch, forms, progress);
 }

@@ -7,6 +7,7 @@
 
 #include "kernel/effect_values.h"
 #include "kernel/forms.h"
+#include "kernel/pass/progress.h"
 
 /// The depth of both images: Pixel8, Pixel16 or PixelFloat of kernel/pixels/pixel.h.
 enum class PixelDepth { bits8, bits16, floats };
@@ -33,6 +34,7 @@ void CopyInput(PixelDepth depth, const EffectValues& values, const Images& image
 
 /// The second half: finds the edges of the output, which the first half or anything that does the
 /// same has made, and blends the input into it along them. `scratch` has ScratchBytes, uncleared. A
-/// softness of 0 changes nothing.
-void SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
-                std::uint8_t* scratch, const Forms& forms = FastestForms()) noexcept;
+/// softness of 0 changes nothing. False when `progress` has ended it; the output is then half done.
+bool SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
+                std::uint8_t* scratch, const Forms& forms = FastestForms(),
+                const Progress& progress = {}) noexcept;

@@ -20,20 +20,26 @@ class SmoothingPass {
     using Weights = typename Depth::Weights;
 
   public:
-    /// `blendAcross` may be null.
+    /// `blendAcross` may be null; `watch` is handed to `findWindows`.
     SmoothingPass(const ImagePair<Depth, mode>& images, const EdgeMap& map,
                   const BlendWeights<Weights>& weights, FindWindows* findWindows,
-                  BlendAcross<typename Depth::Pixel, typename Weights::Weight>* blendAcross)
+                  BlendAcross<typename Depth::Pixel, typename Weights::Weight>* blendAcross,
+                  WatchedSearch* watch = nullptr)
         : images_(images),
           map_(map),
           findWindows_(findWindows),
+          watch_(watch),
           steps_(images_, map_, weights, blendAcross) {
         assert(map.width() == images.width() && map.height() == images.height());
     }
 
     void run() noexcept {
-        const MapMemory memory{map_.row(0) - EdgeMap::leftMargin, map_.stride(), map_.end(),
-                               map_.width(), map_.height()};
+        const MapMemory memory{map_.row(0) - EdgeMap::leftMargin,
+                               map_.stride(),
+                               map_.end(),
+                               map_.width(),
+                               map_.height(),
+                               watch_};
         Windows windows;
         StepList list;
         for (int x = 0, y = 0; y < map_.height();) {
@@ -70,5 +76,6 @@ class SmoothingPass {
     ImagePair<Depth, mode> images_;
     EdgeMap map_;
     FindWindows* findWindows_;
+    WatchedSearch* watch_;
     PixelSteps<Depth, mode> steps_;
 };

@@ -32,6 +32,8 @@ struct Windows {
     }
 };
 
+struct WatchedSearch;
+
 /// The memory of an edge map.
 struct MapMemory {
     const std::uint8_t* flags;  ///< of row 0, column -Windows::margin
@@ -39,6 +41,7 @@ struct MapMemory {
     const std::uint8_t* end;    ///< behind the last byte of the map
     int width;
     int height;
+    WatchedSearch* watch = nullptr;  ///< when it is that search that is asked
 };
 
 /// A form of the search: finds the next windows with straight edges, row by row from (x, y) on, and

@@ -1,0 +1,171 @@
+// The C interface with arguments of any kind: whatever cannot be done is a status and writes
+// nothing, and whatever is done writes the output's pixels only.
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "fuzz/fuzz_target.h"
+#include "nevrel.h"
+
+namespace {
+
+/// A block of memory that holds both images at most; ASan watches its ends.
+struct Block {
+    std::vector<std::uint8_t> bytes;
+
+    Block(ByteSource& source, std::size_t size) : bytes(size) {
+        const std::string text = source.text(64);
+        for (std::size_t i = 0; i < size && !text.empty(); ++i)
+            bytes[i] = static_cast<std::uint8_t>(text[i / 3 % text.size()]);
+    }
+};
+
+struct Shape {
+    nevrel_order order;
+    nevrel_sample sample;
+    int32_t width, height;
+    std::int64_t pixelBytes;
+};
+
+Shape ReadShape(ByteSource& source) {
+    constexpr int sampleBytes[] = {1, 2, 2, 2, 4};
+    const int order = source.below(4), sample = source.below(5);
+    return {static_cast<nevrel_order>(order), static_cast<nevrel_sample>(sample),
+            1 + source.below(70), 1 + source.below(12),
+            std::int64_t{order == NEVREL_RGB ? 3 : 4} * sampleBytes[sample]};
+}
+
+/// An image inside the block, if the rest of the arguments stay as they are.
+nevrel_image PlaceImage(ByteSource& source, const Shape& shape, Block& block) {
+    const std::int64_t row = shape.width * shape.pixelBytes;
+    const std::int64_t stride = row + source.oneOf({0, 1, 2, 4, 40}) * (shape.pixelBytes / 2);
+    const std::int64_t extent = stride * (shape.height - 1) + row;
+    const auto size = static_cast<std::int64_t>(block.bytes.size());
+    std::int64_t first = source.flag() ? 0 : size - extent;
+    if (source.below(4) == 0) first = source.raw<std::uint16_t>() % (size - extent + 1);
+    const bool upwards = source.flag();
+    return {block.bytes.data() + first + (upwards ? extent - row : 0),
+            static_cast<std::ptrdiff_t>(upwards ? -stride : stride)};
+}
+
+nevrel_settings ReadSettings(ByteSource& source) {
+    nevrel_settings settings;
+    nevrel_settings_init(&settings, sizeof settings);
+    settings.color_threshold = 1 + source.below(255);
+    settings.softness = source.below(101);
+    settings.bias = source.below(101);
+    settings.color_key_enable = source.flag() ? 1 : 0;
+    for (int32_t* field :
+         {&settings.key_red, &settings.key_green, &settings.key_blue, &settings.key_threshold})
+        *field = source.byte();
+    settings.key_invert = source.flag() ? 1 : 0;
+    return settings;
+}
+
+/// Makes one argument anything. Never one that would be true of other memory: such a call is wrong
+/// in a way that no library can tell.
+bool SpoilOne(ByteSource& source, Shape& shape, nevrel_settings& settings, nevrel_image& image) {
+    int32_t* fields[] = {&settings.color_threshold,  &settings.softness,      &settings.bias,
+                         &settings.color_key_enable, &settings.key_red,       &settings.key_green,
+                         &settings.key_blue,         &settings.key_threshold, &settings.key_invert};
+    switch (source.below(9)) {
+        case 0:
+            *fields[source.below(9)] = source.raw<int32_t>();
+            return false;
+        case 1:
+            settings.size = source.oneOf({0U, 36U, 39U, 41U, UINT32_MAX});
+            return true;
+        case 2:
+            shape.order = static_cast<nevrel_order>(source.raw<int32_t>() | 4);
+            return true;
+        case 3:
+            shape.sample = static_cast<nevrel_sample>(source.raw<int32_t>() | 8);
+            return true;
+        case 4:
+            shape.width = source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
+            return true;
+        case 5:
+            shape.height = source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
+            return true;
+        case 6:
+            image.row_bytes = source.oneOf(
+                {PTRDIFF_MAX, PTRDIFF_MIN, PTRDIFF_MIN + 1, PTRDIFF_MAX / 2, std::ptrdiff_t{0}});
+            return shape.height > 1;
+        case 7:
+            image.pixels = nullptr;
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// An allocator that fails, and a caller that cancels, at the choice of the input.
+struct Caller {
+    bool fails;
+    int callsLeft;
+    int held = 0;
+
+    nevrel_callbacks callbacks() {
+        return {this,
+                [](void* self, size_t bytes) -> void* {
+                    auto& caller = *static_cast<Caller*>(self);
+                    if (caller.fails) return nullptr;
+                    ++caller.held;
+                    return std::malloc(bytes);
+                },
+                [](void* self, void* memory) {
+                    --static_cast<Caller*>(self)->held;
+                    std::free(memory);
+                },
+                [](void* self, int32_t done, int32_t rows) {
+                    Require(done >= 0 && done < rows, "rows done out of range");
+                    return static_cast<Caller*>(self)->callsLeft-- == 0 ? 1 : 0;
+                }};
+    }
+};
+
+/// Whether a byte of the block belongs to a pixel of the image.
+bool IsPixel(const Shape& shape, const nevrel_image& image, const std::uint8_t* byte) {
+    for (int y = 0; y < shape.height; ++y) {
+        const auto* row = static_cast<const std::uint8_t*>(image.pixels) + y * image.row_bytes;
+        if (byte >= row && byte < row + shape.width * shape.pixelBytes) return true;
+    }
+    return false;
+}
+
+void RequireOnlyPixelsWritten(const Shape& shape, const nevrel_image& output, const Block& before,
+                              const Block& after) {
+    for (std::size_t i = 0; i < after.bytes.size(); ++i) {
+        if (after.bytes[i] == before.bytes[i]) continue;
+        Require(IsPixel(shape, output, &after.bytes[i]), "written outside the output");
+    }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    ByteSource source(data, size);
+    Shape shape = ReadShape(source);
+    const std::int64_t imageBytes = (shape.width + 40) * shape.pixelBytes * shape.height;
+    nevrel_settings settings = ReadSettings(source);
+    Caller caller{source.below(16) == 0, source.below(16) == 0 ? source.below(3) : -1};
+    const auto blockBytes = static_cast<std::size_t>(imageBytes * (1 + source.below(3)));
+    Block block(source, blockBytes);
+    nevrel_image input = PlaceImage(source, shape, block);
+    nevrel_image output = source.flag() ? input : PlaceImage(source, shape, block);
+    const bool wrong =
+        source.below(4) == 0 && SpoilOne(source, shape, settings, source.flag() ? input : output);
+
+    const Block before = block;
+    const nevrel_callbacks callbacks = caller.callbacks();
+    const nevrel_status status = nevrel_smooth(&settings, shape.order, shape.sample, shape.width,
+                                               shape.height, &input, &output, &callbacks);
+    Require(caller.held == 0, "memory kept");
+    Require(!wrong || (status != NEVREL_OK && status != NEVREL_CANCELLED), "wrong, but done");
+    if (status == NEVREL_OK || status == NEVREL_CANCELLED) {
+        RequireOnlyPixelsWritten(shape, output, before, block);
+    } else {
+        Require(block.bytes == before.bytes, "refused, but written");
+    }
+    return 0;
+}
