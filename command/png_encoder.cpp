@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "command/picture_error.h"
 
@@ -137,13 +138,11 @@ void PngEncoder::setDate(const OIIO::ImageSpec& spec) {
 }
 
 void PngEncoder::setTexts(const OIIO::ImageSpec& spec) {
-    constexpr struct {
-        const char *attribute, *keyword;
-    } kTexts[] = {{"ImageDescription", "Description"},
-                  {"DocumentName", "Title"},
-                  {"Artist", "Author"},
-                  {"Copyright", "Copyright"},
-                  {"Software", "Software"}};
+    constexpr std::pair<const char*, const char*> kTexts[] = {{"ImageDescription", "Description"},
+                                                              {"DocumentName", "Title"},
+                                                              {"Artist", "Author"},
+                                                              {"Copyright", "Copyright"},
+                                                              {"Software", "Software"}};
     for (const auto& [attribute, keyword] : kTexts) {
         const std::string value = spec.get_string_attribute(attribute);
         if (!value.empty()) addText(keyword, value);
