@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <utility>
 
 namespace {
 
@@ -48,28 +47,6 @@ TEST(Frames, HaveTheirShareOfEdges) {
             EXPECT_LE(share, expected.mostEdges) << expected.name << ' ' << lines;
         }
     }
-}
-
-TEST(Frames, AreOpaqueAtAnySize) {
-    for (const Expected& expected : kFrames) {
-        for (const auto& [width, height] : {std::pair{1, 1}, std::pair{3, 40}, std::pair{200, 7}}) {
-            const Image8 frame = MakeFrame(expected.kind, width, height);
-            ASSERT_EQ(frame.pixels.size(), static_cast<std::size_t>(width * height));
-            for (const PF_Pixel p : frame.pixels) ASSERT_EQ(p.alpha, 255) << expected.name;
-        }
-    }
-}
-
-TEST(Frames, KeepFullAndHalfIntensityAtEveryDepth) {
-    Image8 frame(3, 1);
-    frame.pixels = {{255, 0, 128, 1}, {0, 255, 254, 51}, {255, 255, 255, 255}};
-    const Image16 sixteen = ToDepth16(frame);
-    const ImageFloat floats = ToDepthFloat(frame);
-    EXPECT_EQ(sixteen.at(0, 0).alpha, 32768);
-    EXPECT_EQ(sixteen.at(0, 0).green, 16448);
-    EXPECT_EQ(sixteen.at(1, 0).blue, 6554);
-    EXPECT_EQ(floats.at(1, 0).red, 1.0F);
-    EXPECT_EQ(floats.at(1, 0).blue, 0.2F);
 }
 
 }  // namespace
