@@ -19,10 +19,10 @@
 #include <stdint.h>
 
 #ifdef __cplusplus
-#  define NEVREL_ENUM : int32_t /* so that C++ too may be handed any value */
+#define NEVREL_ENUM : int32_t /* so that C++ too may be handed any value */
 extern "C" {
 #else
-#  define NEVREL_ENUM
+#define NEVREL_ENUM
 #endif
 
 #define NEVREL_VERSION_MAJOR 1
@@ -30,15 +30,15 @@ extern "C" {
 #define NEVREL_VERSION_PATCH 8
 
 #if defined(_WIN32) && defined(NEVREL_SHARED)
-#  ifdef NEVREL_BUILDING
-#    define NEVREL_API __declspec(dllexport)
-#  else
-#    define NEVREL_API __declspec(dllimport)
-#  endif
-#elif defined(__GNUC__)
-#  define NEVREL_API __attribute__((visibility("default")))
+#ifdef NEVREL_BUILDING
+#define NEVREL_API __declspec(dllexport)
 #else
-#  define NEVREL_API
+#define NEVREL_API __declspec(dllimport)
+#endif
+#elif defined(__GNUC__)
+#define NEVREL_API __attribute__((visibility("default")))
+#else
+#define NEVREL_API
 #endif
 
 /* What comes back. Of every status but NEVREL_CANCELLED: with it, nothing has been written. */
@@ -57,10 +57,10 @@ typedef enum nevrel_status NEVREL_ENUM {
 
 /* A text for people, in English, of one line without a line end. Never null, for unknown values
  * too; lives as long as the program. */
-NEVREL_API const char *nevrel_status_text(nevrel_status status);
+NEVREL_API const char* nevrel_status_text(nevrel_status status);
 
 /* The version of the library that is running, such as "1.0.8"; lives as long as the program. */
-NEVREL_API const char *nevrel_version(void);
+NEVREL_API const char* nevrel_version(void);
 
 /* ---- Controls ---------------------------------------------------------------------------- */
 
@@ -75,14 +75,14 @@ typedef struct nevrel_settings {
     int32_t key_red;          /* 0..255 */
     int32_t key_green;
     int32_t key_blue;
-    int32_t key_threshold;    /* 0..255: largest distance that still counts as the key colour */
-    int32_t key_invert;       /* 0 or 1: the pixels that do not match become transparent instead */
+    int32_t key_threshold; /* 0..255: largest distance that still counts as the key colour */
+    int32_t key_invert;    /* 0 or 1: the pixels that do not match become transparent instead */
 } nevrel_settings;
 
 /* Sets `*settings` to the defaults. `size` is sizeof(nevrel_settings) as the caller was compiled:
  * exactly so many bytes are written; fields that the library does not know become 0.
  * NEVREL_BAD_ARGUMENT, with nothing written: `settings` is null, or no version has that size. */
-NEVREL_API nevrel_status nevrel_settings_init(nevrel_settings *settings, size_t size);
+NEVREL_API nevrel_status nevrel_settings_init(nevrel_settings* settings, size_t size);
 
 typedef enum nevrel_control_kind NEVREL_ENUM {
     NEVREL_SLIDER = 0,   /* an integer from minimum to maximum */
@@ -93,11 +93,11 @@ typedef enum nevrel_control_kind NEVREL_ENUM {
 /* One control as a user interface shows it. The texts are in English and never null. Later versions
  * may add fields behind the last one. */
 typedef struct nevrel_control {
-    const char *name;         /* as users know it: "color threshold" */
-    const char *key;          /* for scripts, [a-z_] only: "color_threshold" */
-    const char *description;  /* one sentence */
+    const char* name;        /* as users know it: "color threshold" */
+    const char* key;         /* for scripts, [a-z_] only: "color_threshold" */
+    const char* description; /* one sentence */
     nevrel_control_kind kind;
-    int32_t minimum;          /* of each field */
+    int32_t minimum; /* of each field */
     int32_t maximum;
     int32_t default_value[3]; /* of a colour red, green, blue; of the others the first */
     size_t offset;            /* of the first field in nevrel_settings; a colour's follow */
@@ -109,7 +109,7 @@ NEVREL_API size_t nevrel_control_count(void);
 
 /* The controls in the order in which they are shown, from index 0 on; null for an index past the
  * last one. What it points to is constant and lives as long as the program. */
-NEVREL_API const nevrel_control *nevrel_control_at(size_t index);
+NEVREL_API const nevrel_control* nevrel_control_at(size_t index);
 
 /* ---- Images ------------------------------------------------------------------------------ */
 
@@ -134,7 +134,7 @@ typedef enum nevrel_sample NEVREL_ENUM {
 /* Pixels lie in a row without gaps, aligned to a sample; bytes between rows are neither read nor
  * written. */
 typedef struct nevrel_image {
-    void *pixels;        /* the top left pixel; not written where the image is the input only */
+    void* pixels;        /* the top left pixel; not written where the image is the input only */
     ptrdiff_t row_bytes; /* from a row to the one below, negative where rows run upwards; does not
                             count where there is but one row */
 } nevrel_image;
@@ -147,17 +147,17 @@ typedef struct nevrel_image {
 /* What a call may use of its caller; all zeros for none of it. All are called on the thread of the
  * call, and must return. */
 typedef struct nevrel_callbacks {
-    void *context; /* handed to each of them */
+    void* context; /* handed to each of them */
 
     /* Gives memory aligned like malloc's, or null; called once at most. Null: malloc. */
-    void *(*allocate)(void *context, size_t bytes);
+    void* (*allocate)(void* context, size_t bytes);
 
     /* Takes back what `allocate` gave, before the call returns. The two come together. */
-    void (*release)(void *context, void *memory);
+    void (*release)(void* context, void* memory);
 
     /* Called before the first row is smoothed and then between bands of rows: `rows_done` of `rows`
      * are smoothed, growing from 0 on and below `rows`. Non-zero cancels. May be null. */
-    int (*progress)(void *context, int32_t rows_done, int32_t rows);
+    int (*progress)(void* context, int32_t rows_done, int32_t rows);
 } nevrel_callbacks;
 
 /* Smooths `*input` into `*output`, two images of this size, order and sample type. They are the
@@ -170,10 +170,10 @@ typedef struct nevrel_callbacks {
  *   - anything else, unless it is NEVREL_ARGB and the output is not the input, one copy.
  *
  * Any status may come back; whatever is wrong is found before anything is written. */
-NEVREL_API nevrel_status nevrel_smooth(const nevrel_settings *settings, nevrel_order order,
+NEVREL_API nevrel_status nevrel_smooth(const nevrel_settings* settings, nevrel_order order,
                                        nevrel_sample sample, int32_t width, int32_t height,
-                                       const nevrel_image *input, const nevrel_image *output,
-                                       const nevrel_callbacks *callbacks);
+                                       const nevrel_image* input, const nevrel_image* output,
+                                       const nevrel_callbacks* callbacks);
 
 #ifdef __cplusplus
 }
