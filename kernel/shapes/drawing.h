@@ -3,13 +3,12 @@
 // A drawing shows pixels, and between them what the flags say of those next to each other:
 //
 //      .   o   .         . pixels; o is the one at which the pattern is tested
-//      . | . ~ .         | these two differ (R is set)        ~ these two are alike (R is clear)
-//      .   .   .         - the pixels above and below differ (D is set)     : they are alike
-//      -   :
+//      . | . ~ .         | these two differ (R is set)   ~ these two are alike (R is clear)
 //      .   .   .
-//        \               \ the pixels above it on the left and below it on the right are alike (G
-//        is
-//      .   .             clear)      / likewise on the other diagonal (A is clear)
+//      -   :             - those above and below differ (D is set)   : they are alike
+//      .   .   .
+//        \   /           \ those at its ends are alike (G is clear)   / likewise (A is clear)
+//      .   .   .
 //
 // What stands beside no sign may be either way. The effect of the pattern is a blend of the input
 // pixel s (S where it is the tested pixel) into the output pixel t, or of one pixel x (X) into

@@ -203,7 +203,7 @@ class PatternFinder {
         return at.crossing(0, 0) & freeEnd & at.onLine(View::step);
     }
 
-    // A vertical piece, unless the pixels at its ends meet an edge on either diagonal.
+    // A vertical piece, unless both diagonals, at or above it, are edges.
     [[nodiscard]] Mask corner() const {
         return R(0, 0) & ~((A(0, 0) | A(0, -1)) & (G(0, 0) | G(0, -1)));
     }

@@ -60,7 +60,7 @@ int RunLength(const EdgeMap& map, int x, int y) noexcept {
     assert(x >= 0 && x < map.width() && y >= 0 && y < map.height());
     const FlagsAround flags(map, x, y);
     const Run outer = MeasureRun(RunPlace<side, -1, FlagsAround>(flags));
-    if (outer.closed) return outer.length;  // nothing longer can be found
+    if (outer.closed) return outer.length;  // what crosses there closes the other place too
     return std::max(outer.length, MeasureRun(RunPlace<side, 0, FlagsAround>(flags)).length);
 }
 

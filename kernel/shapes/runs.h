@@ -3,12 +3,13 @@
 //
 // A piece is one pixel's length of boundary: R(x, y) between (x, y) and (x + 1, y), or D(x, y)
 // between (x, y) and (x, y + 1). Its runs are the boundaries that lead away from it on either side,
-// at right angles to it. The left side of a vertical piece P, on the right of pixel o:
+// at right angles to it. The left side of a vertical piece |, on the right of pixel o, with c
+// counting pixels across the way (see sides.h):
 //
 //      c = -1     .   .   .   .   .
-//                 - - - - - - -         a run in the outer place, between c = -1 and c = 0
-//      c =  0     .   .   .   o P .
-//                 - - - - - - -         a run in the inner place, between c = 0 and c = 1
+//                 -   -   -             a run of three cells in the outer place, between -1 and 0
+//      c =  0     .   .   .   o | .
+//                 -   -   -             a run in the inner place, between 0 and 1
 //      c =  1     .   .   .   .   .
 #pragma once
 
@@ -32,8 +33,8 @@ class RunPlace {
     /// Cell i of the run, counted from the piece on, the first being 1.
     [[nodiscard]] auto open(int i) const { return at_.open(i * View::step, c); }
 
-    /// Seen from the pixel a pixels along the axis no run begins here: the pixels that meet
-    /// diagonally on the way into it differ.
+    /// No run begins here: the ramp's source pixel differs from the one diagonally ahead of it,
+    /// across the run's boundary. Asked a pixels along the axis, where a run may be looked at back.
     [[nodiscard]] auto barred(int a = 0) const {
         if constexpr (c < 0) return at_.outward(a, -1);
         return at_.inward(a, 0);

@@ -25,18 +25,16 @@ struct StaircaseVariant {
     }
 };
 
-/// The staircases of a vertical piece: up-right, down-left, up-left, down-right. Of the straight
-/// boundary | and the first cells of the first and the last one:
+/// The staircases of a vertical piece: up-right, down-left, up-left, down-right. The first two
+/// cells of the first and of the last one, from the straight boundary of pixel o:
 ///
-///         .   .   .   .                .   .   .   .
-///                 -                        |
-///         .   .   .   .                .   .   .   .
-///             -                            |
-///         .   .   .   .                .   .   .   .
-///           |                                  -
-///         .   .   .   .                .   .   .   .
-///           |                                      -
-///         .   .   .   .                .   .   .   .
+///     .   .   .   .          o | .   .   .
+///             -
+///     .   .   .   .          . | .   .   .
+///         -                      -
+///     o | .   .   .          .   .   .   .
+///                                    -
+///     . | .   .   .          .   .   .   .
 inline constexpr std::array<StaircaseVariant, 4> horizontalStaircases{{
     {{1, -1}, {1, -1}, EdgeDown, true, {1, 0}, {1, -1}},
     {{0, 1}, {-1, 1}, EdgeDown, false, {0, 1}, {0, 2}},
