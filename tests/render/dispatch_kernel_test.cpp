@@ -67,6 +67,7 @@ TEST(DispatchKernel, RefusesWhatItCannotRender) {
         };
         expectRefusal(Stage(9, 9, 4), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9, 10), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
+        expectRefusal(Stage(9, 8), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9), PF_Err_UNRECOGNIZED_PARAM_TYPE, PF_PixelFormat_INVALID);
     }
     Stage stage(9);
