@@ -23,13 +23,13 @@ PF_Err DisposeWorld(PF_ProgPtr, PF_EffectWorld* world) {
     return PF_Err_NONE;
 }
 
-constexpr PF_WorldSuite1 kWorldSuite{NewWorld, DisposeWorld};
-constexpr PF_WorldTransformSuite1 kTransformSuite{nullptr, nullptr, nullptr, CopyWorld, {}};
+constexpr PF_WorldSuite1 worldSuite{NewWorld, DisposeWorld};
+constexpr PF_WorldTransformSuite1 transformSuite{nullptr, nullptr, nullptr, CopyWorld, {}};
 
 A_long AcquireSuite(const char* name, A_long, const void** suite) {
     *suite = nullptr;
-    if (name == std::string_view(kPFWorldSuite)) *suite = &kWorldSuite;
-    if (name == std::string_view(kPFWorldTransformSuite)) *suite = &kTransformSuite;
+    if (name == std::string_view(kPFWorldSuite)) *suite = &worldSuite;
+    if (name == std::string_view(kPFWorldTransformSuite)) *suite = &transformSuite;
     return *suite != nullptr ? 0 : 1;
 }
 

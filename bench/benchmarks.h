@@ -19,10 +19,10 @@ struct NamedFrame {
     FrameKind kind;
     const char* name;
 };
-inline constexpr NamedFrame kFrames[] = {{FrameKind::blank, "blank"},
-                                         {FrameKind::cel, "cel"},
-                                         {FrameKind::busy, "busy"},
-                                         {FrameKind::noise, "noise"}};
+inline constexpr NamedFrame frames[] = {{FrameKind::blank, "blank"},
+                                        {FrameKind::cel, "cel"},
+                                        {FrameKind::busy, "busy"},
+                                        {FrameKind::noise, "noise"}};
 
 /// The nine kernels.
 struct NamedKernel {
@@ -30,7 +30,7 @@ struct NamedKernel {
     PF_PixelFormat format;
     bool key, keyInvert;
 };
-inline constexpr NamedKernel kKernels[] = {
+inline constexpr NamedKernel kernels[] = {
     {"Kernel8", PF_PixelFormat_ARGB32, false, false},
     {"Kernel8Key", PF_PixelFormat_ARGB32, true, false},
     {"Kernel8KeyInvert", PF_PixelFormat_ARGB32, true, true},

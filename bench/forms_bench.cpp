@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::array kSetNames{"plain", "sse2", "avx2", "avx512"};
+constexpr std::array setNames{"plain", "sse2", "avx2", "avx512"};
 
 /// A set that the processor lacks is measured as the widest that it has.
 void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind kind, Size size,
@@ -17,7 +17,7 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
     const RenderJob job = pair.job(host, kernel.key, kernel.keyInvert);
     const auto usable = UsableForms();
     PF_Err err = PF_Err_NONE;
-    std::array<Samples, kSetNames.size()> samples;
+    std::array<Samples, setNames.size()> samples;
     while (state.KeepRunning()) {
         for (int round = 0; round < effort.rounds; ++round) {
             for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -29,7 +29,7 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
     }
     if (err != PF_Err_NONE) state.SkipWithError("the kernel failed");
     for (std::size_t i = 0; i < samples.size(); ++i)
-        state.counters[kSetNames[i]] = samples[i].median() * 1e3;
+        state.counters[setNames[i]] = samples[i].median() * 1e3;
     state.counters["gain"] = state.counters["plain"] / state.counters["avx512"];
 }
 
@@ -37,8 +37,8 @@ void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind 
 
 void RegisterForms(const Plan& plan) {
     for (const Size size : plan.sizes) {
-        for (const NamedFrame& frame : kFrames) {
-            for (const NamedKernel& kernel : kKernels) {
+        for (const NamedFrame& frame : frames) {
+            for (const NamedKernel& kernel : kernels) {
                 if (kernel.key) continue;
                 const std::string name =
                     "forms/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;

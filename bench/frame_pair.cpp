@@ -6,15 +6,15 @@
 
 namespace {
 
-constexpr EffectValues kDefaults{.colorThreshold = 10,
-                                 .softness = 70,
-                                 .bias = 0,
-                                 .colorKeyEnable = 0,
-                                 .keyRed = 255,
-                                 .keyGreen = 255,
-                                 .keyBlue = 255,
-                                 .keyThreshold = 0,
-                                 .keyInvert = 0};
+constexpr EffectValues defaults{.colorThreshold = 10,
+                                .softness = 70,
+                                .bias = 0,
+                                .colorKeyEnable = 0,
+                                .keyRed = 255,
+                                .keyGreen = 255,
+                                .keyBlue = 255,
+                                .keyThreshold = 0,
+                                .keyInvert = 0};
 
 template <typename Pixel>
 std::vector<std::byte> Bytes(const Image<Pixel>& image) {
@@ -48,7 +48,7 @@ FramePair::FramePair(const Image8& frame, PF_PixelFormat format)
       output_(WorldOver(outputBytes_, frame.width, frame.height)) {}
 
 RenderJob FramePair::job(BenchHost& host, bool key, bool keyInvert) {
-    RenderJob job{kDefaults, host.inData(), format_, &input_, &output_};
+    RenderJob job{defaults, host.inData(), format_, &input_, &output_};
     job.colorKeyEnable = key ? 1 : 0;
     job.keyInvert = keyInvert ? 1 : 0;
     return job;
@@ -59,7 +59,7 @@ const MeasuredFrame& KeptFrame(FrameKind kind, Size size) {
     if (!kept || kept->kind != kind || Size{kept->image.width, kept->image.height} != size) {
         kept.reset();
         Image8 image = MakeFrame(kind, size.width, size.height);
-        const double share = EdgeShare(image, kDefaults.colorThreshold);
+        const double share = EdgeShare(image, defaults.colorThreshold);
         kept = MeasuredFrame{kind, std::move(image), share};
     }
     return *kept;

@@ -27,11 +27,11 @@ struct Series {
     const char* name;
     Image8 (*frame)(Size size);
 };
-constexpr Series kSeries[] = {{"cel", Cel},
-                              {"cel sheet", Sheet},
-                              {"lines", Lines},
-                              {"diagonals", Diagonals},
-                              {"noise", Noise}};
+constexpr Series allSeries[] = {{"cel", Cel},
+                                {"cel sheet", Sheet},
+                                {"lines", Lines},
+                                {"diagonals", Diagonals},
+                                {"noise", Noise}};
 
 void MeasureGrowth(benchmark::State& state, const Series& series, double megapixels,
                    const Effort& effort) {
@@ -49,7 +49,7 @@ void MeasureGrowth(benchmark::State& state, const Series& series, double megapix
 }  // namespace
 
 void RegisterGrowth(const Plan& plan) {
-    for (const Series& series : kSeries) {
+    for (const Series& series : allSeries) {
         for (const double megapixels : plan.growthMegapixels) {
             char name[64];
             std::snprintf(name, sizeof name, "growth/%s/%g", series.name, megapixels);

@@ -19,8 +19,8 @@ void MeasureKernel(benchmark::State& state, const NamedKernel& kernel, FrameKind
 
 void RegisterKernels(const Plan& plan) {
     for (const Size size : plan.sizes) {
-        for (const NamedFrame& frame : kFrames) {
-            for (const NamedKernel& kernel : kKernels) {
+        for (const NamedFrame& frame : frames) {
+            for (const NamedKernel& kernel : kernels) {
                 const std::string name =
                     "kernels/" + NameOf(size) + '/' + frame.name + '/' + kernel.name;
                 benchmark::RegisterBenchmark(name.c_str(), MeasureKernel, kernel, frame.kind, size,

@@ -6,10 +6,10 @@
 
 namespace {
 
-const Plan kFullPlan{{{1920, 1080}, {3840, 2160}}, {0.1, 0.25, 1, 4, 16, 64}, {3, 5, 1.0}};
+const Plan fullPlan{{{1920, 1080}, {3840, 2160}}, {0.1, 0.25, 1, 4, 16, 64}, {3, 5, 1.0}};
 
 /// Shows that everything runs; its times mean little.
-const Plan kQuickPlan{{{480, 270}}, {0.1, 0.4}, {1, 1, 1.0}};
+const Plan quickPlan{{{480, 270}}, {0.1, 0.4}, {1, 1, 1.0}};
 
 /// Whether the option is there; takes it out of the arguments.
 bool TakeOption(int& count, char** arguments, const char* option) {
@@ -24,7 +24,7 @@ bool TakeOption(int& count, char** arguments, const char* option) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    const Plan& plan = TakeOption(count, arguments, "--quick") ? kQuickPlan : kFullPlan;
+    const Plan& plan = TakeOption(count, arguments, "--quick") ? quickPlan : fullPlan;
     benchmark::Initialize(&count, arguments);
     if (benchmark::ReportUnrecognizedArguments(count, arguments)) return 2;
     RegisterKernels(plan);

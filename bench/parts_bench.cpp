@@ -99,7 +99,7 @@ void RegisterOne(const Plan& plan, Size size, const NamedFrame& frame, const cha
 
 void RegisterParts(const Plan& plan) {
     for (const Size size : plan.sizes) {
-        for (const NamedFrame& frame : kFrames) {
+        for (const NamedFrame& frame : frames) {
             RegisterOne<Depth8, KeyMode::NoKey>(plan, size, frame, "Kernel8",
                                                 PF_PixelFormat_ARGB32);
             RegisterOne<Depth8, KeyMode::Key>(plan, size, frame, "Kernel8Key",

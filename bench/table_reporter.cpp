@@ -20,7 +20,7 @@ struct Group {
     std::vector<Column> columns;
 };
 
-const std::array<Group, 4> kGroups{{
+const std::array<Group, 4> groups{{
     {"kernels",
      "The nine kernels",
      {"size", "frame", "kernel"},
@@ -92,9 +92,9 @@ bool TableReporter::ReportContext(const Context& context) {
 void TableReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         const std::vector<std::string> name = SplitName(run.run_name.function_name);
-        const auto group = std::find_if(kGroups.begin(), kGroups.end(),
+        const auto group = std::find_if(groups.begin(), groups.end(),
                                         [&](const Group& g) { return g.name == name[0]; });
-        if (group == kGroups.end()) continue;
+        if (group == groups.end()) continue;
         if (group_ != name[0]) PrintHeading(*group);
         group_ = name[0];
         if (run.error_occurred) {

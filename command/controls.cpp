@@ -8,8 +8,8 @@
 namespace nevrel {
 namespace {
 
-constexpr char kColorKeyOption[] = "--color-key";
-constexpr char kInvertOption[] = "--invert";
+constexpr char colorKeyOption[] = "--color-key";
+constexpr char invertOption[] = "--invert";
 
 /// All of `text` as a number; nothing when it is none.
 std::optional<A_long> ParseNumber(std::string_view text, int base) {
@@ -33,7 +33,7 @@ struct NamedColor {
 };
 
 /// The sixteen names that HTML 4 and CSS 1 began with.
-constexpr NamedColor kNamedColors[] = {
+constexpr NamedColor namedColors[] = {
     {"black", 0x000000},  {"silver", 0xC0C0C0}, {"gray", 0x808080},   {"white", 0xFFFFFF},
     {"maroon", 0x800000}, {"red", 0xFF0000},    {"purple", 0x800080}, {"fuchsia", 0xFF00FF},
     {"green", 0x008000},  {"lime", 0x00FF00},   {"olive", 0x808000},  {"yellow", 0xFFFF00},
@@ -42,11 +42,11 @@ constexpr NamedColor kNamedColors[] = {
 
 /// 0xRRGGBB for '#rrggbb', '#rgb' or a name; nothing for any other text.
 std::optional<A_long> ParseColor(std::string_view text) {
-    for (const NamedColor& named : kNamedColors) {
+    for (const NamedColor& named : namedColors) {
         if (named.name == text) return named.color;
     }
-    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
-    if (!text.starts_with('#') || text.find_first_not_of(kDigits, 1) != std::string_view::npos)
+    constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+    if (!text.starts_with('#') || text.find_first_not_of(hexDigits, 1) != std::string_view::npos)
         return std::nullopt;
     const std::string_view digits = text.substr(1);
     if (digits.size() == 6) return ParseNumber(digits, 16);
@@ -58,7 +58,7 @@ std::optional<A_long> ParseColor(std::string_view text) {
 PF_Pixel KeyColor(const std::string& text) {
     const std::optional<A_long> color = ParseColor(text);
     if (!color) {
-        throw UsageError(std::string(kColorKeyOption) + ": '" + text +
+        throw UsageError(std::string(colorKeyOption) + ": '" + text +
                          "' is not a color; write '#rrggbb', '#rgb' or a name such as 'white'");
     }
     return {255, static_cast<A_u_char>(*color >> 16), static_cast<A_u_char>(*color >> 8),
@@ -68,31 +68,31 @@ PF_Pixel KeyColor(const std::string& text) {
 }  // namespace
 
 void ApplyControls(const ControlValues& values, host_kit::Instance& instance) {
-    for (std::size_t i = 0; i < kSliderOptions.size(); ++i) {
+    for (std::size_t i = 0; i < sliderOptions.size(); ++i) {
         if (!values.sliders[i]) continue;
-        const SliderOption& option = kSliderOptions[i];
+        const SliderOption& option = sliderOptions[i];
         instance.setSlider(option.id,
                            SliderValue(option, *values.sliders[i], instance.param(option.id).u.sd));
     }
     if (values.colorKey) {
-        instance.setColor(kKeyColor, KeyColor(*values.colorKey));
-        instance.setCheckbox(kColorKeyEnable, true);
+        instance.setColor(idKeyColor, KeyColor(*values.colorKey));
+        instance.setCheckbox(idColorKeyEnable, true);
     }
-    if (values.withoutColorKey) instance.setCheckbox(kColorKeyEnable, false);
-    if (values.invert) instance.setCheckbox(kKeyInvert, true);
-    if (values.withoutInvert) instance.setCheckbox(kKeyInvert, false);
-    if (values.invert && instance.param(kColorKeyEnable).u.bd.value == 0) {
-        throw UsageError(std::string(kInvertOption) + ": needs a color key; give " +
-                         kColorKeyOption + " too");
+    if (values.withoutColorKey) instance.setCheckbox(idColorKeyEnable, false);
+    if (values.invert) instance.setCheckbox(idKeyInvert, true);
+    if (values.withoutInvert) instance.setCheckbox(idKeyInvert, false);
+    if (values.invert && instance.param(idColorKeyEnable).u.bd.value == 0) {
+        throw UsageError(std::string(invertOption) + ": needs a color key; give " + colorKeyOption +
+                         " too");
     }
 }
 
 std::string OptionOf(A_long id) {
-    for (const SliderOption& option : kSliderOptions) {
+    for (const SliderOption& option : sliderOptions) {
         if (option.id == id) return option.option;
     }
-    if (id == kColorKeyEnable || id == kKeyColor) return kColorKeyOption;
-    return id == kKeyInvert ? kInvertOption : "";
+    if (id == idColorKeyEnable || id == idKeyColor) return colorKeyOption;
+    return id == idKeyInvert ? invertOption : "";
 }
 
 }  // namespace nevrel

@@ -13,13 +13,13 @@ namespace nevrel {
 /// Ids under which the effect declares its parameters; hosts store them in projects, so they never
 /// change.
 enum ParamId : A_long {
-    kColorThreshold = 1,
-    kSoftness = 2,
-    kColorKeyEnable = 3,
-    kKeyColor = 4,
-    kKeyThreshold = 5,
-    kKeyInvert = 6,
-    kBias = 7,
+    idColorThreshold = 1,
+    idSoftness = 2,
+    idColorKeyEnable = 3,
+    idKeyColor = 4,
+    idKeyThreshold = 5,
+    idKeyInvert = 6,
+    idBias = 7,
 };
 
 /// A slider and its option. Ranges and defaults are the module's own and stand nowhere here.
@@ -29,17 +29,17 @@ struct SliderOption {
     const char* help;
 };
 
-inline constexpr std::array<SliderOption, 4> kSliderOptions{{
-    {kColorThreshold, "--color-threshold", "color difference above which two pixels form an edge"},
-    {kSoftness, "--softness", "how far edges are smoothed, in percent; 0 leaves them as they are"},
-    {kBias, "--bias", "shape of the blend along an edge"},
-    {kKeyThreshold, "--key-threshold",
+inline constexpr std::array<SliderOption, 4> sliderOptions{{
+    {idColorThreshold, "--color-threshold", "color difference above which two pixels form an edge"},
+    {idSoftness, "--softness", "how far edges are smoothed, in percent; 0 leaves them as they are"},
+    {idBias, "--bias", "shape of the blend along an edge"},
+    {idKeyThreshold, "--key-threshold",
      "color distance within which a pixel counts as the key color"},
 }};
 
 /// What the user asked for, as typed; what is absent keeps the module's default.
 struct ControlValues {
-    std::array<std::optional<std::string>, kSliderOptions.size()> sliders;
+    std::array<std::optional<std::string>, sliderOptions.size()> sliders;
     std::optional<std::string> colorKey;  ///< switches the key on
     bool withoutColorKey = false;
     bool invert = false;

@@ -16,11 +16,13 @@ namespace {
 struct Field {
     std::size_t at, size;
 };
-constexpr Field kOffsetOfPixels{4, 4}, kFileSize{16, 4}, kElements{770, 2}, kWidth{772, 4},
-    kHeight{776, 4}, kDescriptor{800, 1}, kBits{803, 1}, kPacking{804, 2}, kEncoding{806, 2},
-    kElementOffset{808, 4}, kRowPadding{812, 4}, kImagePadding{816, 4};
-constexpr std::size_t kHeaderSize = 820;
-constexpr std::uint64_t kUndefined = 0xFFFFFFFF;
+namespace fields {
+constexpr Field offsetOfPixels{4, 4}, fileSize{16, 4}, elements{770, 2}, width{772, 4},
+    height{776, 4}, descriptor{800, 1}, bits{803, 1}, packing{804, 2}, encoding{806, 2},
+    elementOffset{808, 4}, rowPadding{812, 4}, imagePadding{816, 4};
+}  // namespace fields
+constexpr std::size_t headerSize = 820;
+constexpr std::uint64_t undefined = 0xFFFFFFFF;
 
 class Header {
   public:
@@ -34,7 +36,7 @@ class Header {
     }
     [[nodiscard]] std::uint64_t orZero(Field field) const {
         const std::uint64_t number = (*this)[field];
-        return number == kUndefined ? 0 : number;
+        return number == undefined ? 0 : number;
     }
 
   private:
@@ -42,8 +44,8 @@ class Header {
 };
 
 std::size_t Channels(std::uint64_t descriptor) {
-    constexpr unsigned kRgb = 50, kRgba = 51;
-    return descriptor == kRgba ? 4 : descriptor == kRgb ? 3 : 1;
+    constexpr unsigned rgb = 50, rgba = 51;
+    return descriptor == rgba ? 4 : descriptor == rgb ? 3 : 1;
 }
 
 /// Whether so many bytes are just so many rows.
@@ -54,30 +56,31 @@ bool AreRows(std::uint64_t bytes, std::uint64_t rows, std::uint64_t rowSize) {
 }  // namespace
 
 DpxFile::DpxFile(const std::filesystem::path& path) : path_(path) {
-    std::array<std::byte, kHeaderSize> bytes{};
+    std::array<std::byte, headerSize> bytes{};
     std::ifstream file(path, std::ios::binary);
-    if (!file.read(reinterpret_cast<char*>(bytes.data()), kHeaderSize))
+    if (!file.read(reinterpret_cast<char*>(bytes.data()), headerSize))
         throw UnreadablePicture(path, "is truncated");
     const Header header(bytes);
     order_ = header.order();
-    bits_ = static_cast<unsigned>(header[kBits]);
-    packing_ = static_cast<DpxPacking>(header[kPacking]);
-    width_ = header[kWidth];
-    height_ = header[kHeight];
-    channels_ = Channels(header[kDescriptor]);
-    offset_ = header.orZero(kElementOffset);
-    if (offset_ == 0) offset_ = header[kOffsetOfPixels];
-    rowPadding_ = header.orZero(kRowPadding);
-    imagePadding_ = header.orZero(kImagePadding);
-    requireSupported(static_cast<unsigned>(header[kDescriptor]), header[kEncoding] == 1,
-                     static_cast<unsigned>(header[kElements]));
-    findRowSize(std::filesystem::file_size(path), header.orZero(kFileSize));
+    bits_ = static_cast<unsigned>(header[fields::bits]);
+    packing_ = static_cast<DpxPacking>(header[fields::packing]);
+    width_ = header[fields::width];
+    height_ = header[fields::height];
+    channels_ = Channels(header[fields::descriptor]);
+    offset_ = header.orZero(fields::elementOffset);
+    if (offset_ == 0) offset_ = header[fields::offsetOfPixels];
+    rowPadding_ = header.orZero(fields::rowPadding);
+    imagePadding_ = header.orZero(fields::imagePadding);
+    requireSupported(static_cast<unsigned>(header[fields::descriptor]),
+                     header[fields::encoding] == 1,
+                     static_cast<unsigned>(header[fields::elements]));
+    findRowSize(std::filesystem::file_size(path), header.orZero(fields::fileSize));
 }
 
 void DpxFile::requireSupported(unsigned descriptor, bool isRunLengthEncoded,
                                unsigned elements) const {
-    constexpr std::array kDescriptors{1U, 2U, 3U, 4U, 6U, 8U, 50U, 51U};
-    constexpr std::array kSampleBits{8U, 10U, 12U, 16U, 32U, 64U};
+    constexpr std::array descriptors{1U, 2U, 3U, 4U, 6U, 8U, 50U, 51U};
+    constexpr std::array sampleBits{8U, 10U, 12U, 16U, 32U, 64U};
     const auto refuse = [&](const std::string& what) {
         throw UnreadablePicture(path_, "holds " + what + ", which is not supported");
     };
@@ -85,9 +88,9 @@ void DpxFile::requireSupported(unsigned descriptor, bool isRunLengthEncoded,
         return std::find(all.begin(), all.end(), one) != all.end();
     };
     if (elements != 1) refuse(std::to_string(elements) + " image elements");
-    if (!knows(kDescriptors, descriptor))
+    if (!knows(descriptors, descriptor))
         refuse("channels of kind " + std::to_string(descriptor) + " instead of grey, RGB or RGBA");
-    if (!knows(kSampleBits, bits_)) refuse("samples of " + std::to_string(bits_) + " bits");
+    if (!knows(sampleBits, bits_)) refuse("samples of " + std::to_string(bits_) + " bits");
     if (isRunLengthEncoded) refuse("run-length encoded samples");
     if ((bits_ == 10 || bits_ == 12) && packing_ > DpxPacking::FilledLow)
         refuse("samples packed by method " + std::to_string(static_cast<int>(packing_)));
@@ -153,7 +156,7 @@ void DpxFile::read(Part& part) const {
 }
 
 void LayDpxRows(const Part& part, MemoryFile& file) {
-    std::array<std::byte, kHeaderSize> bytes{};
+    std::array<std::byte, headerSize> bytes{};
     std::copy_n(file.bytes().begin(), bytes.size(), bytes.begin());
     const Header header(bytes);
     const ByteOrder order = header.order();
@@ -167,19 +170,19 @@ void LayDpxRows(const Part& part, MemoryFile& file) {
     const DpxPacking packing = name == "Packed"             ? DpxPacking::Packed
                                : name == "Filled, method B" ? DpxPacking::FilledLow
                                                             : DpxPacking::FilledHigh;
-    const DpxRow row(order, static_cast<unsigned>(header[kBits]), packing, header[kWidth],
-                     Channels(header[kDescriptor]));
+    const DpxRow row(order, static_cast<unsigned>(header[fields::bits]), packing,
+                     header[fields::width], Channels(header[fields::descriptor]));
     std::vector<std::byte> padded(row.paddedBytes());
-    const std::uint64_t offset = header[kElementOffset];
+    const std::uint64_t offset = header[fields::elementOffset];
     const auto stride = static_cast<std::size_t>(part.spec.scanline_bytes(true));
-    const std::uint64_t rows = header[kHeight];
+    const std::uint64_t rows = header[fields::height];
     for (std::size_t y = 0; y < rows; ++y) {
         row.pack(part.samples.get() + y * stride, padded);
         file.set(offset + y * padded.size(), padded);
     }
-    set(kPacking, static_cast<std::uint64_t>(packing));
-    set(kRowPadding, row.paddedBytes() - row.bytes());
-    set(kFileSize, offset + rows * padded.size());
+    set(fields::packing, static_cast<std::uint64_t>(packing));
+    set(fields::rowPadding, row.paddedBytes() - row.bytes());
+    set(fields::fileSize, offset + rows * padded.size());
     file.resize(offset + rows * padded.size());
 }
 

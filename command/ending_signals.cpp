@@ -8,11 +8,11 @@
 namespace nevrel {
 namespace {
 
-constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
+constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
 /// Set in `waits` once a signal has come; the rest of it counts the waits that live. One word for
 /// both, so that no wait can begin unseen between a signal and the end of the program.
-constexpr unsigned kEnding = 1U << 31;
+constexpr unsigned ending = 1U << 31;
 
 std::atomic<unsigned> waits{0};
 std::atomic<int> pendingSignal{0};
@@ -24,17 +24,17 @@ void EndBySignal(int number) {
 
 void OnSignal(int number) {
     pendingSignal = number;
-    if ((waits.fetch_or(kEnding) & ~kEnding) == 0) EndBySignal(number);
+    if ((waits.fetch_or(ending) & ~ending) == 0) EndBySignal(number);
 }
 
 void EndWait() {
-    if (waits.fetch_sub(1) == (kEnding | 1U)) EndBySignal(pendingSignal);
+    if (waits.fetch_sub(1) == (ending | 1U)) EndBySignal(pendingSignal);
 }
 
 }  // namespace
 
 void PrepareSignals() {
-    for (const int number : kEndingSignals) {
+    for (const int number : endingSignals) {
         if (signal(number, OnSignal) == SIG_IGN) signal(number, SIG_IGN);
     }
     signal(SIGXFSZ, SIG_IGN);
@@ -43,7 +43,7 @@ void PrepareSignals() {
 void OutliveReaders() { signal(SIGPIPE, SIG_IGN); }
 
 EndingSignalsWait::EndingSignalsWait() {
-    if ((waits.fetch_add(1) & kEnding) == 0) return;
+    if ((waits.fetch_add(1) & ending) == 0) return;
     EndWait();
     for (;;) pause();
 }

@@ -57,7 +57,7 @@ class ChannelView {
 };
 
 /// The attribute by which the reading and writing library tells straight alpha.
-inline constexpr char kStraightAttribute[] = "oiio:UnassociatedAlpha";
+inline constexpr char straightAttribute[] = "oiio:UnassociatedAlpha";
 
 struct Picture {
     std::string format;  ///< the file format's name, e.g. "openexr"

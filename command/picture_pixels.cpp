@@ -47,7 +47,7 @@ using View8 = WorldView<A_u_char, std::uint8_t>;
 using View16 = WorldView<A_u_short, Channel16>;
 using ViewFloat = WorldView<float, float>;
 
-constexpr int kAlpha = 0, kRed = 1;
+constexpr int alphaPlace = 0, redPlace = 1;
 
 template <typename Action>
 void WithView(const World& world, Action&& action) {
@@ -144,8 +144,8 @@ void StoreAssociatedColor(const View& before, const View& after, int place, cons
                           int channel) {
     WithChannel(part, channel, [&](auto samples, auto sample) {
         for (std::size_t i = 0; i < part.pixels(); ++i) {
-            const auto oldAlpha = before.get(i, kAlpha);
-            const auto alpha = after.get(i, kAlpha);
+            const auto oldAlpha = before.get(i, alphaPlace);
+            const auto alpha = after.get(i, alphaPlace);
             const auto value = after.get(i, place);
             if (SameBits(before.get(i, place), value) && SameBits(oldAlpha, alpha)) continue;
             const bool stayedClear =
@@ -156,7 +156,7 @@ void StoreAssociatedColor(const View& before, const View& after, int place, cons
     });
 }
 
-constexpr int kOpaque = -1;
+constexpr int opaqueAlpha = -1;
 
 void CopyChannel(const Part& from, int source, const Part& to, int target) {
     WithRawChannel(from, source, [&](auto samples) {
@@ -179,13 +179,13 @@ Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& 
     if (!spec.channelformats.empty()) {
         spec.channelformats.clear();
         for (const int source : sources) {
-            spec.channelformats.push_back(part.channelType(source == kOpaque ? like : source));
+            spec.channelformats.push_back(part.channelType(source == opaqueAlpha ? like : source));
         }
     }
     Part arranged = MakePart(spec, part.associated);
     for (int channel = 0; channel < spec.nchannels; ++channel) {
         const int source = sources[static_cast<std::size_t>(channel)];
-        if (source == kOpaque) {
+        if (source == opaqueAlpha) {
             FillOpaque(arranged, channel);
         } else {
             CopyChannel(part, source, arranged, channel);
@@ -200,12 +200,12 @@ void LoadPixels(const Part& part, const ColorChannels& channels, World& world) {
     WithView(world, [&](const auto& view) {
         using Channel = typename std::decay_t<decltype(view)>::Channel;
         if (channels.alpha >= 0) {
-            LoadChannel(part, channels.alpha, view, kAlpha);
+            LoadChannel(part, channels.alpha, view, alphaPlace);
         } else {
             for (std::size_t i = 0; i < part.pixels(); ++i)
-                view.set(i, kAlpha, FromUnit<Channel>(1.0));
+                view.set(i, alphaPlace, FromUnit<Channel>(1.0));
         }
-        int place = kRed;
+        int place = redPlace;
         for (const int channel : Colors(channels)) {
             if (part.associated && channels.alpha >= 0) {
                 LoadAssociatedColor(part, channel, channels.alpha, view, place++);
@@ -220,16 +220,17 @@ void StorePixels(const World& before, const World& after, const ColorChannels& c
                  Part& part) {
     WithView(before, [&](const auto& beforeView) {
         const std::decay_t<decltype(beforeView)> afterView(after);
-        int place = kRed;
+        int place = redPlace;
         for (const int channel : Colors(channels)) {
-            if (place > kRed && channels.isGrey()) break;
+            if (place > redPlace && channels.isGrey()) break;
             if (part.associated && channels.alpha >= 0) {
                 StoreAssociatedColor(beforeView, afterView, place++, part, channel);
             } else {
                 StoreChannel(beforeView, afterView, place++, part, channel);
             }
         }
-        if (channels.alpha >= 0) StoreChannel(beforeView, afterView, kAlpha, part, channels.alpha);
+        if (channels.alpha >= 0)
+            StoreChannel(beforeView, afterView, alphaPlace, part, channels.alpha);
     });
 }
 
@@ -239,7 +240,7 @@ void AddAlpha(Part& part, ColorChannels& channels) {
     OIIO::ImageSpec spec = part.spec;
     std::vector<int> sources(static_cast<std::size_t>(spec.nchannels));
     std::iota(sources.begin(), sources.end(), 0);
-    sources.insert(sources.begin() + place, kOpaque);
+    sources.insert(sources.begin() + place, opaqueAlpha);
     spec.channelnames.insert(spec.channelnames.begin() + place, channels.prefix + "A");
     for (int* named : {&spec.alpha_channel, &spec.z_channel}) *named += *named >= place ? 1 : 0;
     if (spec.alpha_channel < 0) spec.alpha_channel = place;

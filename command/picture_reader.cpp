@@ -14,10 +14,10 @@
 namespace nevrel {
 namespace {
 
-constexpr std::array<const char*, 6> kFormats{"png", "tiff", "targa", "bmp", "openexr", "dpx"};
+constexpr std::array<const char*, 6> formats{"png", "tiff", "targa", "bmp", "openexr", "dpx"};
 
 bool IsSupported(const std::string& format) {
-    return std::find(kFormats.begin(), kFormats.end(), format) != kFormats.end();
+    return std::find(formats.begin(), formats.end(), format) != formats.end();
 }
 
 void RequireSupported(const std::filesystem::path& path, const std::string& format) {
@@ -29,14 +29,14 @@ void RequireSupported(const std::filesystem::path& path, const std::string& form
 /// The samples of files with straight alpha come as they are only when asked for.
 OIIO::ImageSpec ReadingHints() {
     OIIO::ImageSpec hints;
-    hints.attribute(kStraightAttribute, 1);
+    hints.attribute(straightAttribute, 1);
     return hints;
 }
 
 bool FileIsAssociated(const std::string& format, const OIIO::ImageSpec& spec) {
     if (format == "openexr") return true;
     if (spec.alpha_channel < 0 || format == "bmp" || format == "dpx") return false;
-    return spec.get_int_attribute(kStraightAttribute) == 0;
+    return spec.get_int_attribute(straightAttribute) == 0;
 }
 
 void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
@@ -48,21 +48,21 @@ void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec)
 /// blue.
 void RequireRgbOrGrey(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
     enum Photometric {
-        kMinIsWhite = 0,
-        kMinIsBlack = 1,
-        kSeparated = 5,
-        kYCbCr = 6,
-        kCieLab = 8,
-        kItuLab = 10
+        minIsWhite = 0,
+        minIsBlack = 1,
+        separated = 5,
+        yCbCr = 6,
+        cieLab = 8,
+        ituLab = 10
     };
     const int model = spec.get_int_attribute("tiff:PhotometricInterpretation", -1);
-    if (model == kSeparated)
+    if (model == separated)
         throw UnreadablePicture(path, "holds CMYK colors, which are not supported");
-    if (model >= kCieLab && model <= kItuLab)
+    if (model >= cieLab && model <= ituLab)
         throw UnreadablePicture(path, "holds L*a*b* colors, which are not supported");
-    if (model == kYCbCr && spec.get_string_attribute("compression") != "jpeg")
+    if (model == yCbCr && spec.get_string_attribute("compression") != "jpeg")
         throw UnreadablePicture(path, "holds YCbCr colors, which are not supported");
-    if ((model == kMinIsWhite || model == kMinIsBlack) && spec.nchannels > 2) {
+    if ((model == minIsWhite || model == minIsBlack) && spec.nchannels > 2) {
         throw UnreadablePicture(path, "holds grey with " + std::to_string(spec.nchannels - 1) +
                                           " further channels, which is not supported");
     }

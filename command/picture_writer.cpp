@@ -28,11 +28,10 @@ namespace {
 
 /// Compressions that change samples give way to one that does not.
 void KeepSamplesWhole(OIIO::ImageSpec& spec) {
-    constexpr std::array<std::string_view, 6> kLossy{"jpeg", "pxr24", "b44",
-                                                     "b44a", "dwaa",  "dwab"};
+    constexpr std::array<std::string_view, 6> lossy{"jpeg", "pxr24", "b44", "b44a", "dwaa", "dwab"};
     const std::string compression = spec.get_string_attribute("compression");
     const std::string_view name = std::string_view(compression).substr(0, compression.find(':'));
-    if (std::find(kLossy.begin(), kLossy.end(), name) != kLossy.end())
+    if (std::find(lossy.begin(), lossy.end(), name) != lossy.end())
         spec.attribute("compression", "zip");
     // Fewer than 8 bits are too few for the blends; what has more keeps its own number.
     if (spec.format == OIIO::TypeDesc::UINT8) spec.erase_attribute("oiio:BitsPerSample");
@@ -59,14 +58,14 @@ OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
     OIIO::ImageSpec spec = part.spec;
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
-    spec.erase_attribute(kStraightAttribute);
+    spec.erase_attribute(straightAttribute);
     if (std::string_view(output.format_name()) == "dpx") FitToDpx(spec);
     KeepSamplesWhole(spec);
     KeepOutTimeOfDay(spec, output.format_name());
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see
     // MarkAssociated.
     const bool asItIs = !part.associated || std::string_view(output.format_name()) == "targa";
-    if (asItIs && spec.alpha_channel >= 0) spec.attribute(kStraightAttribute, 1);
+    if (asItIs && spec.alpha_channel >= 0) spec.attribute(straightAttribute, 1);
     return spec;
 }
 
@@ -78,8 +77,8 @@ bool HasDataWindow(const OIIO::ImageSpec& spec) {
 /// Whether a format without channel names can tell which channel is which: one set of colour
 /// channels, and nothing that only its name explains.
 bool AreNamesImplied(const OIIO::ImageSpec& spec) {
-    constexpr std::array<std::string_view, 10> kImplied{"R",   "G",     "B",    "A",     "Y",
-                                                        "red", "green", "blue", "alpha", "I"};
+    constexpr std::array<std::string_view, 10> impliedChannels{
+        "R", "G", "B", "A", "Y", "red", "green", "blue", "alpha", "I"};
     const auto split = [](std::string_view name) {
         const std::size_t dot = name.rfind('.');
         return dot == std::string_view::npos ? std::pair{std::string_view(), name}
@@ -88,8 +87,8 @@ bool AreNamesImplied(const OIIO::ImageSpec& spec) {
     return std::all_of(
         spec.channelnames.begin(), spec.channelnames.end(), [&](std::string_view name) {
             const auto [layer, channel] = split(name);
-            const bool implied =
-                std::find(kImplied.begin(), kImplied.end(), channel) != kImplied.end();
+            const bool implied = std::find(impliedChannels.begin(), impliedChannels.end(),
+                                           channel) != impliedChannels.end();
             return layer == split(spec.channelnames.front()).first &&
                    (implied || channel.starts_with("channel"));
         });
@@ -128,22 +127,22 @@ void RequireHolds(const OIIO::ImageOutput& output, const Picture& picture,
 /// Sets the mark in a TGA's extension area that says that colour is multiplied by alpha. The area's
 /// place stands in the footer, the last 26 bytes of the file.
 void MarkAssociated(MemoryFile& targa) {
-    constexpr std::size_t kFooterSize = 26, kAttributesType = 494;
-    constexpr std::array kPremultiplied{std::byte{4}};
+    constexpr std::size_t footerSize = 26, attributesType = 494;
+    constexpr std::array premultiplied{std::byte{4}};
     const std::span<const std::byte> bytes = targa.bytes();
-    if (bytes.size() < kFooterSize) return;
+    if (bytes.size() < footerSize) return;
     std::size_t area = 0;
     for (std::size_t i = 4; i-- > 0;)
-        area = area << 8 | std::to_integer<std::size_t>(bytes[bytes.size() - kFooterSize + i]);
-    if (area + kAttributesType < bytes.size()) targa.set(area + kAttributesType, kPremultiplied);
+        area = area << 8 | std::to_integer<std::size_t>(bytes[bytes.size() - footerSize + i]);
+    if (area + attributesType < bytes.size()) targa.set(area + attributesType, premultiplied);
 }
 
 /// Gives a DPX its own name, which stands in its header; the writer put the path it wrote to there.
 void SetFileName(const MemoryFile& dpx, const std::string& name) {
-    constexpr std::size_t kFileName = 36;
+    constexpr std::size_t fileName = 36;
     std::array<char, 100> field{};
     name.copy(field.data(), field.size() - 1);
-    dpx.set(kFileName, std::as_bytes(std::span(field)));
+    dpx.set(fileName, std::as_bytes(std::span(field)));
 }
 
 /// Writers leave out channels that they have no place for, and may not notice that a write failed.

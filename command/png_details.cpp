@@ -11,16 +11,16 @@
 namespace nevrel {
 namespace {
 
-constexpr std::uint64_t kSignature = 8, kCheckSum = 4;
+constexpr std::uint64_t signature = 8, checkSum = 4;
 
 /// Whether a chunk holds true for changed samples: those known to, and others that say so by the
 /// case of their last letter.
 bool Outlives(std::string_view type) {
-    constexpr std::array<std::string_view, 16> kKnown{
+    constexpr std::array<std::string_view, 16> knownTypes{
         "bKGD", "cHRM", "cICP", "cLLI", "gAMA", "hIST", "iCCP", "mDCV",
         "pCAL", "pHYs", "sBIT", "sCAL", "sPLT", "sRGB", "sTER", "tIME"};
     const bool saysSo = (static_cast<unsigned char>(type[3]) & 0x20U) != 0;
-    return saysSo || std::find(kKnown.begin(), kKnown.end(), type) != kKnown.end();
+    return saysSo || std::find(knownTypes.begin(), knownTypes.end(), type) != knownTypes.end();
 }
 
 bool IsAncillary(std::string_view type) {
@@ -31,23 +31,23 @@ class Reader {
   public:
     explicit Reader(const std::filesystem::path& path)
         : path_(path), file_(path, std::ios::binary), left_(std::filesystem::file_size(path)) {
-        file_.seekg(kSignature);
-        left_ -= std::min(left_, kSignature);
+        file_.seekg(signature);
+        left_ -= std::min(left_, signature);
     }
 
     [[nodiscard]] PngDetails read() {
         for (std::string type; type != "IEND";) {
-            const std::uint64_t size = Number(std::span<const std::byte>(bytes(4)), kOrder);
+            const std::uint64_t size = Number(std::span<const std::byte>(bytes(4)), order);
             const std::vector<std::byte> name = bytes(4);
             type.assign(reinterpret_cast<const char*>(name.data()), name.size());
             take(type, size);
-            skip(kCheckSum);
+            skip(checkSum);
         }
         return std::move(details_);
     }
 
   private:
-    static constexpr ByteOrder kOrder = ByteOrder::BigEndian;
+    static constexpr ByteOrder order = ByteOrder::BigEndian;
 
     void take(const std::string& type, std::uint64_t size) {
         if (type == "IDAT") place_ = PngChunk::Place::AfterPixels;
@@ -67,15 +67,15 @@ class Reader {
     }
 
     void takeHeader(const std::vector<std::byte>& header) {
-        constexpr std::size_t kBits = 8, kColorType = 9;
-        if (header.size() <= kColorType) throw UnreadablePicture(path_, "damaged: a short header");
-        details_.bits = std::to_integer<unsigned>(header[kBits]);
-        details_.colorType = static_cast<PngColorType>(header[kColorType]);
+        constexpr std::size_t bitsAt = 8, colorTypeAt = 9;
+        if (header.size() <= colorTypeAt) throw UnreadablePicture(path_, "damaged: a short header");
+        details_.bits = std::to_integer<unsigned>(header[bitsAt]);
+        details_.colorType = static_cast<PngColorType>(header[colorTypeAt]);
     }
     void takePalette(const std::vector<std::byte>& colors) {
-        constexpr std::size_t kMostBytes = std::size_t{256} * 3;
+        constexpr std::size_t mostBytes = std::size_t{256} * 3;
         details_.palette.clear();
-        for (std::size_t i = 0; i + 2 < std::min(colors.size(), kMostBytes); i += 3) {
+        for (std::size_t i = 0; i + 2 < std::min(colors.size(), mostBytes); i += 3) {
             const auto value = [&](std::size_t c) {
                 return std::to_integer<std::uint8_t>(colors[i + c]);
             };

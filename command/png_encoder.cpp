@@ -138,12 +138,12 @@ void PngEncoder::setDate(const OIIO::ImageSpec& spec) {
 }
 
 void PngEncoder::setTexts(const OIIO::ImageSpec& spec) {
-    constexpr std::pair<const char*, const char*> kTexts[] = {{"ImageDescription", "Description"},
-                                                              {"DocumentName", "Title"},
-                                                              {"Artist", "Author"},
-                                                              {"Copyright", "Copyright"},
-                                                              {"Software", "Software"}};
-    for (const auto& [attribute, keyword] : kTexts) {
+    constexpr std::pair<const char*, const char*> texts[] = {{"ImageDescription", "Description"},
+                                                             {"DocumentName", "Title"},
+                                                             {"Artist", "Author"},
+                                                             {"Copyright", "Copyright"},
+                                                             {"Software", "Software"}};
+    for (const auto& [attribute, keyword] : texts) {
         const std::string value = spec.get_string_attribute(attribute);
         if (!value.empty()) addText(keyword, value);
     }

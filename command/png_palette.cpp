@@ -9,7 +9,7 @@
 namespace nevrel {
 namespace {
 
-constexpr std::size_t kMostColors = 256;
+constexpr std::size_t mostColors = 256;
 
 /// A palette in the making.
 class Palette {
@@ -49,7 +49,7 @@ bool FindPlaces(const Part& part, Palette& palette, std::vector<std::uint8_t>& p
         const PngColor color = ColorAt(part, i);
         const bool repeats = i > 0 && color == palette.colors()[places.back()];
         const std::size_t place = repeats ? places.back() : palette.place(color);
-        if (place >= kMostColors) return false;
+        if (place >= mostColors) return false;
         places.push_back(static_cast<std::uint8_t>(place));
     }
     return true;

@@ -16,9 +16,9 @@ namespace nevrel {
 namespace {
 
 PngColorType TypeOfChannels(int channels) {
-    constexpr std::array kTypes{PngColorType::Grey, PngColorType::GreyAlpha, PngColorType::Rgb,
-                                PngColorType::Rgba};
-    return kTypes.at(static_cast<std::size_t>(channels - 1));
+    constexpr std::array sampleTypes{PngColorType::Grey, PngColorType::GreyAlpha, PngColorType::Rgb,
+                                     PngColorType::Rgba};
+    return sampleTypes.at(static_cast<std::size_t>(channels - 1));
 }
 
 /// Pixels in the form that a PNG holds them.
@@ -31,8 +31,8 @@ struct Encoded {
 
 /// Whether colours are told in the same terms, with alpha or without.
 bool HaveSameColors(PngColorType a, PngColorType b) {
-    constexpr unsigned kAlpha = 4;
-    return (static_cast<unsigned>(a) | kAlpha) == (static_cast<unsigned>(b) | kAlpha);
+    constexpr unsigned alphaBit = 4;
+    return (static_cast<unsigned>(a) | alphaBit) == (static_cast<unsigned>(b) | alphaBit);
 }
 
 /// A background told as a place in the palette, told as red, green and blue of 16 bits each.

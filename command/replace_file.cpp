@@ -28,9 +28,9 @@ class NewFile {
         } else {
             require(errno == ENOENT);
         }
-        constexpr std::size_t kLongestName = 200;  // leaves room for the rest
+        constexpr std::size_t longestName = 200;  // leaves room for the rest
         const std::string serial = std::to_string(getpid()) + "-" + std::to_string(++serial_);
-        const std::string name = target_.filename().string().substr(0, kLongestName);
+        const std::string name = target_.filename().string().substr(0, longestName);
         temporary_ = target_;
         temporary_.replace_filename(std::string(1, '.').append(name) + "." + serial + ".part");
     }
@@ -38,7 +38,7 @@ class NewFile {
     void write(std::span<const std::byte> bytes) {
         const std::filesystem::path folder =
             target_.has_parent_path() ? target_.parent_path() : ".";
-        const Descriptor unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kNewFile));
+        const Descriptor unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, newFile));
         if (unnamed.isOpen()) {
             fill(unnamed, bytes);
             const EndingSignalsWait wait;
@@ -55,7 +55,7 @@ class NewFile {
     void writeNamed(std::span<const std::byte> bytes) {
         const EndingSignalsWait wait;
         const Descriptor named(
-            open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
+            open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFile));
         require(named.isOpen());
         try {
             fill(named, bytes);
@@ -95,7 +95,7 @@ class NewFile {
             throw PictureError(path_, std::string("cannot be written: ") + std::strerror(errno));
     }
 
-    static constexpr mode_t kNewFile = 0666;
+    static constexpr mode_t newFile = 0666;
     static inline std::atomic<int> serial_{0};
     std::filesystem::path path_;
     std::filesystem::path target_;
@@ -110,11 +110,11 @@ void ReplaceFile(const std::filesystem::path& path, std::span<const std::byte> b
 }
 
 std::filesystem::path FollowLinks(std::filesystem::path path) {
-    constexpr int kMostLinks = 40;
+    constexpr int mostLinks = 40;
     std::filesystem::path place = path;
     std::error_code error;
     for (int links = 0; std::filesystem::is_symlink(place, error); ++links) {
-        if (links == kMostLinks) return path;
+        if (links == mostLinks) return path;
         place = place.parent_path() / std::filesystem::read_symlink(place);
     }
     return place;

@@ -28,10 +28,10 @@
 namespace nevrel {
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-constexpr int kMostJobs = 1000;
-constexpr char kDepthOption[] = "--depth";
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+constexpr int mostJobs = 1000;
+constexpr char depthOption[] = "--depth";
 
 /// Processors that this process may run on.
 unsigned Processors() {
@@ -56,12 +56,12 @@ PF_PixelFormat Depth(const std::string& text) {
     if (text == "8") return PF_PixelFormat_ARGB32;
     if (text == "16") return PF_PixelFormat_ARGB64;
     if (text == "float") return PF_PixelFormat_ARGB128;
-    throw UsageError(kDepthOption + (": '" + text + "' is not 8, 16 or float"));
+    throw UsageError(depthOption + (": '" + text + "' is not 8, 16 or float"));
 }
 
 void AddControlOptions(CLI::App& app, ControlValues& controls) {
-    for (std::size_t i = 0; i < kSliderOptions.size(); ++i) {
-        app.add_option(kSliderOptions[i].option, controls.sliders[i], kSliderOptions[i].help)
+    for (std::size_t i = 0; i < sliderOptions.size(); ++i) {
+        app.add_option(sliderOptions[i].option, controls.sliders[i], sliderOptions[i].help)
             ->type_name("N");
     }
     auto* key = app.add_option("--color-key", controls.colorKey,
@@ -100,11 +100,11 @@ void AddSmooth(CLI::App& app, CommandLine& line) {
     smooth
         ->add_option("--jobs", line.jobs,
                      "pictures to smooth at a time; the number of processors by default")
-        ->check(CLI::Range(1, kMostJobs))
+        ->check(CLI::Range(1, mostJobs))
         ->type_name("N");
     AddControlOptions(*smooth, line.controls);
     smooth
-        ->add_option(kDepthOption, line.depth,
+        ->add_option(depthOption, line.depth,
                      "depth to smooth at; the file's own by default, which it keeps")
         ->type_name("8|16|float");
     smooth->add_option("--layer", line.settings.layer, "the layer of an EXR to smooth")
@@ -136,7 +136,7 @@ int Smooth(CommandLine& line, const Complain& complain) {
         throw host_kit::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
     PrepareFolders(line.output, pictures);
     OutliveReaders();
-    return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : kFailed;
+    return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : failed;
 }
 
 void ShowOptions(const CommandLine& line) {
@@ -230,10 +230,10 @@ int RunCommand(int argc, const char* const* argv, const Complain& complain) try 
     return Run(argc, argv, complain);
 } catch (const UsageError& error) {
     complain(OneLine(error.what()));
-    return kWrongUsage;
+    return wrongUsage;
 } catch (const std::exception& error) {
     complain(OneLine(error.what()));
-    return kFailed;
+    return failed;
 }
 
 }  // namespace nevrel

@@ -22,21 +22,21 @@ struct Channel16 {
 
 /// Full intensity of each kind of sample.
 template <typename T>
-inline constexpr double kFull = 1.0;
+inline constexpr double full = 1.0;
 template <>
-inline constexpr double kFull<std::uint8_t> = 255.0;
+inline constexpr double full<std::uint8_t> = 255.0;
 template <>
-inline constexpr double kFull<std::uint16_t> = 65535.0;
+inline constexpr double full<std::uint16_t> = 65535.0;
 template <>
-inline constexpr double kFull<Channel16> = 32768.0;
+inline constexpr double full<Channel16> = 32768.0;
 
 /// The sample on the scale where full intensity is 1.
 template <typename T>
 [[nodiscard]] double ToUnit(T sample) {
     if constexpr (std::is_same_v<T, Channel16>) {
-        return sample.value / kFull<T>;
+        return sample.value / full<T>;
     } else {
-        return static_cast<double>(sample) / kFull<T>;
+        return static_cast<double>(sample) / full<T>;
     }
 }
 
@@ -46,10 +46,10 @@ template <typename T>
 [[nodiscard]] T FromUnit(double unit) {
     if constexpr (std::is_same_v<T, Channel16>) {
         return {static_cast<A_u_short>(
-            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * kFull<T>))};
+            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * full<T>))};
     } else if constexpr (std::is_integral_v<T>) {
         return static_cast<T>(
-            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * kFull<T>));
+            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * full<T>));
     } else {
         using Single =
             std::conditional_t<std::is_same_v<T, half>, float, T>;  // half has no way from double

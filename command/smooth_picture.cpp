@@ -66,7 +66,7 @@ void SmoothPart(Instance& instance, const SmoothSettings& settings, const Pictur
     Render(instance, input, output, paths.input);
 
     Adapt(part, channels, picture, format, paths.output);
-    const bool keyed = instance.param(kColorKeyEnable).u.bd.value != 0;
+    const bool keyed = instance.param(idColorKeyEnable).u.bd.value != 0;
     if (keyed && channels.alpha < 0) AddAlpha(part, channels);
     if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
         ExpandGrey(part, channels);

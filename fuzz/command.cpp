@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char kModule[] = "nevrel.so";
+constexpr char moduleName[] = "nevrel.so";
 
 }  // namespace
 
@@ -18,13 +18,14 @@ CommandBench& CommandBench::get() {
 
 CommandBench::CommandBench() {
     std::filesystem::copy_file(
-        std::filesystem::read_symlink("/proc/self/exe").replace_filename(kModule), file(kModule));
-    Require(dlopen(file(kModule).c_str(), RTLD_NOW | RTLD_NODELETE) != nullptr,
+        std::filesystem::read_symlink("/proc/self/exe").replace_filename(moduleName),
+        file(moduleName));
+    Require(dlopen(file(moduleName).c_str(), RTLD_NOW | RTLD_NODELETE) != nullptr,
             "the module does not load");
 }
 
 bool CommandBench::run(const std::vector<std::string>& arguments) const {
-    const std::string module = file(kModule);
+    const std::string module = file(moduleName);
     std::vector<const char*> argv{"nevrel", "--module", module.c_str()};
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     argv.push_back(nullptr);
@@ -43,7 +44,7 @@ bool CommandBench::run(const std::vector<std::string>& arguments) const {
 int CommandBench::clear() const {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-        if (entry.path().filename() != kModule)
+        if (entry.path().filename() != moduleName)
             count += std::filesystem::remove_all(entry.path()) ? 1 : 0;
     }
     return count;

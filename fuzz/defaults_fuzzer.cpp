@@ -19,7 +19,7 @@ PF_Err TellPath(PF_ProgPtr /*effect*/, A_long /*which*/, void* data) {
 }
 
 ParamDefaults Read(const PF_InData& in) {
-    ParamDefaults defaults = kBuiltInDefaults;
+    ParamDefaults defaults = builtInDefaults;
     ReadParamDefaults(defaults, &in);
     return defaults;
 }

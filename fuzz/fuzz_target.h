@@ -50,9 +50,9 @@ class ByteSource {
     template <typename T = std::int32_t>
     T mostlySmall() {
         const int small = byte();
-        return small <= kLargestSmall ? static_cast<T>(small) : raw<T>();
+        return small <= largestSmall ? static_cast<T>(small) : raw<T>();
     }
-    static constexpr int kLargestSmall = 250;
+    static constexpr int largestSmall = 250;
 
     /// Up to `longest` bytes of what is left.
     std::string text(std::size_t longest = SIZE_MAX) {

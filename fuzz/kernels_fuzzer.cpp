@@ -27,15 +27,15 @@ void ReadChannel(ByteSource& bytes, std::uint8_t& channel) { channel = bytes.byt
 
 void ReadChannel(ByteSource& bytes, std::uint16_t& channel) {
     const auto value = bytes.mostlySmall<std::uint16_t>();
-    channel = value <= ByteSource::kLargestSmall
-                  ? static_cast<std::uint16_t>(value * 32768 / ByteSource::kLargestSmall)
+    channel = value <= ByteSource::largestSmall
+                  ? static_cast<std::uint16_t>(value * 32768 / ByteSource::largestSmall)
                   : value;
 }
 
 void ReadChannel(ByteSource& bytes, float& channel) {
     const int small = bytes.byte();
-    channel = small <= ByteSource::kLargestSmall
-                  ? static_cast<float>(small) / ByteSource::kLargestSmall
+    channel = small <= ByteSource::largestSmall
+                  ? static_cast<float>(small) / ByteSource::largestSmall
                   : bytes.raw<float>();
 }
 

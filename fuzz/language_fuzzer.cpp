@@ -24,8 +24,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Require(Parse(upper) == code, "the case of a letter counts");
 
     // The line may end inside a quoted stretch.
-    Require(Parse(line + " x -L JP") == kLanguageJapanese ||
-                Parse(line + "\" x -L JP") == kLanguageJapanese,
+    Require(Parse(line + " x -L JP") == languageJapanese ||
+                Parse(line + "\" x -L JP") == languageJapanese,
             "the last option does not count");
     const bool quotable = line.find('"') == std::string::npos;
     Require(!quotable || Parse('"' + line) == 0, "an option in quotes counts");

@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr std::size_t kMostBytes = std::size_t{256} << 20;
+constexpr std::size_t mostBytes = std::size_t{256} << 20;
 
 void* Allocate(std::size_t size) {
-    return size > kMostBytes ? nullptr : std::malloc(size == 0 ? 1 : size);
+    return size > mostBytes ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 
 void* AllocateOrThrow(std::size_t size) {

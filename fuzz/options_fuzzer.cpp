@@ -21,7 +21,7 @@ const std::vector<std::string>& Words() {
 }
 
 /// A picture of one grey pixel.
-constexpr char kBitmap[] =
+constexpr char bitmap[] =
     "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0\0\0\0\0\0\0"
     "\0\0\0\0\0"
     "\0\0\0\0\0"
@@ -41,7 +41,7 @@ std::string ReadArgument(ByteSource& bytes) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const CommandBench& bench = CommandBench::get();
-    WriteText(bench.file("in.bmp"), std::string(kBitmap, sizeof kBitmap));
+    WriteText(bench.file("in.bmp"), std::string(bitmap, sizeof bitmap));
     ByteSource bytes(data, size);
     std::vector<std::string> arguments;
     for (int count = bytes.below(12); count > 0; --count) arguments.push_back(ReadArgument(bytes));

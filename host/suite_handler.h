@@ -6,7 +6,7 @@
 
 #include "sdk/effect_api.h"
 
-inline constexpr std::size_t kSuiteCount = 7;
+inline constexpr std::size_t suiteCount = 7;
 
 /// Where a suite is found: its name and version on the wire, and the handler's slot for it.
 struct SuiteKey {
@@ -17,23 +17,23 @@ struct SuiteKey {
 
 /// The key of a suite by its record. Two versions of one suite are two records and two keys.
 template <typename Suite>
-inline constexpr SuiteKey kSuiteKey{kSuiteCount, "", 0};
+inline constexpr SuiteKey suiteKey{suiteCount, "", 0};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_HandleSuite1>{0, kPFHandleSuite, kPFHandleSuiteVersion1};
+inline constexpr SuiteKey suiteKey<PF_HandleSuite1>{0, kPFHandleSuite, kPFHandleSuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_ANSICallbacksSuite1>{1, kPFANSISuite, kPFANSISuiteVersion1};
+inline constexpr SuiteKey suiteKey<PF_ANSICallbacksSuite1>{1, kPFANSISuite, kPFANSISuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_WorldSuite1>{2, kPFWorldSuite, kPFWorldSuiteVersion1};
+inline constexpr SuiteKey suiteKey<PF_WorldSuite1>{2, kPFWorldSuite, kPFWorldSuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_WorldSuite2>{3, kPFWorldSuite, kPFWorldSuiteVersion2};
+inline constexpr SuiteKey suiteKey<PF_WorldSuite2>{3, kPFWorldSuite, kPFWorldSuiteVersion2};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_WorldTransformSuite1>{4, kPFWorldTransformSuite,
-                                                             kPFWorldTransformSuiteVersion1};
+inline constexpr SuiteKey suiteKey<PF_WorldTransformSuite1>{4, kPFWorldTransformSuite,
+                                                            kPFWorldTransformSuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PF_ParamUtilsSuite1>{5, kPFParamUtilsSuite,
-                                                         kPFParamUtilsSuiteVersion1};
+inline constexpr SuiteKey suiteKey<PF_ParamUtilsSuite1>{5, kPFParamUtilsSuite,
+                                                        kPFParamUtilsSuiteVersion1};
 template <>
-inline constexpr SuiteKey kSuiteKey<PFAppSuite4>{6, kPFAppSuite, kPFAppSuiteVersion4};
+inline constexpr SuiteKey suiteKey<PFAppSuite4>{6, kPFAppSuite, kPFAppSuiteVersion4};
 
 /// Acquires suites on demand and releases them all when it goes, also when an error is thrown past
 /// it. Lives on the stack of one handler; neither copied nor shared between threads.
@@ -49,8 +49,8 @@ class SuiteHandler {
     /// does not give it.
     template <typename Suite>
     [[nodiscard]] const Suite& get() {
-        static_assert(kSuiteKey<Suite>.slot < kSuiteCount, "not a suite that the handler knows");
-        return *static_cast<const Suite*>(acquire(kSuiteKey<Suite>));
+        static_assert(suiteKey<Suite>.slot < suiteCount, "not a suite that the handler knows");
+        return *static_cast<const Suite*>(acquire(suiteKey<Suite>));
     }
 
   private:
@@ -62,5 +62,5 @@ class SuiteHandler {
     const void* acquire(const SuiteKey& key);
 
     SPBasicSuite* basicSuite_;
-    std::array<Slot, kSuiteCount> slots_;
+    std::array<Slot, suiteCount> slots_;
 };

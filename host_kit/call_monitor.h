@@ -40,8 +40,7 @@ enum class HostCall {
     CheckinLayerPixels,
     CheckoutOutput,
 };
-inline constexpr std::size_t kHostCallCount =
-    static_cast<std::size_t>(HostCall::CheckoutOutput) + 1;
+inline constexpr std::size_t hostCallCount = static_cast<std::size_t>(HostCall::CheckoutOutput) + 1;
 
 /// How a call fails. A call that gives something back still takes it back when it reports an error.
 enum class FaultShape {
@@ -103,7 +102,7 @@ class CallMonitor {
     [[nodiscard]] CallVerdict judge(HostCall call);
 
     mutable std::mutex mutex_;
-    std::array<int, kHostCallCount> counts_{};
+    std::array<int, hostCallCount> counts_{};
     std::optional<Fault> fault_;
     int matched_ = 0;
     int fired_ = 0;

@@ -23,7 +23,7 @@ struct CommandResult {
 };
 
 /// The pseudo-command under which pre-render data is deleted.
-inline constexpr PF_Cmd kDeletePreRenderData = -1;
+inline constexpr PF_Cmd deletePreRenderDataSelector = -1;
 
 /// Lives on the stack of the thread that sends the command and is the thread's current command
 /// meanwhile. Half of the host's functions get no effect_ref, so all of them find their host

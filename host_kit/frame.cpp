@@ -8,7 +8,7 @@
 namespace host_kit {
 namespace {
 
-constexpr A_long kAllChannels = 0xF;
+constexpr A_long allChannels = 0xF;
 
 PF_LRect Intersection(const PF_LRect& a, const PF_LRect& b) {
     const PF_LRect both{std::max(a.left, b.left), std::max(a.top, b.top),
@@ -30,7 +30,7 @@ Frame::~Frame() { deletePreRenderData(); }
 PF_RenderRequest Frame::request() const {
     PF_RenderRequest request{};
     request.rect = wanted_;
-    request.channel_mask = kAllChannels;
+    request.channel_mask = allChannels;
     return request;
 }
 
@@ -85,7 +85,7 @@ void Frame::deletePreRenderData() {
     const auto handle = static_cast<PF_Handle>(data);
     if (output_.delete_pre_render_data_func != nullptr) {
         const int faultsBefore = host.calls.faultsFired();
-        const Command command(host, kDeletePreRenderData);
+        const Command command(host, deletePreRenderDataSelector);
         output_.delete_pre_render_data_func(data);
         const bool prevented = host.calls.faultsFired() != faultsBefore;
         command.expect(prevented || !host.handles.owns(handle),

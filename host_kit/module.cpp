@@ -12,7 +12,7 @@
 namespace host_kit {
 namespace {
 
-constexpr char kEntryPointName[] = "EntryPointFunc";
+constexpr char entryPointName[] = "EntryPointFunc";
 
 #ifdef _WIN32
 
@@ -63,11 +63,11 @@ Module::Module(const std::filesystem::path& path) : path_(std::filesystem::absol
         throw ModuleError(Complaint(path, "is a folder, not a module"));
     library_ = OpenLibrary(path_);
     if (library_ == nullptr) throw ModuleError(Complaint(path, OpenLibraryError()));
-    entryPoint_ = reinterpret_cast<PF_EntryPoint>(FindExport(library_, kEntryPointName));
+    entryPoint_ = reinterpret_cast<PF_EntryPoint>(FindExport(library_, entryPointName));
     if (entryPoint_ == nullptr) {
         CloseLibrary(library_);
         throw ModuleError(
-            Complaint(path, std::string("is no effect module: it exports no ") + kEntryPointName));
+            Complaint(path, std::string("is no effect module: it exports no ") + entryPointName));
     }
 }
 

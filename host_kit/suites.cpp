@@ -60,8 +60,8 @@ A_HandleSize GetHandleSize(PF_Handle handle) {
     return host.handles.bytes(handle).size();
 }
 
-const PF_HandleSuite1 kHandleSuite{NewHandle,     LockHandle,    UnlockHandle,
-                                   DisposeHandle, GetHandleSize, nullptr};
+const PF_HandleSuite1 handleSuite{NewHandle,     LockHandle,    UnlockHandle,
+                                  DisposeHandle, GetHandleSize, nullptr};
 
 // PF World Suite
 
@@ -105,7 +105,7 @@ PF_Err DisposeWorld(PF_ProgPtr effectRef, PF_EffectWorld* record) {
     return verdict.result();
 }
 
-const PF_WorldSuite1 kWorldSuite1{NewWorld, DisposeWorld};
+const PF_WorldSuite1 worldSuite1{NewWorld, DisposeWorld};
 
 PF_Err GetPixelFormat(const PF_EffectWorld* record, PF_PixelFormat* format) {
     const Command& command = Command::current();
@@ -117,7 +117,7 @@ PF_Err GetPixelFormat(const PF_EffectWorld* record, PF_PixelFormat* format) {
     return PF_Err_NONE;
 }
 
-const PF_WorldSuite2 kWorldSuite2{nullptr, nullptr, GetPixelFormat};
+const PF_WorldSuite2 worldSuite2{nullptr, nullptr, GetPixelFormat};
 
 // PF World Transform Suite
 
@@ -142,7 +142,7 @@ PF_Err CopyWorld(PF_ProgPtr effectRef, PF_EffectWorld* source, PF_EffectWorld* t
     return PF_Err_NONE;
 }
 
-const PF_WorldTransformSuite1 kWorldTransformSuite{nullptr, nullptr, nullptr, CopyWorld, {}};
+const PF_WorldTransformSuite1 worldTransformSuite{nullptr, nullptr, nullptr, CopyWorld, {}};
 
 // PF Param Utils Suite, PF AE App Suite, PF ANSI Suite
 
@@ -161,7 +161,7 @@ PF_Err UpdateParamUi(PF_ProgPtr effectRef, PF_ParamIndex index, const PF_ParamDe
     return instance->updateControl(index, *def) ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;
 }
 
-const PF_ParamUtilsSuite1 kParamUtilsSuite{UpdateParamUi, {}};
+const PF_ParamUtilsSuite1 paramUtilsSuite{UpdateParamUi, {}};
 
 PF_Err IsRenderEngine(PF_Boolean* renderEngine) {
     const Host& host = Command::current().host;
@@ -172,9 +172,9 @@ PF_Err IsRenderEngine(PF_Boolean* renderEngine) {
     return PF_Err_NONE;
 }
 
-const PFAppSuite4 kAppSuite{{}, IsRenderEngine, {}};
+const PFAppSuite4 appSuite{{}, IsRenderEngine, {}};
 
-const PF_ANSICallbacksSuite1 kAnsiSuite{{}, Sprintf, Strcpy, nullptr, nullptr};
+const PF_ANSICallbacksSuite1 ansiSuite{{}, Sprintf, Strcpy, nullptr, nullptr};
 
 // The basic suite
 
@@ -184,23 +184,23 @@ struct SuiteEntry {
     const void* suite;
 };
 
-constexpr std::array<SuiteEntry, 7> kSuites{{
-    {kPFHandleSuite, kPFHandleSuiteVersion1, &kHandleSuite},
-    {kPFANSISuite, kPFANSISuiteVersion1, &kAnsiSuite},
-    {kPFWorldSuite, kPFWorldSuiteVersion1, &kWorldSuite1},
-    {kPFWorldSuite, kPFWorldSuiteVersion2, &kWorldSuite2},
-    {kPFWorldTransformSuite, kPFWorldTransformSuiteVersion1, &kWorldTransformSuite},
-    {kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1, &kParamUtilsSuite},
-    {kPFAppSuite, kPFAppSuiteVersion4, &kAppSuite},
+constexpr std::array<SuiteEntry, 7> suites{{
+    {kPFHandleSuite, kPFHandleSuiteVersion1, &handleSuite},
+    {kPFANSISuite, kPFANSISuiteVersion1, &ansiSuite},
+    {kPFWorldSuite, kPFWorldSuiteVersion1, &worldSuite1},
+    {kPFWorldSuite, kPFWorldSuiteVersion2, &worldSuite2},
+    {kPFWorldTransformSuite, kPFWorldTransformSuiteVersion1, &worldTransformSuite},
+    {kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1, &paramUtilsSuite},
+    {kPFAppSuite, kPFAppSuiteVersion4, &appSuite},
 }};
 
-constexpr A_long kNoSuchSuite = PF_Err_BAD_CALLBACK_PARAM;
+constexpr A_long noSuchSuite = PF_Err_BAD_CALLBACK_PARAM;
 
 const SuiteEntry* FindSuite(const char* name, A_long version) {
-    const auto found = std::find_if(kSuites.begin(), kSuites.end(), [=](const SuiteEntry& entry) {
+    const auto found = std::find_if(suites.begin(), suites.end(), [=](const SuiteEntry& entry) {
         return entry.version == version && std::strcmp(entry.name, name) == 0;
     });
-    return found == kSuites.end() ? nullptr : &*found;
+    return found == suites.end() ? nullptr : &*found;
 }
 
 A_long AcquireSuite(const char* name, A_long version, const void** suite) {
@@ -209,7 +209,7 @@ A_long AcquireSuite(const char* name, A_long version, const void** suite) {
     *suite = nullptr;
     if (verdict.fault) return verdict.result();
     const SuiteEntry* entry = FindSuite(name, version);
-    if (entry == nullptr) return kNoSuchSuite;
+    if (entry == nullptr) return noSuchSuite;
     *suite = entry->suite;
     command.lend(LoanKind::Suite, entry, std::string(name) + " " + std::to_string(version));
     return PF_Err_NONE;
@@ -219,8 +219,8 @@ A_long ReleaseSuite(const char* name, A_long version) {
     const Command& command = Command::current();
     const CallVerdict verdict = command.host.calls.enter(HostCall::ReleaseSuite, version, name);
     const SuiteEntry* entry = FindSuite(name, version);
-    if (!command.allows(entry != nullptr, "release of an unknown suite")) return kNoSuchSuite;
-    return command.giveBack(LoanKind::Suite, entry) ? verdict.result() : kNoSuchSuite;
+    if (!command.allows(entry != nullptr, "release of an unknown suite")) return noSuchSuite;
+    return command.giveBack(LoanKind::Suite, entry) ? verdict.result() : noSuchSuite;
 }
 
 }  // namespace

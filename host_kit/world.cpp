@@ -10,8 +10,8 @@
 namespace host_kit {
 namespace {
 
-constexpr std::size_t kGuardBytes = 2048;
-constexpr std::align_val_t kAlignment{64};
+constexpr std::size_t guardBytes = 2048;
+constexpr std::align_val_t alignment{64};
 
 std::byte Noise(std::size_t index, std::uint32_t seed) {
     const std::uint64_t mixed = (static_cast<std::uint64_t>(index) + seed) * 0x9E3779B97F4A7C15U;
@@ -19,9 +19,9 @@ std::byte Noise(std::size_t index, std::uint32_t seed) {
 }
 
 std::byte* NewBlock(std::size_t size) {
-    return static_cast<std::byte*>(::operator new[](size, kAlignment));
+    return static_cast<std::byte*>(::operator new[](size, alignment));
 }
-void FreeBlock(std::byte* block) { ::operator delete[](block, kAlignment); }
+void FreeBlock(std::byte* block) { ::operator delete[](block, alignment); }
 
 /// Blocks that a thread's images gave back. The frames of a sequence are alike, so the next one
 /// takes them again: that spares the system the work of mapping fresh pages for each frame, and
@@ -85,10 +85,10 @@ World::World(PF_PixelFormat format, A_long width, A_long height, const MemorySty
     const std::int64_t pitch = rowBytes + style.padding;
     if (pitch > std::numeric_limits<A_long>::max()) throw std::bad_alloc();
     const std::size_t lead =
-        static_cast<std::size_t>(style.misalignment) + (style.guarded ? kGuardBytes : 0);
+        static_cast<std::size_t>(style.misalignment) + (style.guarded ? guardBytes : 0);
     const auto toLastRow = static_cast<std::size_t>(pitch) * static_cast<std::size_t>(height - 1);
     size_ =
-        lead + toLastRow + static_cast<std::size_t>(rowBytes) + (style.guarded ? kGuardBytes : 0);
+        lead + toLastRow + static_cast<std::size_t>(rowBytes) + (style.guarded ? guardBytes : 0);
     std::byte* kept = style.pooled ? keptBlocks.take(size_) : nullptr;
     block_ = {kept != nullptr ? kept : NewBlock(size_), GiveBack{style.pooled ? size_ : 0}};
     if (style.guarded) {

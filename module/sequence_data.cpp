@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr SequenceData kFreshRecord{1, {0, 0, 0}};
+constexpr SequenceData freshRecord{1, {0, 0, 0}};
 
 /// Puts a record of its own, with the contents given, into `outData`.
 PF_Err StoreRecord(const PF_HandleSuite1& suite, const void* contents, PF_OutData* outData) {
@@ -28,7 +28,7 @@ bool IsOwnRecord(const PF_HandleSuite1& suite, PF_Handle handle, const void* byt
     SequenceData record;
     if (suite.host_get_handle_size(handle) < sizeof record) return false;
     std::memcpy(&record, bytes, sizeof record);
-    return record.valid == kFreshRecord.valid;
+    return record.valid == freshRecord.valid;
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ bool IsOwnRecord(const PF_HandleSuite1& suite, PF_Handle handle, const void* byt
 PF_Err SequenceSetup(const PF_InData* inData, PF_OutData* outData) {
     assert(inData != nullptr && outData != nullptr);
     SuiteHandler suites(inData->pica_basicP);
-    return StoreRecord(suites.get<PF_HandleSuite1>(), &kFreshRecord, outData);
+    return StoreRecord(suites.get<PF_HandleSuite1>(), &freshRecord, outData);
 }
 
 PF_Err SequenceResetup(const PF_InData* inData, PF_OutData* outData) {
@@ -45,7 +45,7 @@ PF_Err SequenceResetup(const PF_InData* inData, PF_OutData* outData) {
     const auto& suite = suites.get<PF_HandleSuite1>();
     // The fresh record comes first: whatever is wrong with the stored one, the instance has a
     // record.
-    const PF_Err code = StoreRecord(suite, &kFreshRecord, outData);
+    const PF_Err code = StoreRecord(suite, &freshRecord, outData);
     if (code != PF_Err_NONE || inData->sequence_data == nullptr) return code;
     const HandleLock stored(suite, inData->sequence_data);
     if (stored.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
@@ -63,7 +63,7 @@ PF_Err SequenceFlatten(const PF_InData* inData, PF_OutData* outData) {
     const auto& suite = suites.get<PF_HandleSuite1>();
     const HandleLock live(suite, inData->sequence_data);
     if (live.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
-    if (!IsRenderEngine(inData)) std::memcpy(live.data(), &kFreshRecord, sizeof(SequenceData));
+    if (!IsRenderEngine(inData)) std::memcpy(live.data(), &freshRecord, sizeof(SequenceData));
     return StoreRecord(suite, live.data(), outData);
 }
 

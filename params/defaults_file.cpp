@@ -13,8 +13,8 @@ struct ValueKey {
     std::int32_t EffectValues::*field;
 };
 
-constexpr char kValuesSection[] = "defaults";
-constexpr ValueKey kValueKeys[] = {
+constexpr char valuesSection[] = "defaults";
+constexpr ValueKey valueKeys[] = {
     {"ColorThreshold", &EffectValues::colorThreshold},
     {"Softness", &EffectValues::softness},
     {"Bias", &EffectValues::bias},
@@ -26,8 +26,8 @@ constexpr ValueKey kValueKeys[] = {
     {"ColorkeyInvert", &EffectValues::keyInvert},
 };
 
-constexpr char kLayoutSection[] = "ui";
-constexpr char kGroupKey[] = "ColorkeyGroup";
+constexpr char layoutSection[] = "ui";
+constexpr char groupKey[] = "ColorkeyGroup";
 
 void ReadValue(const std::string& path, const char* section, const char* key, std::int32_t& value) {
     value = static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, value, path.c_str()));
@@ -63,18 +63,18 @@ void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData) {
     const std::string path = DefaultsFilePath(inData);
     if (path.empty()) return;
     if (!hostIgnoresDefaults(inData)) {
-        for (const ValueKey& key : kValueKeys)
-            ReadValue(path, kValuesSection, key.name, defaults.*key.field);
+        for (const ValueKey& key : valueKeys)
+            ReadValue(path, valuesSection, key.name, defaults.*key.field);
     }
-    ReadValue(path, kLayoutSection, kGroupKey, defaults.colorKeyGroup);
+    ReadValue(path, layoutSection, groupKey, defaults.colorKeyGroup);
 }
 
 void WriteParamDefaults(const ParamDefaults& defaults, const PF_InData* inData) {
     const std::string path = DefaultsFilePath(inData);
     if (path.empty()) return;
     if (!hostIgnoresDefaults(inData)) {
-        for (const ValueKey& key : kValueKeys)
-            WriteValue(path, kValuesSection, key.name, defaults.*key.field);
+        for (const ValueKey& key : valueKeys)
+            WriteValue(path, valuesSection, key.name, defaults.*key.field);
     }
-    WriteValue(path, kLayoutSection, kGroupKey, defaults.colorKeyGroup);
+    WriteValue(path, layoutSection, groupKey, defaults.colorKeyGroup);
 }

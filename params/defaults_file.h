@@ -16,16 +16,16 @@ struct ParamDefaults : EffectValues {
 static_assert(sizeof(ParamDefaults) == 40, "ten 32-bit integers");
 
 /// The factory defaults.
-inline constexpr ParamDefaults kBuiltInDefaults{{.colorThreshold = 10,
-                                                 .softness = 70,
-                                                 .bias = 0,
-                                                 .colorKeyEnable = 0,
-                                                 .keyRed = 255,
-                                                 .keyGreen = 255,
-                                                 .keyBlue = 255,
-                                                 .keyThreshold = 0,
-                                                 .keyInvert = 0},
-                                                1};
+inline constexpr ParamDefaults builtInDefaults{{.colorThreshold = 10,
+                                                .softness = 70,
+                                                .bias = 0,
+                                                .colorKeyEnable = 0,
+                                                .keyRed = 255,
+                                                .keyGreen = 255,
+                                                .keyBlue = 255,
+                                                .keyThreshold = 0,
+                                                .keyInvert = 0},
+                                               1};
 
 /// Whether stored values do not reach the host's controls: After Effects below version 12.12 of its
 /// effect interface. The layout choice counts everywhere.

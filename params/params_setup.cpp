@@ -11,18 +11,18 @@ namespace {
 
 /// The ids by which saved projects know the controls.
 enum ParamId : A_long {
-    kIdColorThreshold = 1,
-    kIdSoftness = 2,
-    kIdColorKeyEnable = 3,
-    kIdKeyColor = 4,
-    kIdKeyThreshold = 5,
-    kIdKeyInvert = 6,
-    kIdBias = 7,
-    kIdGroupStart = 1000,
-    kIdGroupEnd = 1001,
+    idColorThreshold = 1,
+    idSoftness = 2,
+    idColorKeyEnable = 3,
+    idKeyColor = 4,
+    idKeyThreshold = 5,
+    idKeyInvert = 6,
+    idBias = 7,
+    idGroupStart = 1000,
+    idGroupEnd = 1001,
 };
 
-constexpr PF_ParamIndex kAppend = -1;
+constexpr PF_ParamIndex append = -1;
 
 /// Adds controls one after the other, all through one record: what a control does not name stays as
 /// the one before left it.
@@ -75,7 +75,7 @@ class ParamList {
         def_.uu.id = id;
         def_.param_type = type;
         def_.flags = flags;
-        const PF_Err code = inData_->inter.add_param(inData_->effect_ref, kAppend, &def_);
+        const PF_Err code = inData_->inter.add_param(inData_->effect_ref, append, &def_);
         if (code != PF_Err_NONE) throw PF_Err{code};
         ++size_;
     }
@@ -86,14 +86,14 @@ class ParamList {
 };
 
 void AddColorKeyControls(ParamList& list, const ParamDefaults& defaults) {
-    list.addCheckbox(kIdColorKeyEnable, TextId::ColorKeyEnable, TextId::ColorKeyEnableLabel,
+    list.addCheckbox(idColorKeyEnable, TextId::ColorKeyEnable, TextId::ColorKeyEnableLabel,
                      defaults.colorKeyEnable, PF_ParamFlag_SUPERVISE);
     list.addColor(
-        kIdKeyColor, TextId::KeyColor,
+        idKeyColor, TextId::KeyColor,
         {255, static_cast<A_u_char>(defaults.keyRed), static_cast<A_u_char>(defaults.keyGreen),
          static_cast<A_u_char>(defaults.keyBlue)});
-    list.addSlider(kIdKeyThreshold, TextId::KeyThreshold, 0, 255, defaults.keyThreshold);
-    list.addCheckbox(kIdKeyInvert, TextId::KeyInvert, TextId::KeyInvertLabel, defaults.keyInvert);
+    list.addSlider(idKeyThreshold, TextId::KeyThreshold, 0, 255, defaults.keyThreshold);
+    list.addCheckbox(idKeyInvert, TextId::KeyInvert, TextId::KeyInvertLabel, defaults.keyInvert);
 }
 
 }  // namespace
@@ -102,15 +102,15 @@ PF_Err ParamsSetup(const PF_InData* inData, PF_OutData* outData) {
     assert(inData != nullptr && outData != nullptr);
     const SuiteHandler suites(inData->pica_basicP);
     ParamList list(inData, IsRenderEngine(inData) ? PF_PUI_DISABLED : 0);
-    ParamDefaults defaults = kBuiltInDefaults;
+    ParamDefaults defaults = builtInDefaults;
     ReadParamDefaults(defaults, inData);
 
-    list.addSlider(kIdColorThreshold, TextId::ColorThreshold, 1, 255, defaults.colorThreshold);
-    list.addSlider(kIdSoftness, TextId::Softness, 0, 100, defaults.softness);
-    list.addSlider(kIdBias, TextId::Bias, 0, 100, defaults.bias);
-    if (defaults.colorKeyGroup != 0) list.addGroupStart(kIdGroupStart, TextId::ColorKeyGroup);
+    list.addSlider(idColorThreshold, TextId::ColorThreshold, 1, 255, defaults.colorThreshold);
+    list.addSlider(idSoftness, TextId::Softness, 0, 100, defaults.softness);
+    list.addSlider(idBias, TextId::Bias, 0, 100, defaults.bias);
+    if (defaults.colorKeyGroup != 0) list.addGroupStart(idGroupStart, TextId::ColorKeyGroup);
     AddColorKeyControls(list, defaults);
-    if (defaults.colorKeyGroup != 0) list.addGroupEnd(kIdGroupEnd);
+    if (defaults.colorKeyGroup != 0) list.addGroupEnd(idGroupEnd);
 
     outData->num_params = list.size();
     return PF_Err_NONE;

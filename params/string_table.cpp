@@ -13,7 +13,7 @@ struct StringRecord {
 
 // The Japanese texts are written as code page 932 bytes, so that the source file's encoding does
 // not matter.
-constexpr StringRecord kStringTable[] = {
+constexpr StringRecord stringTable[] = {
     {TextId::EffectName, "nevrel", nullptr},
     {TextId::Copyright, "Copyright (c) 2026 The nevrel authors", nullptr},
     {TextId::ColorThreshold, "color threshold", nullptr},
@@ -56,13 +56,13 @@ constexpr StringRecord kStringTable[] = {
 
 bool IsJapanese() {
     const A_long language = UiLanguage();
-    return language == kLanguageJapanese || (language == 0 && _getmbcp() == 932);
+    return language == languageJapanese || (language == 0 && _getmbcp() == 932);
 }
 
 }  // namespace
 
 const char* LookupString(TextId id) {
-    for (const StringRecord& record : kStringTable) {
+    for (const StringRecord& record : stringTable) {
         if (record.id == id)
             return record.english == nullptr || IsJapanese() ? record.text : record.english;
     }

@@ -5,7 +5,7 @@
 
 /// A language code holds the last four letters of the language option's word, the last one in the
 /// lowest byte.
-inline constexpr A_long kLanguageJapanese = 0x4A50;  // "JP"
+inline constexpr A_long languageJapanese = 0x4A50;  // "JP"
 
 /// The code that the option -L gives on a command line, for example 0x4A50 for `-L jp`; 0 without
 /// the option. An option follows a blank or a tab; double-quoted stretches hold none. The last of

@@ -14,7 +14,7 @@ class ControlUpdater {
     ControlUpdater(SuiteHandler& suites, const PF_InData* inData, PF_ParamDef* const params[])
         : suites_(suites), inData_(inData), params_(params), map_(ParamIndexMapOf(params)) {}
 
-    [[nodiscard]] bool has(ParamRole role) const { return map_[role] != kNoParam; }
+    [[nodiscard]] bool has(ParamRole role) const { return map_[role] != noParam; }
     [[nodiscard]] const PF_ParamDef& operator[](ParamRole role) const {
         return *params_[map_[role]];
     }

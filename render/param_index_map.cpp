@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr ParamIndexMap kFlatLayout{{0, 1, 2, 3, kNoParam, 4, 5, 6, 7, kNoParam}};
-constexpr ParamIndexMap kGroupedLayout{{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}};
+constexpr ParamIndexMap flatLayout{{0, 1, 2, 3, noParam, 4, 5, 6, 7, noParam}};
+constexpr ParamIndexMap groupedLayout{{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}};
 
 // Both layouts are constants, so whoever sees the pointer sees every entry.
 std::atomic<const ParamIndexMap*> currentMap{nullptr};
@@ -17,7 +17,7 @@ const ParamIndexMap* CurrentParamIndexMap() { return currentMap.load(std::memory
 
 const ParamIndexMap& ChooseParamIndexMap(PF_ParamType layoutParamType) {
     const ParamIndexMap* chosen =
-        layoutParamType == PF_Param_CHECKBOX ? &kFlatLayout : &kGroupedLayout;
+        layoutParamType == PF_Param_CHECKBOX ? &flatLayout : &groupedLayout;
     const ParamIndexMap* earlier = nullptr;
     return currentMap.compare_exchange_strong(earlier, chosen, std::memory_order_acq_rel)
                ? *chosen
@@ -27,5 +27,5 @@ const ParamIndexMap& ChooseParamIndexMap(PF_ParamType layoutParamType) {
 const ParamIndexMap& ParamIndexMapOf(PF_ParamDef* const params[]) {
     assert(params != nullptr);
     const ParamIndexMap* map = CurrentParamIndexMap();
-    return map != nullptr ? *map : ChooseParamIndexMap(params[kLayoutParam]->param_type);
+    return map != nullptr ? *map : ChooseParamIndexMap(params[layoutParam]->param_type);
 }

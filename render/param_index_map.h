@@ -21,13 +21,13 @@ enum class ParamRole : std::size_t {
 };
 
 /// The index of a role that the layout does not have.
-inline constexpr PF_ParamIndex kNoParam = -1;
+inline constexpr PF_ParamIndex noParam = -1;
 
 /// The input layer, which the host puts first in every layout.
-inline constexpr PF_ParamIndex kInputLayerParam = 0;
+inline constexpr PF_ParamIndex inputLayerParam = 0;
 
 /// The parameter whose type tells the layouts apart.
-inline constexpr PF_ParamIndex kLayoutParam = 4;
+inline constexpr PF_ParamIndex layoutParam = 4;
 
 /// The indices of one of the two layouts, with or without the colour-key group.
 class ParamIndexMap {
@@ -35,7 +35,7 @@ class ParamIndexMap {
     constexpr explicit ParamIndexMap(const std::array<PF_ParamIndex, 10>& indices)
         : indices_(indices) {}
 
-    /// The role's index, or kNoParam.
+    /// The role's index, or noParam.
     [[nodiscard]] constexpr PF_ParamIndex operator[](ParamRole role) const {
         return indices_[static_cast<std::size_t>(role)];
     }
@@ -48,7 +48,7 @@ class ParamIndexMap {
 /// until then.
 [[nodiscard]] const ParamIndexMap* CurrentParamIndexMap();
 
-/// The process's map, chosen now if it is not yet, from the type of the parameter at kLayoutParam.
+/// The process's map, chosen now if it is not yet, from the type of the parameter at layoutParam.
 const ParamIndexMap& ChooseParamIndexMap(PF_ParamType layoutParamType);
 
 /// The process's map, chosen now if it is not yet, from the host's parameter array.

@@ -5,10 +5,10 @@
 namespace {
 
 /// The controls, in the order in which they are checked out.
-constexpr ParamRole kControls[] = {ParamRole::ColorThreshold, ParamRole::Softness,
-                                   ParamRole::Bias,           ParamRole::KeyThreshold,
-                                   ParamRole::KeyInvert,      ParamRole::ColorKeyEnable,
-                                   ParamRole::KeyColor};
+constexpr ParamRole controls[] = {ParamRole::ColorThreshold, ParamRole::Softness,
+                                  ParamRole::Bias,           ParamRole::KeyThreshold,
+                                  ParamRole::KeyInvert,      ParamRole::ColorKeyEnable,
+                                  ParamRole::KeyColor};
 
 void StoreValue(EffectValues& values, ParamRole role, const PF_ParamDefUnion& value) {
     switch (role) {
@@ -68,7 +68,7 @@ class CheckedOutParam {
 /// Makes sure that the process has its map.
 PF_Err CheckoutLayout(const PF_InData* inData) {
     if (CurrentParamIndexMap() != nullptr) return PF_Err_NONE;
-    const CheckedOutParam param(inData, kLayoutParam);
+    const CheckedOutParam param(inData, layoutParam);
     if (param.code() == PF_Err_NONE) ChooseParamIndexMap(param.def().param_type);
     return param.code();
 }
@@ -77,13 +77,13 @@ PF_Err CheckoutLayout(const PF_InData* inData) {
 
 void FillJobFromParams(EffectValues& values, PF_ParamDef* const params[]) {
     const ParamIndexMap& map = ParamIndexMapOf(params);
-    for (const ParamRole role : kControls) StoreValue(values, role, params[map[role]]->u);
+    for (const ParamRole role : controls) StoreValue(values, role, params[map[role]]->u);
 }
 
 PF_Err CheckoutPreRenderParams(PreRenderParams& values, const PF_InData* inData) {
     if (const PF_Err code = CheckoutLayout(inData)) return code;
     const ParamIndexMap& map = *CurrentParamIndexMap();
-    for (const ParamRole role : kControls) {
+    for (const ParamRole role : controls) {
         const CheckedOutParam param(inData, map[role]);
         if (param.code() != PF_Err_NONE) return param.code();
         StoreValue(values, role, param.def().u);

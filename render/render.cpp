@@ -39,7 +39,7 @@ PF_Err Render(PF_InData* inData, PF_OutData* /*outData*/, PF_ParamDef* params[],
               PF_LayerDef* output) {
     assert(inData != nullptr && params != nullptr && output != nullptr);
     SuiteHandler suites(inData->pica_basicP);
-    PF_EffectWorld* input = &params[kInputLayerParam]->u.ld;
+    PF_EffectWorld* input = &params[inputLayerParam]->u.ld;
     if (inData->appl_id == PF_AppID_Premiere) {
         return suites.get<PF_WorldTransformSuite1>().copy(inData->effect_ref, input, output,
                                                           nullptr, nullptr);

@@ -4,4 +4,4 @@
 #include "sdk/effect_types.h"
 
 /// The id under which the input layer is checked out.
-inline constexpr A_long kInputCheckoutId = 0;
+inline constexpr A_long inputCheckoutId = 0;

@@ -42,8 +42,8 @@ PF_LRect Union(const PF_LRect& a, const PF_LRect& b) {
 PF_Err CheckoutInput(const PF_InData* inData, const PF_RenderRequest& request,
                      PF_PreRenderExtra* extra) {
     PF_CheckoutResult layer{};
-    const PF_Err code = extra->cb->checkout_layer(inData->effect_ref, kInputLayerParam,
-                                                  kInputCheckoutId, &request, inData->current_time,
+    const PF_Err code = extra->cb->checkout_layer(inData->effect_ref, inputLayerParam,
+                                                  inputCheckoutId, &request, inData->current_time,
                                                   inData->time_step, inData->time_scale, &layer);
     if (code != PF_Err_NONE) return code;
     PF_PreRenderOutput& output = *extra->output;

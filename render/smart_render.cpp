@@ -47,7 +47,7 @@ bool ReadPreRenderParams(const PF_HandleSuite1& suite, void* preRenderData, Effe
 PF_Err CheckoutWorlds(const PF_SmartRenderCallbacks& host, RenderJob& job) {
     const PF_InData& in = *job.inData;
     if (const PF_Err code =
-            host.checkout_layer_pixels(in.effect_ref, kInputCheckoutId, &job.inputWorld))
+            host.checkout_layer_pixels(in.effect_ref, inputCheckoutId, &job.inputWorld))
         return code;
     if (const PF_Err code = host.checkout_output(in.effect_ref, &job.outputWorld)) return code;
     // A host that succeeds without an image has nothing to be rendered into or from. It gets no
@@ -80,5 +80,5 @@ PF_Err SmartRender(PF_InData* inData, PF_OutData* outData, PF_SmartRenderExtra* 
     job.inData = inData;
     if (const PF_Err code = CheckoutWorlds(*extra->cb, job)) return code;
     if (const PF_Err code = RenderWorlds(job, outData)) return code;
-    return extra->cb->checkin_layer_pixels(inData->effect_ref, kInputCheckoutId);
+    return extra->cb->checkin_layer_pixels(inData->effect_ref, inputCheckoutId);
 }

@@ -10,16 +10,16 @@ namespace {
 #define DIALOG_CONTROL(text, id, style, x, y, width, height) \
     ControlTemplate{id, text, style, x, y, width, height},
 
-constexpr ControlTemplate kOptionDialogControls[] = {OPTION_DIALOG_CONTROLS};
-constexpr ControlTemplate kSettingsPageControls[] = {SETTINGS_PAGE_CONTROLS};
+constexpr ControlTemplate optionDialogControls[] = {OPTION_DIALOG_CONTROLS};
+constexpr ControlTemplate settingsPageControls[] = {SETTINGS_PAGE_CONTROLS};
 
-constexpr std::array<DialogTemplate, 2> kTemplates = {{
+constexpr std::array<DialogTemplate, 2> dialogTemplates = {{
     {OPTION_DIALOG_ID, OPTION_DIALOG_CAPTION, OPTION_DIALOG_STYLE, OPTION_DIALOG_WIDTH,
-     OPTION_DIALOG_HEIGHT, kOptionDialogControls},
+     OPTION_DIALOG_HEIGHT, optionDialogControls},
     {SETTINGS_PAGE_ID, "", SETTINGS_PAGE_STYLE, SETTINGS_PAGE_WIDTH, SETTINGS_PAGE_HEIGHT,
-     kSettingsPageControls},
+     settingsPageControls},
 }};
 
 }  // namespace
 
-std::span<const DialogTemplate> ModuleDialogTemplates() { return kTemplates; }
+std::span<const DialogTemplate> ModuleDialogTemplates() { return dialogTemplates; }

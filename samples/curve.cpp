@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+constexpr double pi = 3.14159265358979323846;
 
 Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
 Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
@@ -47,7 +47,7 @@ Point Hermite(Point from, Point fromTangent, Point to, Point toTangent, double t
 
 Point Direction(double turns) {
     const double eighths = std::floor(turns * 8 + 0.5);
-    const double angle = (turns - eighths / 8) * 2 * kPi;
+    const double angle = (turns - eighths / 8) * 2 * pi;
     const double s = SmallSine(angle);
     const double c = SmallCosine(angle);
     const double h = std::sqrt(0.5);

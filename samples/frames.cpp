@@ -10,7 +10,7 @@
 namespace {
 
 Image8 Cel(int width, int height) {
-    Image8 image(width, height, kPaper);
+    Image8 image(width, height, paper);
     DrawFigure(image);
     return image;
 }
@@ -22,15 +22,15 @@ void DrawBlade(const Painter& painter, double length, double bend, PF_Pixel colo
                    {bend, -length, corner},
                    {bend * 0.2 + 9, -0.5 * length},
                    {7, 0, corner}},
-                  colour, kFineLine);
-    painter.ink({{0, 0}, {bend * 0.2, -0.5 * length}, {bend, -length}}, kFineLine);
+                  colour, fineLine);
+    painter.ink({{0, 0}, {bend * 0.2, -0.5 * length}, {bend, -length}}, fineLine);
 }
 
 /// The figure in a meadow. The blades of grass keep their size in pixels however large the frame
 /// is.
 Image8 Busy(int width, int height) {
-    const PF_Pixel paints[] = {kGreen, kGreenShadow, kYellowShadow, kIron, kClothShadow};
-    Image8 image(width, height, kGreen);
+    const PF_Pixel paints[] = {green, greenShadow, yellowShadow, iron, clothShadow};
+    Image8 image(width, height, green);
     const Painter meadow(image, {}, 1);
     Chance chance(1);
     constexpr int columnsApart = 26;
@@ -55,25 +55,25 @@ Image8 Noise(int width, int height) {
     return image;
 }
 
-constexpr int kLinePitch = 12;
+constexpr int linePitch = 12;
 
 /// Whether a place `across` parallel lines that are alternately one and two pixels wide lies on one
 /// of them.
 bool IsOnLine(int across) {
-    const int place = across % (2 * kLinePitch);
-    return place == 0 || place == kLinePitch || place == kLinePitch + 1;
+    const int place = across % (2 * linePitch);
+    return place == 0 || place == linePitch || place == linePitch + 1;
 }
 
 /// Horizontal lines in the upper half, vertical ones in the lower half, so that none interrupts
 /// another. Each steps aside by one pixel half way.
 Image8 Lines(int width, int height) {
-    Image8 image(width, height, kWhite);
+    Image8 image(width, height, white);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const bool upper = y < height / 2;
             const int across =
                 upper ? y + (x < width / 2 ? 0 : 1) : x + (y < height / 4 * 3 ? 0 : 1);
-            if (IsOnLine(across)) image.at(x, y) = kInk;
+            if (IsOnLine(across)) image.at(x, y) = ink;
         }
     }
     return image;
@@ -81,10 +81,10 @@ Image8 Lines(int width, int height) {
 
 /// Lines at 45 degrees, falling in the upper half and rising in the lower half.
 Image8 Diagonals(int width, int height) {
-    Image8 image(width, height, kWhite);
+    Image8 image(width, height, white);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            if (IsOnLine(y < height / 2 ? x + height - y : x + y)) image.at(x, y) = kInk;
+            if (IsOnLine(y < height / 2 ? x + height - y : x + y)) image.at(x, y) = ink;
         }
     }
     return image;
@@ -122,7 +122,7 @@ Image8 MakeFrame(FrameKind kind, int width, int height) {
         case FrameKind::diagonals:
             return Diagonals(width, height);
     }
-    return {width, height, kCloth};
+    return {width, height, cloth};
 }
 
 Image16 ToDepth16(const Image8& frame) {

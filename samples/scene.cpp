@@ -17,27 +17,27 @@ Painter Whole(Image8& image) {
 }
 
 void DrawLantern(const Painter& painter, unsigned seed) {
-    painter.ink({{0, -110}, {0, -66}}, kOutline);
+    painter.ink({{0, -110}, {0, -66}}, outline);
     const Nodes body = {{-34, -58, corner}, {-64, -28}, {-70, 8}, {-58, 42}, {-32, 64, corner},
                         {32, 64, corner},   {58, 42},   {70, 8},  {64, -28}, {34, -58, corner}};
-    painter.shape(body, kRed, kOutline);
+    painter.shape(body, red, outline);
     painter.tone(
         {{30, -80}, {44, -20}, {40, 30}, {10, 90, corner}, {90, 90, corner}, {90, -80, corner}},
-        kRed, kRedShadow);
+        red, redShadow);
     for (int i = -2; i <= 2; ++i) {
         const double y = 20.0 * i - 6;
         const double half = 69.5 - 0.0085 * (y - 8) * (y - 8);
         painter.ink({{-half, y}, {-half / 2, y + 7}, {half / 2, y + 7}, {half, y}},
-                    {1, 1.2, 1, kRedShadow});
+                    {1, 1.2, 1, redShadow});
     }
-    DrawMarks(painter, {-24, -34}, 46, 2, {2.5, 4.5, 2.5, kInk}, seed);
+    DrawMarks(painter, {-24, -34}, 46, 2, {2.5, 4.5, 2.5, ink}, seed);
     for (const double y : {-70.0, 60.0}) {
-        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), kIronShadow,
-                      kOutline);
+        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), ironShadow,
+                      outline);
     }
-    painter.shape(Straight({{-5, 74}, {5, 74}, {7, 88}, {-7, 88}}), kYellow, kOutline);
+    painter.shape(Straight({{-5, 74}, {5, 74}, {7, 88}, {-7, 88}}), yellow, outline);
     for (int i = -2; i <= 2; ++i)
-        painter.ink({{1.5 * i, 88}, {2.5 * i, 104}, {3.5 * i, 122}}, {1.4, 1.4, 1, kYellowShadow});
+        painter.ink({{1.5 * i, 88}, {2.5 * i, 104}, {3.5 * i, 122}}, {1.4, 1.4, 1, yellowShadow});
 }
 
 }  // namespace
@@ -73,7 +73,7 @@ void DrawLanterns(const Painter& painter) {
                  {1240, 60},
                  {1460, 20},
                  {1560, -20}},
-                kOutline);
+                outline);
     painter.ink({{-20, 26},
                  {120, 63},
                  {310, 80},
@@ -83,7 +83,7 @@ void DrawLanterns(const Painter& painter) {
                  {1240, 63},
                  {1460, 23},
                  {1560, -15}},
-                {1, 1.2, 1, kWoodShadow});
+                {1, 1.2, 1, woodShadow});
     DrawLantern(painter.placed({96, 160}, 1, 0.01), 3);
     DrawLantern(painter.placed({318, 186}, 1, -0.012), 7);
     DrawLantern(painter.placed({1010, 152}, 0.86, 0.008), 12);
@@ -91,7 +91,7 @@ void DrawLanterns(const Painter& painter) {
 }
 
 Image8 SamplePicture() {
-    Image8 image(1920, 1080, kPaper);
+    Image8 image(1920, 1080, paper);
     const Painter painter = Whole(image);
     DrawLanterns(painter);
     DrawStall(painter);

@@ -7,35 +7,35 @@
 
 namespace {
 
-const Nodes kTorso = {{598, 536, corner}, {540, 562}, {500, 600}, {510, 700}, {530, 790, corner},
-                      {750, 790, corner}, {770, 700}, {780, 600}, {740, 562}, {682, 536, corner}};
-const Nodes kSkirt = {{518, 880, corner},  {640, 896},          {762, 880, corner}, {800, 990},
-                      {832, 1100, corner}, {446, 1100, corner}, {480, 990}};
-const Nodes kLeftSleeve = {{532, 564, corner}, {462, 604}, {396, 656},         {346, 668, corner},
-                           {334, 712},         {340, 800}, {372, 900, corner}, {440, 908},
-                           {506, 880, corner}, {522, 790}, {540, 690}};
-const Nodes kRightSleeve = {{748, 564, corner}, {830, 606},         {905, 612}, {962, 578, corner},
-                            {1000, 622},        {1004, 640},        {990, 780}, {952, 898, corner},
-                            {866, 908},         {790, 870, corner}, {772, 790}, {752, 690}};
+const Nodes torso = {{598, 536, corner}, {540, 562}, {500, 600}, {510, 700}, {530, 790, corner},
+                     {750, 790, corner}, {770, 700}, {780, 600}, {740, 562}, {682, 536, corner}};
+const Nodes skirt = {{518, 880, corner},  {640, 896},          {762, 880, corner}, {800, 990},
+                     {832, 1100, corner}, {446, 1100, corner}, {480, 990}};
+const Nodes leftSleeve = {{532, 564, corner}, {462, 604}, {396, 656},         {346, 668, corner},
+                          {334, 712},         {340, 800}, {372, 900, corner}, {440, 908},
+                          {506, 880, corner}, {522, 790}, {540, 690}};
+const Nodes rightSleeve = {{748, 564, corner}, {830, 606},         {905, 612}, {962, 578, corner},
+                           {1000, 622},        {1004, 640},        {990, 780}, {952, 898, corner},
+                           {866, 908},         {790, 870, corner}, {772, 790}, {752, 690}};
 
 void DrawFlower(const Painter& painter, PF_Pixel petal, PF_Pixel petalShadow) {
-    for (const auto& [cloth, colour] :
-         {std::pair{kCloth, petal}, std::pair{kClothShadow, petalShadow}}) {
+    for (const auto& [under, colour] :
+         {std::pair{cloth, petal}, std::pair{clothShadow, petalShadow}}) {
         for (int i = 0; i < 5; ++i) {
             const Point d = Direction(0.2 * i - 0.05);
-            painter.tone(Ellipse({19 * d.x, 19 * d.y}, 15, 15), cloth, colour);
+            painter.tone(Ellipse({19 * d.x, 19 * d.y}, 15, 15), under, colour);
         }
-        painter.tone(Ellipse({0, 0}, 16, 16), cloth, colour);
+        painter.tone(Ellipse({0, 0}, 16, 16), under, colour);
     }
     for (int i = 0; i < 5; ++i) {
         const Point d = Direction(0.2 * i - 0.05);
         painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}),
-                     petal, kWhite);
+                     petal, white);
         painter.tone(Straight({{-3 * d.y, 3 * d.x}, {26 * d.x, 26 * d.y}, {3 * d.y, -3 * d.x}}),
-                     petalShadow, kWhiteShadow);
+                     petalShadow, whiteShadow);
     }
-    for (const PF_Pixel under : {petal, petalShadow, kWhite, kWhiteShadow})
-        painter.tone(Ellipse({0, 0}, 6, 6), under, kYellow);
+    for (const PF_Pixel under : {petal, petalShadow, white, whiteShadow})
+        painter.tone(Ellipse({0, 0}, 6, 6), under, yellow);
 }
 
 void DrawPattern(const Painter& painter) {
@@ -44,15 +44,14 @@ void DrawPattern(const Painter& painter) {
     const Point yellows[] = {{390, 840},  {480, 660}, {840, 810}, {640, 1060},
                              {520, 1070}, {780, 960}, {955, 720}, {540, 750}};
     double turns = 0;
-    for (const Point p : pinks)
-        DrawFlower(painter.placed(p, 1.0, turns += 0.07), kPink, kPinkShadow);
+    for (const Point p : pinks) DrawFlower(painter.placed(p, 1.0, turns += 0.07), pink, pinkShadow);
     for (const Point p : yellows)
-        DrawFlower(painter.placed(p, 0.72, turns += 0.07), kYellow, kYellowShadow);
+        DrawFlower(painter.placed(p, 0.72, turns += 0.07), yellow, yellowShadow);
     Chance chance(4);
     for (int i = 0; i < 60; ++i) {
         const Point p{350.0 + chance.roll(660), 590.0 + chance.roll(490)};
-        painter.tone(Ellipse(p, 4, 4), kCloth, kWhite);
-        painter.tone(Ellipse(p, 4, 4), kClothShadow, kWhiteShadow);
+        painter.tone(Ellipse(p, 4, 4), cloth, white);
+        painter.tone(Ellipse(p, 4, 4), clothShadow, whiteShadow);
     }
 }
 
@@ -62,34 +61,34 @@ void DrawClothShadows(const Painter& painter) {
                   {716, 800, corner},
                   {800, 800, corner},
                   {800, 540, corner}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     painter.tone({{500, 876, corner},
                   {640, 912},
                   {780, 876, corner},
                   {790, 920, corner},
                   {640, 940},
                   {490, 912, corner}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     painter.tone({{690, 930, corner},
                   {676, 1010},
                   {690, 1100, corner},
                   {850, 1100, corner},
                   {780, 930, corner},
                   {740, 1010}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     painter.tone(
         {{500, 930, corner}, {520, 1010}, {500, 1100, corner}, {470, 1100, corner}, {490, 1010}},
-        kCloth, kClothShadow);
+        cloth, clothShadow);
 }
 
 void DrawTorso(const Painter& painter) {
-    painter.shape(kSkirt, kCloth, kOutline);
-    painter.shape(kTorso, kCloth, kOutline);
+    painter.shape(skirt, cloth, outline);
+    painter.shape(torso, cloth, outline);
     DrawClothShadows(painter);
-    painter.ink({{700, 896}, {684, 980}, {652, 1090}}, kLine);
-    painter.ink({{560, 900}, {552, 960}, {530, 1040}}, kLine);
-    painter.ink({{610, 902}, {612, 940}, {600, 990}}, kFineLine);
-    painter.ink({{742, 892}, {760, 960}, {770, 1030}}, kFineLine);
+    painter.ink({{700, 896}, {684, 980}, {652, 1090}}, line);
+    painter.ink({{560, 900}, {552, 960}, {530, 1040}}, line);
+    painter.ink({{610, 902}, {612, 940}, {600, 990}}, fineLine);
+    painter.ink({{742, 892}, {760, 960}, {770, 1030}}, fineLine);
 }
 
 void DrawNeckAndCollar(const Painter& painter) {
@@ -100,37 +99,37 @@ void DrawNeckAndCollar(const Painter& painter) {
                    {686, 540, corner},
                    {666, 510},
                    {666, 470, corner}},
-                  kSkin, {2, 2, 2, kSkinLine});
+                  skin, {2, 2, 2, skinLine});
     painter.tone({{604, 470, corner},
                   {618, 506},
                   {650, 528},
                   {664, 560},
                   {676, 560, corner},
                   {680, 470, corner}},
-                 kSkin, kSkinShadow);
-    painter.ink({{622, 556}, {634, 566}, {640, 580}}, {1, 1.6, 1, kSkinLine});
-    painter.ink({{662, 552}, {652, 562}, {650, 572}}, {1, 1.6, 1, kSkinLine});
+                 skin, skinShadow);
+    painter.ink({{622, 556}, {634, 566}, {640, 580}}, {1, 1.6, 1, skinLine});
+    painter.ink({{662, 552}, {652, 562}, {650, 572}}, {1, 1.6, 1, skinLine});
     painter.shape({{590, 532, corner},
                    {602, 526, corner},
                    {628, 590},
                    {664, 650, corner},
                    {640, 690, corner},
                    {606, 610}},
-                  kWhite, kOutline);
+                  white, outline);
     painter.shape({{692, 532, corner},
                    {676, 526, corner},
                    {650, 596},
                    {566, 768, corner},
                    {600, 784, corner},
                    {676, 640}},
-                  kWhite, kOutline);
+                  white, outline);
     painter.tone({{700, 540, corner},
                   {660, 640},
                   {584, 790, corner},
                   {620, 790, corner},
                   {700, 620, corner}},
-                 kWhite, kWhiteShadow);
-    painter.ink({{684, 530}, {662, 610}, {622, 690}, {580, 774}}, {1, 1.2, 1, kGreyShadow});
+                 white, whiteShadow);
+    painter.ink({{684, 530}, {662, 610}, {622, 690}, {580, 774}}, {1, 1.2, 1, greyShadow});
 }
 
 void DrawSash(const Painter& painter) {
@@ -142,46 +141,46 @@ void DrawSash(const Painter& painter) {
                    {640, 906},
                    {514, 888, corner},
                    {518, 830}},
-                  kSash, kOutline);
+                  sash, outline);
     painter.tone({{700, 760, corner},
                   {718, 840},
                   {700, 920, corner},
                   {790, 920, corner},
                   {790, 760, corner}},
-                 kSash, kSashShadow);
+                 sash, sashShadow);
     painter.tone({{500, 790, corner},
                   {640, 806},
                   {780, 790, corner},
                   {780, 764, corner},
                   {500, 764, corner}},
-                 kSash, kSashShadow);
-    painter.ink({{520, 800}, {580, 808}, {640, 812}}, kFineLine);
-    painter.ink({{600, 870}, {680, 872}, {764, 862}}, kFineLine);
-    painter.ink({{516, 864}, {560, 870}, {590, 884}}, kFineLine);
+                 sash, sashShadow);
+    painter.ink({{520, 800}, {580, 808}, {640, 812}}, fineLine);
+    painter.ink({{600, 870}, {680, 872}, {764, 862}}, fineLine);
+    painter.ink({{516, 864}, {560, 870}, {590, 884}}, fineLine);
     painter.shape({{518, 832, corner},
                    {640, 848},
                    {762, 832, corner},
                    {763, 846, corner},
                    {640, 862},
                    {517, 846, corner}},
-                  kYellow, kOutline);
+                  yellow, outline);
     for (int i = 0; i < 20; ++i) {
         const double x = 526 + 12 * i;
         const double y = 848 - 0.0011 * (x - 640) * (x - 640);
         painter.tone(Straight({{x, y - 6}, {x + 3, y - 6}, {x + 11, y + 20}, {x + 8, y + 20}}),
-                     kYellow, kYellowShadow);
+                     yellow, yellowShadow);
     }
-    painter.shape(Ellipse({640, 854}, 17, 15), kGreen, kOutline);
-    painter.tone(Ellipse({648, 862}, 16, 12), kGreen, kGreenShadow);
-    painter.fill(Ellipse({634, 848}, 4, 3), kWhite);
+    painter.shape(Ellipse({640, 854}, 17, 15), green, outline);
+    painter.tone(Ellipse({648, 862}, 16, 12), green, greenShadow);
+    painter.fill(Ellipse({634, 848}, 4, 3), white);
 }
 
 void DrawArm(const Painter& painter, const Nodes& forearm) {
-    painter.shape(forearm, kSkin, {2.2, 2.2, 2.2, kSkinLine});
+    painter.shape(forearm, skin, {2.2, 2.2, 2.2, skinLine});
 }
 
 void DrawHand(const Painter& painter) {
-    const Pen line{1.6, 2.2, 1.6, kSkinLine};
+    const Pen skinPen{1.6, 2.2, 1.6, skinLine};
     painter.shape({{-26, 22},
                    {-34, -2},
                    {-26, -26},
@@ -191,10 +190,10 @@ void DrawHand(const Painter& painter) {
                    {28, 20},
                    {8, 34},
                    {-12, 34}},
-                  kSkin, line);
+                  skin, skinPen);
     painter.tone(
-        {{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, kSkin,
-        kSkinShadow);
+        {{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, skin,
+        skinShadow);
     for (int i = 0; i < 4; ++i) {
         const double y = -22 + 14.0 * i;
         painter.shape({{-36, y},
@@ -205,7 +204,7 @@ void DrawHand(const Painter& painter) {
                        {2, y + 7},
                        {-16, y + 7},
                        {-32, y + 6}},
-                      kSkin, line);
+                      skin, skinPen);
     }
     painter.shape({{28, -18},
                    {16, -34},
@@ -215,8 +214,8 @@ void DrawHand(const Painter& painter) {
                    {-4, -30},
                    {10, -16},
                    {20, -4, corner}},
-                  kSkin, line);
-    painter.ink({{-18, -40}, {-12, -41}, {-10, -36}, {-16, -35}}, {1, 1.2, 1, kSkinLine});
+                  skin, skinPen);
+    painter.ink({{-18, -40}, {-12, -41}, {-10, -36}, {-16, -35}}, {1, 1.2, 1, skinLine});
 }
 
 }  // namespace
@@ -230,40 +229,40 @@ void DrawFoldingFan(const Painter& painter) {
     for (int i = 0; i <= pleats; ++i) {
         const Point from = at(-26, i);
         const Point to = at(100, i);
-        painter.ink({{from.x, from.y}, {to.x, to.y}}, {4.5, 4.5, 4.5, kInk});
-        painter.ink({{from.x, from.y}, {to.x, to.y}}, {2, 2, 2, kWoodLight});
+        painter.ink({{from.x, from.y}, {to.x, to.y}}, {4.5, 4.5, 4.5, ink});
+        painter.ink({{from.x, from.y}, {to.x, to.y}}, {2, 2, 2, woodLight});
     }
     for (int i = 0; i < pleats; ++i) {
         painter.fill(Straight({at(96, i), at(250, i), at(250, i + 1), at(96, i + 1)}),
-                     i % 2 == 0 ? kWhite : kWhiteShadow);
+                     i % 2 == 0 ? white : whiteShadow);
     }
-    painter.tone(Ellipse(at(176, 8), 58, 58), kWhite, kYellow);
-    painter.tone(Ellipse(at(176, 8), 58, 58), kWhiteShadow, kYellowShadow);
+    painter.tone(Ellipse(at(176, 8), 58, 58), white, yellow);
+    painter.tone(Ellipse(at(176, 8), 58, 58), whiteShadow, yellowShadow);
     Nodes rim;
     for (int i = 0; i <= pleats; ++i) {
         const Point outer = at(i % 2 == 0 ? 251 : 247, i);
         const Point inner = at(96, i);
-        painter.ink({{inner.x, inner.y}, {outer.x, outer.y}}, kFineLine);
+        painter.ink({{inner.x, inner.y}, {outer.x, outer.y}}, fineLine);
         rim.push_back({outer.x, outer.y, corner});
     }
-    painter.ink(rim, kOutline);
+    painter.ink(rim, outline);
     for (const double radius : {96.0, 112.0, 236.0}) {
         Nodes arc;
         for (int i = 0; i <= pleats; ++i) arc.push_back({at(radius, i).x, at(radius, i).y});
-        painter.ink(arc, radius == 96 ? kOutline : Pen{1.4, 1.4, 1.4, kYellowShadow});
+        painter.ink(arc, radius == 96 ? outline : Pen{1.4, 1.4, 1.4, yellowShadow});
     }
     for (const int i : {0, pleats}) {
         const Nodes guard = {{at(-28, i).x, at(-28, i).y}, {at(252, i).x, at(252, i).y}};
-        painter.ink(guard, {9, 12, 12, kInk});
-        painter.ink(guard, {5, 8, 8, kWood});
+        painter.ink(guard, {9, 12, 12, ink});
+        painter.ink(guard, {5, 8, 8, wood});
     }
 }
 
 void DrawPinwheel(const Painter& painter) {
-    painter.shape(Straight({{-4, 0}, {4, 0}, {5, 330}, {-3, 330}}), kWoodLight, kOutline);
-    painter.tone(Straight({{1, 0}, {4, 0}, {5, 330}, {1, 330}}), kWoodLight, kWood);
-    const PF_Pixel paints[] = {kSash, kYellow, kGreen, kPink};
-    const PF_Pixel shadows[] = {kSashShadow, kYellowShadow, kGreenShadow, kPinkShadow};
+    painter.shape(Straight({{-4, 0}, {4, 0}, {5, 330}, {-3, 330}}), woodLight, outline);
+    painter.tone(Straight({{1, 0}, {4, 0}, {5, 330}, {1, 330}}), woodLight, wood);
+    const PF_Pixel paints[] = {sash, yellow, green, pink};
+    const PF_Pixel shadows[] = {sashShadow, yellowShadow, greenShadow, pinkShadow};
     for (int i = 0; i < 8; ++i) {
         const Painter blade = painter.placed({0, 0}, 1, i / 8.0 + 0.03);
         blade.shape({{0, 0, corner},
@@ -273,13 +272,13 @@ void DrawPinwheel(const Painter& painter) {
                      {86, 62},
                      {60, 60, corner},
                      {40, 30}},
-                    shadows[i % 4], kOutline);
+                    shadows[i % 4], outline);
         blade.shape({{0, 0, corner}, {60, 2}, {118, 30, corner}, {90, 26}, {56, 34}, {34, 24}},
-                    paints[i % 4], kOutline);
-        blade.ink({{18, 6}, {48, 14}, {84, 20}}, kFineLine);
+                    paints[i % 4], outline);
+        blade.ink({{18, 6}, {48, 14}, {84, 20}}, fineLine);
     }
-    painter.shape(Ellipse({0, 0}, 13, 13), kWhite, kOutline);
-    painter.shape(Ellipse({0, 0}, 5, 5), kRed, kFineLine);
+    painter.shape(Ellipse({0, 0}, 13, 13), white, outline);
+    painter.shape(Ellipse({0, 0}, 5, 5), red, fineLine);
 }
 
 void DrawGirl(const Painter& painter) {
@@ -302,7 +301,7 @@ void DrawGirl(const Painter& painter) {
                   {322, 620},
                   {370, 660},
                   {420, 672, corner}},
-                 kSkin, kSkinShadow);
+                 skin, skinShadow);
     DrawFoldingFan(painter.placed({1030, 520}, 1));
     DrawArm(painter, {{920, 650, corner},
                       {965, 630},
@@ -318,37 +317,37 @@ void DrawGirl(const Painter& painter) {
                   {1060, 560, corner},
                   {1040, 640},
                   {930, 730, corner}},
-                 kSkin, kSkinShadow);
-    painter.shape(kLeftSleeve, kCloth, kOutline);
-    painter.shape(kRightSleeve, kCloth, kOutline);
+                 skin, skinShadow);
+    painter.shape(leftSleeve, cloth, outline);
+    painter.shape(rightSleeve, cloth, outline);
     painter.tone(
-        {{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}},
-        kCloth, kClothShadow);
+        {{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}}, cloth,
+        clothShadow);
     painter.tone({{540, 600, corner},
                   {490, 720},
                   {480, 920, corner},
                   {550, 900, corner},
                   {560, 620, corner}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     painter.tone({{980, 600, corner},
                   {948, 740},
                   {900, 920, corner},
                   {1010, 920, corner},
                   {1020, 620, corner}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     painter.tone({{760, 600, corner},
                   {800, 720},
                   {800, 900, corner},
                   {780, 900, corner},
                   {740, 620, corner}},
-                 kCloth, kClothShadow);
+                 cloth, clothShadow);
     DrawPattern(painter);
-    painter.ink({{480, 640}, {500, 720}, {486, 800}}, kLine);
-    painter.ink({{420, 680}, {440, 760}, {430, 840}}, kLine);
-    painter.ink({{520, 600}, {496, 622}, {470, 630}}, kLine);
-    painter.ink({{850, 640}, {836, 720}, {850, 820}}, kLine);
-    painter.ink({{930, 640}, {910, 740}, {908, 830}}, kLine);
-    painter.ink({{770, 590}, {800, 622}, {830, 634}}, kLine);
+    painter.ink({{480, 640}, {500, 720}, {486, 800}}, line);
+    painter.ink({{420, 680}, {440, 760}, {430, 840}}, line);
+    painter.ink({{520, 600}, {496, 622}, {470, 630}}, line);
+    painter.ink({{850, 640}, {836, 720}, {850, 820}}, line);
+    painter.ink({{930, 640}, {910, 740}, {908, 830}}, line);
+    painter.ink({{770, 590}, {800, 622}, {830, 634}}, line);
     DrawHand(painter.placed({312, 596}, 1, -0.04).mirrored(0));
     DrawHand(painter.placed({1030, 548}, 1.0, 0.02));
     DrawHead(painter);

@@ -4,9 +4,9 @@
 
 namespace {
 
-const Nodes kFace = {{528, 310}, {532, 380}, {552, 436}, {596, 478}, {640, 494}, {684, 478},
-                     {728, 436}, {748, 380}, {752, 310}, {720, 220}, {640, 190}, {560, 220}};
-const Nodes kFringe = {
+const Nodes face = {{528, 310}, {532, 380}, {552, 436}, {596, 478}, {640, 494}, {684, 478},
+                    {728, 436}, {748, 380}, {752, 310}, {720, 220}, {640, 190}, {560, 220}};
+const Nodes fringe = {
     {640, 118},         {560, 132},         {500, 190},         {480, 290},
     {490, 400},         {516, 486, corner}, {538, 420},         {548, 340},
     {562, 300, corner}, {556, 330},         {568, 362, corner}, {588, 330},
@@ -17,31 +17,31 @@ const Nodes kFringe = {
     {790, 400},         {800, 290},         {780, 190},         {720, 132}};
 
 void DrawEyeShape(const Painter& painter) {
-    const Nodes white = {{548, 384}, {558, 360}, {586, 350}, {612, 358},
-                         {620, 384}, {610, 414}, {586, 424}, {560, 414}};
-    painter.fill(white, kWhite);
+    const Nodes eye = {{548, 384}, {558, 360}, {586, 350}, {612, 358},
+                       {620, 384}, {610, 414}, {586, 424}, {560, 414}};
+    painter.fill(eye, white);
     painter.tone({{540, 384, corner},
                   {560, 366},
                   {590, 360},
                   {624, 372, corner},
                   {620, 340, corner},
                   {545, 340, corner}},
-                 kWhite, kWhiteShadow);
+                 white, whiteShadow);
     const auto insideEye = [&](const Nodes& nodes, PF_Pixel colour) {
-        for (const PF_Pixel under : {kWhite, kWhiteShadow, kIris, kIrisShadow})
+        for (const PF_Pixel under : {white, whiteShadow, iris, irisShadow})
             painter.tone(nodes, under, colour);
     };
-    insideEye(Ellipse({587, 388}, 26, 35), kInk);
-    painter.tone(Ellipse({587, 388}, 23.5, 33), kInk, kIris);
+    insideEye(Ellipse({587, 388}, 26, 35), ink);
+    painter.tone(Ellipse({587, 388}, 23.5, 33), ink, iris);
     painter.tone({{560, 350, corner},
                   {560, 392, corner},
                   {587, 380},
                   {616, 392, corner},
                   {616, 350, corner}},
-                 kIris, kIrisShadow);
-    painter.tone(Ellipse({587, 414}, 14, 9), kIris, kIrisLight);
-    for (const PF_Pixel under : {kIris, kIrisShadow})
-        painter.tone(Ellipse({587, 386}, 10, 17), under, kInk);
+                 iris, irisShadow);
+    painter.tone(Ellipse({587, 414}, 14, 9), iris, irisLight);
+    for (const PF_Pixel under : {iris, irisShadow})
+        painter.tone(Ellipse({587, 386}, 10, 17), under, ink);
     painter.fill({{538, 392, corner},
                   {550, 362},
                   {584, 343},
@@ -50,73 +50,73 @@ void DrawEyeShape(const Painter& painter) {
                   {612, 362},
                   {586, 356},
                   {562, 366}},
-                 kInk);
-    painter.fill({{546, 370, corner}, {532, 364, corner}, {554, 356, corner}}, kInk);
-    painter.fill({{544, 380, corner}, {526, 380, corner}, {548, 366, corner}}, kInk);
-    painter.ink({{560, 420}, {586, 427}, {608, 418}}, kLine);
-    painter.ink({{552, 346}, {580, 332}, {612, 338}}, {1, 1.6, 1, kSkinLine});
+                 ink);
+    painter.fill({{546, 370, corner}, {532, 364, corner}, {554, 356, corner}}, ink);
+    painter.fill({{544, 380, corner}, {526, 380, corner}, {548, 366, corner}}, ink);
+    painter.ink({{560, 420}, {586, 427}, {608, 418}}, line);
+    painter.ink({{552, 346}, {580, 332}, {612, 338}}, {1, 1.6, 1, skinLine});
 }
 
 void DrawFaceLines(const Painter& painter) {
-    painter.ink({{644, 424}, {650, 434}, {642, 438}}, {1, 2.2, 1, kSkinLine});
+    painter.ink({{644, 424}, {650, 434}, {642, 438}}, {1, 2.2, 1, skinLine});
     painter.fill(
         {{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
-        kMouth);
-    painter.tone(Ellipse({640, 480}, 22, 12), kMouth, kTongue);
-    painter.tone({{608, 446, corner}, {640, 461}, {672, 446, corner}}, kMouth, kWhite);
+        mouth);
+    painter.tone(Ellipse({640, 480}, 22, 12), mouth, tongue);
+    painter.tone({{608, 446, corner}, {640, 461}, {672, 446, corner}}, mouth, white);
     painter.outline(
         {{606, 450, corner}, {640, 456}, {674, 450, corner}, {664, 472}, {640, 480}, {616, 472}},
-        {2, 2, 2, kInk});
-    painter.ink({{602, 446}, {608, 452}}, kLine);
-    painter.ink({{678, 446}, {672, 452}}, kLine);
+        {2, 2, 2, ink});
+    painter.ink({{602, 446}, {608, 452}}, line);
+    painter.ink({{678, 446}, {672, 452}}, line);
     for (int i = 0; i < 3; ++i) {
-        painter.ink({{572.0 + 11 * i, 434}, {564.0 + 11 * i, 450}}, {1.4, 2, 1.4, kBlush});
-        painter.ink({{694.0 + 11 * i, 434}, {686.0 + 11 * i, 450}}, {1.4, 2, 1.4, kBlush});
+        painter.ink({{572.0 + 11 * i, 434}, {564.0 + 11 * i, 450}}, {1.4, 2, 1.4, blush});
+        painter.ink({{694.0 + 11 * i, 434}, {686.0 + 11 * i, 450}}, {1.4, 2, 1.4, blush});
     }
 }
 
 void DrawFace(const Painter& painter) {
-    painter.shape(kFace, kSkin, {2.4, 2.4, 2.4, kSkinLine});
-    Nodes cast = kFringe;
+    painter.shape(face, skin, {2.4, 2.4, 2.4, skinLine});
+    Nodes cast = fringe;
     for (Node& node : cast) node = {node.x + 5, node.y + 18, node.corner};
-    painter.tone(cast, kSkin, kSkinShadow);
+    painter.tone(cast, skin, skinShadow);
     painter.tone({{760, 300, corner},
                   {736, 380},
                   {712, 440},
                   {660, 492, corner},
                   {700, 500, corner},
                   {770, 420, corner}},
-                 kSkin, kSkinShadow);
+                 skin, skinShadow);
     DrawFaceLines(painter);
     DrawEyeShape(painter);
     DrawEyeShape(painter.mirrored(640));
     for (const double x : {587.0, 693.0}) {
-        painter.fill(Ellipse({x - 9, 372}, 8, 10), kWhite);
-        painter.fill(Ellipse({x + 10, 404}, 4, 5), kWhite);
+        painter.fill(Ellipse({x - 9, 372}, 8, 10), white);
+        painter.fill(Ellipse({x + 10, 404}, 4, 5), white);
     }
 }
 
 void DrawFringe(const Painter& painter) {
-    painter.shape(kFringe, kHair, kOutline);
+    painter.shape(fringe, hair, outline);
     painter.tone({{790, 180, corner},
                   {756, 280},
                   {748, 380},
                   {764, 500, corner},
                   {820, 480, corner},
                   {820, 200, corner}},
-                 kHair, kHairShadow);
+                 hair, hairShadow);
     painter.tone({{520, 300, corner},
                   {508, 390},
                   {516, 500, corner},
                   {560, 480, corner},
                   {560, 310, corner}},
-                 kHair, kHairShadow);
+                 hair, hairShadow);
     painter.tone(Straight({{520, 236}, {536, 214}, {546, 232}, {566, 200}, {576, 222}, {600, 190},
                            {608, 216}, {636, 186}, {646, 214}, {672, 188}, {684, 216}, {708, 196},
                            {718, 224}, {744, 212}, {756, 244}, {738, 236}, {726, 256}, {706, 232},
                            {690, 252}, {668, 226}, {650, 248}, {630, 224}, {608, 250}, {592, 228},
                            {570, 256}, {556, 238}, {534, 262}}),
-                 kHair, kHairLight);
+                 hair, hairLight);
     const Nodes strands[] = {{{620, 124}, {540, 190}, {524, 300}, {522, 400}},
                              {{628, 122}, {580, 190}, {562, 298}},
                              {{632, 122}, {604, 200}, {606, 288}},
@@ -131,16 +131,16 @@ void DrawFringe(const Painter& painter) {
                              {{590, 250}, {582, 300}, {576, 340}},
                              {{630, 250}, {626, 300}, {630, 340}},
                              {{674, 250}, {678, 300}, {684, 336}}};
-    for (const Nodes& strand : strands) painter.ink(strand, {1, 1.8, 1, kHairShadow});
+    for (const Nodes& strand : strands) painter.ink(strand, {1, 1.8, 1, hairShadow});
 }
 
 void DrawBun(const Painter& painter) {
-    painter.shape(Ellipse({574, 104}, 66, 58), kHair, kOutline);
+    painter.shape(Ellipse({574, 104}, 66, 58), hair, outline);
     painter.tone(
         {{590, 60, corner}, {616, 100}, {590, 160, corner}, {660, 160, corner}, {650, 60, corner}},
-        kHair, kHairShadow);
+        hair, hairShadow);
     painter.tone({{530, 90, corner}, {550, 62}, {580, 58, corner}, {562, 76}, {548, 100, corner}},
-                 kHair, kHairLight);
+                 hair, hairLight);
     painter.ink({{600, 150},
                  {540, 140},
                  {528, 100},
@@ -150,28 +150,28 @@ void DrawBun(const Painter& painter) {
                  {596, 130},
                  {566, 120},
                  {566, 98}},
-                kLine);
-    painter.ink({{586, 158}, {520, 130}, {514, 96}}, kFineLine);
-    painter.ink({{630, 84}, {636, 110}, {620, 140}}, kFineLine);
-    painter.shape(Straight({{500, 46}, {506, 40}, {660, 150}, {654, 158}}), kYellow, kOutline);
-    painter.shape(Ellipse({498, 40}, 13, 13), kRed, kOutline);
-    painter.fill(Ellipse({494, 36}, 3, 3), kWhite);
+                line);
+    painter.ink({{586, 158}, {520, 130}, {514, 96}}, fineLine);
+    painter.ink({{630, 84}, {636, 110}, {620, 140}}, fineLine);
+    painter.shape(Straight({{500, 46}, {506, 40}, {660, 150}, {654, 158}}), yellow, outline);
+    painter.shape(Ellipse({498, 40}, 13, 13), red, outline);
+    painter.fill(Ellipse({494, 36}, 3, 3), white);
 }
 
 void DrawHairFlower(const Painter& painter) {
     for (int i = 0; i < 5; ++i) {
         const Painter petal = painter.placed({0, 0}, 1, 0.2 * i + 0.03);
         petal.shape({{0, 0, corner}, {18, -20}, {42, -18}, {48, -2, corner}, {44, 16}, {20, 18}},
-                    kPink, kOutline);
-        petal.tone({{0, 0, corner}, {20, 2}, {46, 8, corner}, {40, 24}, {18, 24, corner}}, kPink,
-                   kPinkShadow);
-        petal.ink({{10, 0}, {24, -2}, {36, -3}}, {1, 1.2, 1, kRedShadow});
+                    pink, outline);
+        petal.tone({{0, 0, corner}, {20, 2}, {46, 8, corner}, {40, 24}, {18, 24, corner}}, pink,
+                   pinkShadow);
+        petal.ink({{10, 0}, {24, -2}, {36, -3}}, {1, 1.2, 1, redShadow});
     }
-    painter.shape(Ellipse({0, 0}, 10, 10), kYellow, kOutline);
+    painter.shape(Ellipse({0, 0}, 10, 10), yellow, outline);
     for (int i = 0; i < 3; ++i) {
         const double x = -8 + 14.0 * i;
-        painter.ink({{x, 44}, {x + 2, 70}, {x + 1, 96.0 + 10 * i}}, {1.2, 1.6, 1.2, kRed});
-        painter.shape(Ellipse({x + 1, 104.0 + 10 * i}, 6, 8), kWhite, kFineLine);
+        painter.ink({{x, 44}, {x + 2, 70}, {x + 1, 96.0 + 10 * i}}, {1.2, 1.6, 1.2, red});
+        painter.shape(Ellipse({x + 1, 104.0 + 10 * i}, 6, 8), white, fineLine);
     }
 }
 
@@ -185,12 +185,12 @@ void DrawBackHair(const Painter& painter) {
                    {728, 556},         {736, 520, corner}, {750, 546},         {774, 570, corner},
                    {788, 510},         {800, 430},         {806, 330},         {794, 220},
                    {740, 140}},
-                  kHairShadow, kOutline);
+                  hairShadow, outline);
     for (int i = 0; i < 9; ++i) {
         const double x = 492 + 9.0 * i;
-        painter.ink({{x, 430}, {x + 4, 490}, {x + 12, 540.0 - 8 * (i % 3)}}, {1, 1.5, 1, kInk});
+        painter.ink({{x, 430}, {x + 4, 490}, {x + 12, 540.0 - 8 * (i % 3)}}, {1, 1.5, 1, ink});
         painter.ink({{1280 - x, 430}, {1276 - x, 490}, {1268 - x, 540.0 - 8 * (i % 3)}},
-                    {1, 1.5, 1, kInk});
+                    {1, 1.5, 1, ink});
     }
 }
 
@@ -200,8 +200,8 @@ void DrawHead(const Painter& painter) {
     DrawFringe(painter);
     const Painter right = painter.mirrored(640);
     for (const Painter& side : {painter, right})
-        side.ink({{552, 330}, {580, 316}, {614, 324}}, {1, 3, 1, kInk});
-    painter.ink({{664, 118}, {684, 96}, {720, 92}}, {1, 1.8, 1, kInk});
-    painter.ink({{620, 120}, {640, 92}, {664, 84}}, {1, 1.8, 1, kInk});
+        side.ink({{552, 330}, {580, 316}, {614, 324}}, {1, 3, 1, ink});
+    painter.ink({{664, 118}, {684, 96}, {720, 92}}, {1, 1.8, 1, ink});
+    painter.ink({{620, 120}, {640, 92}, {664, 84}}, {1, 1.8, 1, ink});
     DrawHairFlower(painter.placed({742, 176}, 1));
 }

@@ -13,7 +13,7 @@ struct Caption {
     TextId text;
 };
 
-constexpr std::array<Caption, 4> kCaptions = {{
+constexpr std::array<Caption, 4> captions = {{
     {SETTINGS_BOX_ID, TextId::Settings},
     {GROUP_CHECKBOX_ID, TextId::GroupParameters},
     {STORE_BUTTON_ID, TextId::StoreDefaults},
@@ -21,7 +21,7 @@ constexpr std::array<Caption, 4> kCaptions = {{
 }};
 
 ParamDefaults StoredDefaults(const PF_InData* inData) {
-    ParamDefaults defaults = kBuiltInDefaults;
+    ParamDefaults defaults = builtInDefaults;
     ReadParamDefaults(defaults, inData);
     return defaults;
 }
@@ -56,7 +56,7 @@ INT_PTR SettingDialog::handleMessage(HWND window, UINT message, WPARAM wParam, L
 }
 
 INT_PTR SettingDialog::onInitDialog(HWND window) const {
-    for (const Caption& caption : kCaptions) {
+    for (const Caption& caption : captions) {
         SetDlgItemTextA(window, caption.controlId, LookupString(caption.text));
     }
     if (hostIgnoresDefaults) {
@@ -72,7 +72,7 @@ INT_PTR SettingDialog::onInitDialog(HWND window) const {
 INT_PTR SettingDialog::onCommand(WORD control) {
     EffectValues& edited = editedDefaults;
     if (control == STORE_BUTTON_ID) edited = currentValues;
-    if (control == RESTORE_BUTTON_ID) edited = static_cast<const EffectValues&>(kBuiltInDefaults);
+    if (control == RESTORE_BUTTON_ID) edited = static_cast<const EffectValues&>(builtInDefaults);
     return 1;
 }
 

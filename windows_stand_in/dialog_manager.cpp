@@ -14,18 +14,17 @@ namespace {
 
 // Average character size of the dialogs' font, in pixels; a dialog unit is a quarter of the width
 // and an eighth of the height.
-constexpr LONG kFontWidth = 6;
-constexpr LONG kFontHeight = 13;
+constexpr LONG fontWidth = 6;
+constexpr LONG fontHeight = 13;
 
 constexpr LONG PixelsOf(LONG units, LONG fontSize, LONG unitsPerCharacter) {
     return (units * fontSize + unitsPerCharacter / 2) / unitsPerCharacter;
 }
 
 RECT RectOf(LONG x, LONG y, LONG width, LONG height) {
-    const LONG left = PixelsOf(x, kFontWidth, 4);
-    const LONG top = PixelsOf(y, kFontHeight, 8);
-    return {left, top, left + PixelsOf(width, kFontWidth, 4),
-            top + PixelsOf(height, kFontHeight, 8)};
+    const LONG left = PixelsOf(x, fontWidth, 4);
+    const LONG top = PixelsOf(y, fontHeight, 8);
+    return {left, top, left + PixelsOf(width, fontWidth, 4), top + PixelsOf(height, fontHeight, 8)};
 }
 
 Dl_info OwnModule() {

@@ -21,7 +21,7 @@ struct FileKind {
     int bits = 0;
 };
 
-const FileKind kFileKinds[] = {
+const FileKind fileKinds[] = {
     {"rgb8.png", TypeDesc::UINT8, 3},
     {"rgba8.png", TypeDesc::UINT8, 4},
     {"ya8.png", TypeDesc::UINT8, 2},
@@ -82,7 +82,7 @@ TestPicture MakePictureOf(const FileKind& kind, int width, int height) {
 
 TEST_F(PictureTest, SoftnessZeroReproducesEverySample) {
     unsigned seed = 1;
-    for (const FileKind& kind : kFileKinds) {
+    for (const FileKind& kind : fileKinds) {
         TestPicture picture = MakePictureOf(kind, 61, 37);
         FillWithNoise(picture, seed++);
         picture.spec.attribute("Copyright", "somebody");
@@ -203,7 +203,7 @@ std::vector<double> Pixels(const TestPicture& picture, bool straighten) {
 }
 
 TEST_F(PictureTest, SmoothsAtThePicturesOwnDepthAndAlphaConvention) {
-    for (const FileKind& kind : kFileKinds) {
+    for (const FileKind& kind : fileKinds) {
         if (kind.channels != 4) continue;
         const bool associated = kind.alpha == Alpha::Associated;
         TestPicture picture = MakePictureOf(kind, 48, 40);
@@ -253,7 +253,7 @@ TEST_F(PictureTest, DepthOptionChoosesTheKernelsAndKeepsTheFilesDepth) {
 }
 
 TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
-    for (const FileKind& kind : kFileKinds) {
+    for (const FileKind& kind : fileKinds) {
         if (kind.channels != 1 && kind.channels != 3) continue;
         TestPicture picture = MakePictureOf(kind, 48, 40);
         DrawDisc(picture, {0, 0, 0}, {1, 1, 1});

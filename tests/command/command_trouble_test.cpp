@@ -8,8 +8,8 @@
 namespace {
 
 /// Adds the library that takes unnamed files away, whatever sanitizer there is.
-const std::string kNamedFilesOnly = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD='" +
-                                    std::filesystem::absolute(NO_UNNAMED_FILES).string() + "' ";
+const std::string namedFilesOnly = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD='" +
+                                   std::filesystem::absolute(NO_UNNAMED_FILES).string() + "' ";
 
 class TroubleTest : public CommandTest {
   protected:
@@ -44,7 +44,7 @@ TEST_F(TroubleTest, AFullDiskLeavesWhatWasThere) {
     const TinyDisk disk(path("disk"));
     if (!disk.isMounted()) GTEST_SKIP() << "this user may mount nothing";
     std::ofstream(path("disk/old.png")) << "old";
-    for (const std::string& before : {std::string(), kNamedFilesOnly}) {
+    for (const std::string& before : {std::string(), namedFilesOnly}) {
         for (const std::string output : {"disk/new.png", "disk/old.png"})
             ExpectError(run("smooth 1.png -o " + output, before), 1, {output, "No space left"});
         EXPECT_EQ(files("disk"), std::vector<std::string>{"old.png"});
@@ -56,7 +56,7 @@ TEST_F(TroubleTest, FilesAreTheSameWithoutUnnamedOnes) {
     ASSERT_EQ(run("smooth 1.png -o as_ever.png").status, 0);
     std::ofstream(path("replaced.png")) << "old";
     for (const std::string output : {"new.png", "replaced.png"}) {
-        ASSERT_EQ(run("smooth 1.png -o " + output, kNamedFilesOnly).status, 0);
+        ASSERT_EQ(run("smooth 1.png -o " + output, namedFilesOnly).status, 0);
         EXPECT_TRUE(FileText(path(output)) == FileText(path("as_ever.png")));
     }
     EXPECT_EQ(files(), (std::vector<std::string>{"1.png", "2.png", "as_ever.png", "new.png",

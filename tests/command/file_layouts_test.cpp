@@ -26,7 +26,7 @@ Numbers Noise(std::size_t count, unsigned bits) {
     return numbers;
 }
 
-constexpr std::size_t kWidth = 7, kHeight = 40;
+constexpr std::size_t width = 7, height = 40;
 
 class FileLayoutTest : public CommandTest {
   protected:
@@ -43,17 +43,17 @@ struct DpxKind {
     bool tellsSize;
 };
 
-constexpr std::uint32_t kUndefined = 0xFFFFFFFF;
+constexpr std::uint32_t undefined = 0xFFFFFFFF;
 
-const DpxKind kDpxKinds[] = {
-    {3, 8, 0, 0, 3, 0, true},           {3, 8, 1, 0, 3, 3, true},
-    {3, 8, 0, 0, 3, kUndefined, false}, {3, 8, 0, 0, 0, 0, true},
-    {3, 8, 0, 0, 0, kUndefined, false}, {1, 8, 0, 0, 1, 0, false},
-    {4, 8, 0, 0, 0, 0, true},           {3, 16, 0, 0, 2, 0, true},
-    {3, 16, 1, 0, 0, 0, false},         {3, 10, 1, 0, 0, 0, true},
-    {4, 10, 1, 0, 0, 0, true},          {4, 10, 2, 0, 0, 0, false},
-    {3, 12, 1, 0, 2, 0, true},          {3, 12, 1, 0xF, 0, 0, true},
-    {4, 12, 2, 0, 0, 0, true},          {3, 12, 2, 0, 2, 2, false},
+const DpxKind dpxKinds[] = {
+    {3, 8, 0, 0, 3, 0, true},          {3, 8, 1, 0, 3, 3, true},
+    {3, 8, 0, 0, 3, undefined, false}, {3, 8, 0, 0, 0, 0, true},
+    {3, 8, 0, 0, 0, undefined, false}, {1, 8, 0, 0, 1, 0, false},
+    {4, 8, 0, 0, 0, 0, true},          {3, 16, 0, 0, 2, 0, true},
+    {3, 16, 1, 0, 0, 0, false},        {3, 10, 1, 0, 0, 0, true},
+    {4, 10, 1, 0, 0, 0, true},         {4, 10, 2, 0, 0, 0, false},
+    {3, 12, 1, 0, 2, 0, true},         {3, 12, 1, 0xF, 0, 0, true},
+    {4, 12, 2, 0, 0, 0, true},         {3, 12, 2, 0, 2, 2, false},
 };
 
 /// A row in the order of the standard, big-endian.
@@ -76,7 +76,7 @@ std::string DpxRow(const DpxKind& kind, const Numbers& samples) {
 
 std::string DpxFile(const DpxKind& kind, const Numbers& samples) {
     std::string rows;
-    const std::size_t rowSamples = kWidth * kind.channels;
+    const std::size_t rowSamples = width * kind.channels;
     for (std::size_t i = 0; i < samples.size(); i += rowSamples) {
         const auto from = samples.begin() + static_cast<std::ptrdiff_t>(i);
         rows += DpxRow(kind, {from, from + static_cast<std::ptrdiff_t>(rowSamples)});
@@ -89,10 +89,10 @@ std::string DpxFile(const DpxKind& kind, const Numbers& samples) {
     file.replace(0, 4, "SDPX");
     file.replace(8, 4, "V1.0");
     set(4, 2048, 4);
-    set(16, kind.tellsSize ? file.size() + rows.size() : kUndefined, 4);
+    set(16, kind.tellsSize ? file.size() + rows.size() : undefined, 4);
     set(770, 1, 2);
-    set(772, kWidth, 4);
-    set(776, kHeight, 4);
+    set(772, width, 4);
+    set(776, height, 4);
     set(800, kind.channels == 1 ? 6 : 47 + kind.channels, 1);
     set(803, kind.bits, 1);
     set(804, kind.packing, 2);
@@ -102,18 +102,18 @@ std::string DpxFile(const DpxKind& kind, const Numbers& samples) {
 }
 
 TEST_F(FileLayoutTest, DpxRowsOfEveryKindKeepTheirSamples) {
-    for (const DpxKind& kind : kDpxKinds) {
+    for (const DpxKind& kind : dpxKinds) {
         SCOPED_TRACE(testing::Message() << kind.channels << " channels, " << kind.bits
                                         << " bits, packing " << kind.packing << ", padding "
                                         << kind.padding << ", told " << kind.toldPadding);
-        const Numbers samples = Noise(kWidth * kHeight * kind.channels, kind.bits);
+        const Numbers samples = Noise(width * height * kind.channels, kind.bits);
         write("in.dpx", DpxFile(kind, samples));
         for (const std::string output : {"out.dpx", "out.png"})
             ASSERT_EQ(run("smooth --softness 0 in.dpx -o " + output).errors, "");
 
         DpxKind padded = kind;
         padded.otherBits = 0;
-        const std::size_t row = DpxRow(kind, Noise(kWidth * kind.channels, 1)).size();
+        const std::size_t row = DpxRow(kind, Noise(width * kind.channels, 1)).size();
         padded.padding = static_cast<unsigned>((4 - row % 4) % 4);
         const std::string expected = DpxFile(padded, samples), written = FileText(path("out.dpx"));
         EXPECT_EQ(written.substr(0, 4), "SDPX");
@@ -126,7 +126,7 @@ TEST_F(FileLayoutTest, DpxRowsOfEveryKindKeepTheirSamples) {
         const TestPicture png = ReadTestPicture(path("out.png"));
         for (std::size_t i = 0; i < samples.size(); ++i) {
             const auto at = static_cast<int>(i / kind.channels);
-            const int x = at % static_cast<int>(kWidth), y = at / static_cast<int>(kWidth);
+            const int x = at % static_cast<int>(width), y = at / static_cast<int>(width);
             const double full = (1U << kind.bits) - 1;
             const double step = kind.bits == 8 ? 1e-6 : 1.0 / 65535;
             ASSERT_NEAR(Unit(png, x, y, static_cast<int>(i % kind.channels)), samples[i] / full,
@@ -136,8 +136,8 @@ TEST_F(FileLayoutTest, DpxRowsOfEveryKindKeepTheirSamples) {
 }
 
 TEST_F(FileLayoutTest, DpxOfUncertainOrUnknownLayoutIsRefused) {
-    const Numbers samples = Noise(kWidth * kHeight * 3, 8);
-    const std::string whole = DpxFile(kDpxKinds[2], samples);
+    const Numbers samples = Noise(width * height * 3, 8);
+    const std::string whole = DpxFile(dpxKinds[2], samples);
     const auto changed = [&](std::size_t at, std::uint64_t number, int size) {
         return std::string(whole).replace(at, static_cast<std::size_t>(size),
                                           BigEndian(number, size));
@@ -165,16 +165,16 @@ std::string Chunk(const std::string& type, const std::string& data) {
 /// Noise with chunks before the palette, before the pixels and behind them.
 std::string PngFile(unsigned bits, unsigned colorType, unsigned channels, const std::string& first,
                     const std::string& palette, const std::string& last) {
-    const std::size_t rowBytes = (kWidth * bits * channels + 7) / 8;
+    const std::size_t rowBytes = (width * bits * channels + 7) / 8;
     std::string rows;
-    for (const std::uint32_t byte : Noise(kHeight * rowBytes, 8))
+    for (const std::uint32_t byte : Noise(height * rowBytes, 8))
         rows.append(rows.size() % (rowBytes + 1) == 0 ? 1 : 0, '\0')
             .push_back(static_cast<char>(byte));
     std::string packed(compressBound(rows.size()), '\0');
     uLongf size = packed.size();
     compress(reinterpret_cast<Bytef*>(packed.data()), &size,
              reinterpret_cast<const Bytef*>(rows.data()), rows.size());
-    const std::string header = BigEndian(kWidth, 4) + BigEndian(kHeight, 4) + BigEndian(bits, 1) +
+    const std::string header = BigEndian(width, 4) + BigEndian(height, 4) + BigEndian(bits, 1) +
                                BigEndian(colorType, 1) + std::string(3, '\0');
     return "\x89PNG\r\n\x1a\n" + Chunk("IHDR", header) + first + palette +
            Chunk("IDAT", packed.substr(0, size)) + last + Chunk("IEND", "");
@@ -197,12 +197,14 @@ std::string OtherChunks(const std::string& png, bool withPalette = true) {
     return others;
 }
 
-const std::string kFirst = Chunk("gAMA", BigEndian(45000, 4)) +
-                           Chunk("cHRM", BigEndian(0x00007A2600008084, 8) + std::string(24, '\1'));
-const std::string kLast = Chunk("pHYs", BigEndian(3543, 4) + BigEndian(3543, 4) + "\1") +
-                          Chunk("oFFs", BigEndian(5, 4) + BigEndian(6, 4) + BigEndian(0, 1)) +
-                          Chunk("tIME", BigEndian(0x07D10203040506, 7)) + Chunk("vpAg", "any") +
-                          Chunk("tEXt", std::string("Comment\0text", 12));
+const std::string firstChunks =
+    Chunk("gAMA", BigEndian(45000, 4)) +
+    Chunk("cHRM", BigEndian(0x00007A2600008084, 8) + std::string(24, '\1'));
+const std::string lastChunks = Chunk("pHYs", BigEndian(3543, 4) + BigEndian(3543, 4) + "\1") +
+                               Chunk("oFFs", BigEndian(5, 4) + BigEndian(6, 4) + BigEndian(0, 1)) +
+                               Chunk("tIME", BigEndian(0x07D10203040506, 7)) +
+                               Chunk("vpAg", "any") +
+                               Chunk("tEXt", std::string("Comment\0text", 12));
 
 TEST_F(FileLayoutTest, PngChunksStayAsTheyAreAndNoneIsAdded) {
     for (const auto& [bits, colorType, channels] : {std::array{1U, 0U, 1U},
@@ -212,8 +214,8 @@ TEST_F(FileLayoutTest, PngChunksStayAsTheyAreAndNoneIsAdded) {
                                                     {8U, 2U, 3U},
                                                     {16U, 6U, 4U}}) {
         for (const bool tagged : {false, true}) {
-            write("in.png", PngFile(bits, colorType, channels, tagged ? kFirst : "", "",
-                                    tagged ? kLast : ""));
+            write("in.png", PngFile(bits, colorType, channels, tagged ? firstChunks : "", "",
+                                    tagged ? lastChunks : ""));
             ASSERT_EQ(smooth("in.png").errors, "");
             EXPECT_EQ(OtherChunks(FileText(path("out_in.png"))),
                       OtherChunks(FileText(path("in.png"))))
@@ -230,7 +232,7 @@ TEST_F(FileLayoutTest, PalettesStayWhileTheyHoldTheResult) {
         const std::string chunks = Chunk("PLTE", palette) +
                                    Chunk("tRNS", std::string("\x80\x40", 2)) + Chunk("bKGD", "\1") +
                                    Chunk("hIST", std::string(2 * colors, 'h'));
-        write("in.png", PngFile(bits, 3, 1, kFirst, chunks, kLast));
+        write("in.png", PngFile(bits, 3, 1, firstChunks, chunks, lastChunks));
         ASSERT_EQ(smooth("in.png", "--softness 0").errors, "");
         const std::string before = FileText(path("in.png")), after = FileText(path("out_in.png"));
         EXPECT_EQ(after.substr(0, 33), before.substr(0, 33)) << bits;  // header

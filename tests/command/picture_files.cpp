@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr char kStraight[] = "oiio:UnassociatedAlpha";
+constexpr char straight[] = "oiio:UnassociatedAlpha";
 
 void Require(bool success, const std::string& path, const std::string& reason) {
     if (!success) throw std::runtime_error(path + ": " + reason);
@@ -23,7 +23,7 @@ TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDes
         picture.spec.alpha_channel = 1;
     }
     if (alpha == Alpha::Straight && picture.spec.alpha_channel >= 0)
-        picture.spec.attribute(kStraight, 1);
+        picture.spec.attribute(straight, 1);
     picture.samples.resize(static_cast<std::size_t>(picture.spec.image_bytes(true)));
     return picture;
 }
@@ -92,7 +92,7 @@ void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& 
 
 TestPicture ReadTestPicture(const std::string& path, int part) {
     OIIO::ImageSpec hints;
-    hints.attribute(kStraight, 1);
+    hints.attribute(straight, 1);
     const auto input = OIIO::ImageInput::open(path, &hints);
     Require(input != nullptr && input->seek_subimage(part, 0), path, OIIO::geterror());
     TestPicture picture{input->spec(), {}};

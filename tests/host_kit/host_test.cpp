@@ -38,7 +38,7 @@ struct Misdeed {
     std::function<void(const Call&)> act;
 };
 
-const std::vector<Misdeed> kMisdeeds{
+const std::vector<Misdeed> misdeeds{
     {"outstanding: suite PF Handle Suite 2 of command 11", PF_Cmd_RENDER,
      [](const Call& c) { HandleSuite(c); }},
     {"suite given back that was not lent", PF_Cmd_RENDER,
@@ -108,7 +108,7 @@ PF_Err MisbehavingEffect(PF_Cmd cmd, PF_InData* in, PF_OutData* out, PF_ParamDef
 }
 
 TEST(HostTest, MisdeedsAreNoted) {
-    for (const Misdeed& entry : kMisdeeds) {
+    for (const Misdeed& entry : misdeeds) {
         misdeed = &entry;
         Host host;
         host.watchesInputs = true;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr judge::Values kValues{.colorThreshold = 10, .softness = 100};
+constexpr judge::Values values{.colorThreshold = 10, .softness = 100};
 
 /// Shapes in the middle, so that no ramp leaves the tile. A tile's width is a multiple of the four
 /// columns in which edges are looked for together.
@@ -21,7 +21,7 @@ judge::Picture<P> MakeTile(int width, int height) {
     for (int y = 0; y < shapes.height; ++y)
         for (int x = 0; x < shapes.width; ++x)
             tile.set(x + width / 4, y + height / 4, shapes.get(x, y));
-    return Paint(tile, RandomPalette<P>(kValues, dice));
+    return Paint(tile, RandomPalette<P>(values, dice));
 }
 
 /// Calls visit(pixels, tileRow, count) for each stretch of a row that lies in one tile. Where no
@@ -43,7 +43,7 @@ void ForEachStretch(HostileImage<P>& image, int width, int height, const judge::
 template <typename P>
 void ExpectTilesSmoothed(int width, int height, int tileWidth, int tileHeight) {
     const judge::Picture<P> tile = MakeTile<P>(tileWidth, tileHeight);
-    const judge::Picture<P> smoothed = RunKernel(kValues, tile, 1);
+    const judge::Picture<P> smoothed = RunKernel(values, tile, 1);
     const bool changed = std::memcmp(smoothed.pixels.data(), tile.pixels.data(),
                                      tile.pixels.size() * sizeof(P)) != 0;
     EXPECT_EQ(changed, tileWidth > 1) << "a single column has nothing to smooth";
@@ -52,7 +52,7 @@ void ExpectTilesSmoothed(int width, int height, int tileWidth, int tileHeight) {
     ForEachStretch(input, width, height, tile, [](P* pixels, const P* tileRow, int count) {
         std::copy_n(tileRow, count, pixels);
     });
-    RunIn(ToEffectValues(kValues), input, output, width, height, {});
+    RunIn(ToEffectValues(values), input, output, width, height, {});
     std::int64_t wrong = 0;
     ForEachStretch(
         output, width, height, smoothed, [&](const P* pixels, const P* tileRow, int count) {

@@ -9,4 +9,4 @@ struct AllocationFaults {
     bool fromThereOn = false;
 };
 
-inline constexpr char kAllocationFaultsName[] = "allocationFaults";
+inline constexpr char allocationFaultsName[] = "allocationFaults";

@@ -32,7 +32,7 @@ struct Case {
     bool hearsOfAll = true;
 };
 
-constexpr Case kCases[] = {
+constexpr Case cases[] = {
     {"parameter set-up", [](Session& s, Instance&) { return Effect(s.effect).paramsSetup(); },
      true},
     {"options", ShowOptions, true, false},
@@ -51,7 +51,7 @@ constexpr Case kCases[] = {
 /// exceptions.
 AllocationFaults& FaultsOf(const Module& module) {
     void* library = dlopen(module.path().c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
-    auto* faults = static_cast<AllocationFaults*>(dlsym(library, kAllocationFaultsName));
+    auto* faults = static_cast<AllocationFaults*>(dlsym(library, allocationFaultsName));
     dlclose(library);
     return *faults;
 }
@@ -76,7 +76,7 @@ int FailEachAllocation(const Case& c, bool fromThereOn) {
 }
 
 TEST(Allocations, FailAsAStandardException) {
-    for (const Case& c : kCases) {
+    for (const Case& c : cases) {
         const int failures = FailEachAllocation(c, false) + FailEachAllocation(c, true);
         std::printf("%5d failures of %s\n", failures, c.name);
         EXPECT_EQ(failures > 0, c.allocates) << c.name;

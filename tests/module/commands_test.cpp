@@ -91,7 +91,7 @@ TEST(About, TellsNameVersionAndCopyright) {
 
 using Record = std::array<unsigned char, 4>;
 
-constexpr Record kFresh{1, 0, 0, 0};
+constexpr Record fresh{1, 0, 0, 0};
 
 Record RecordIn(const Session& session, PF_Handle handle) {
     Record record{};
@@ -105,11 +105,9 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
     Session session;
     Instance instance(session.effect);
     EXPECT_TRUE(instance.sequenceResetup(std::nullopt).ok());
-    EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
-    const Record cases[][2] = {{kFresh, kFresh},
-                               {{1, 7, 8, 9}, {1, 7, 8, 9}},
-                               {{0, 7, 8, 9}, kFresh},
-                               {{2, 7, 8, 9}, kFresh}};
+    EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
+    const Record cases[][2] = {
+        {fresh, fresh}, {{1, 7, 8, 9}, {1, 7, 8, 9}}, {{0, 7, 8, 9}, fresh}, {{2, 7, 8, 9}, fresh}};
     for (const auto& [stored, expected] : cases) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
@@ -117,7 +115,7 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
     for (const std::size_t size : {1, 3}) {  // of a damaged project
         const auto part = std::as_bytes(std::span(cases[1][0])).first(size);
         EXPECT_TRUE(instance.sequenceResetup(part).ok());
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
     }
 }
 
@@ -130,11 +128,11 @@ TEST(SequenceData, IsFlattenedIntoACopy) {
             << "there is none yet";
         EXPECT_TRUE(instance.sequenceSetdown().ok());
         EXPECT_TRUE(instance.sequenceSetup().ok());
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), kFresh);
+        EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
         session.host.handles.bytes(instance.sequenceData())[2] = std::byte{9};
         EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
         // A render engine keeps the record as it came.
-        const Record expected = renderEngine ? Record{1, 0, 9, 0} : kFresh;
+        const Record expected = renderEngine ? Record{1, 0, 9, 0} : fresh;
         EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
         ASSERT_EQ(flat.size(), expected.size());
         EXPECT_EQ(std::memcmp(flat.data(), expected.data(), expected.size()), 0);

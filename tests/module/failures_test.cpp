@@ -11,8 +11,8 @@ using namespace host_kit;
 
 namespace {
 
-constexpr PF_Err kFaultCode = 1234;
-constexpr int kFewestFailures = 2000;
+constexpr PF_Err faultCode = 1234;
+constexpr int fewestFailures = 2000;
 
 enum class KeyMode { Off, On, Inverted };
 
@@ -22,8 +22,8 @@ struct Stage {
         : session(theSession), input(format), output(format, true) {
         std::memset(output.row<char>(0), 0x11,
                     static_cast<std::size_t>(output.width() * PixelBytes(format)));
-        instance.setCheckbox(kKeyEnable, key != KeyMode::Off);
-        instance.setCheckbox(kKeyInvert, key == KeyMode::Inverted);
+        instance.setCheckbox(idKeyEnable, key != KeyMode::Off);
+        instance.setCheckbox(idKeyInvert, key == KeyMode::Inverted);
         EXPECT_TRUE(instance.sequenceSetup().ok());
     }
 
@@ -45,7 +45,7 @@ CommandResult PreRenderAndRender(Stage& stage) {
 }
 
 const std::vector<PF_PixelFormat> k8Bit{PF_PixelFormat_ARGB32};
-const std::vector<KeyMode> kNoKey{KeyMode::Off};
+const std::vector<KeyMode> noKey{KeyMode::Off};
 
 CommandResult Resetup(Stage& stage) { return stage.bare.sequenceResetup(stage.bytes); }
 
@@ -54,14 +54,14 @@ struct Case {
     const char* name;
     CommandResult (*run)(Stage&);
     std::vector<PF_PixelFormat> formats = k8Bit;
-    std::vector<KeyMode> keys = kNoKey;
+    std::vector<KeyMode> keys = noKey;
     HostIdentity identity{};
 };
 
-const std::vector<KeyMode> kEveryKey{KeyMode::Off, KeyMode::On, KeyMode::Inverted};
-const HostIdentity kRenderEngine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
+const std::vector<KeyMode> everyKey{KeyMode::Off, KeyMode::On, KeyMode::Inverted};
+const HostIdentity renderEngine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
 
-const Case kCases[] = {
+const Case cases[] = {
     {"about", [](Stage& s) { return s.session.effect.about(); }},
     {"parameter set-up", [](Stage& s) { return Effect(s.session.effect).paramsSetup(); }},
     {"sequence set-up", [](Stage& s) { return s.bare.sequenceSetup(); }},
@@ -70,20 +70,20 @@ const Case kCases[] = {
     {"set-down", [](Stage& s) { return s.instance.sequenceSetdown(); }},
     {"UI update", [](Stage& s) { return s.instance.updateParamsUi(); }},
     {"UI update in a render engine", [](Stage& s) { return s.instance.userChangedParam(); }, k8Bit,
-     kNoKey, kRenderEngine},
+     noKey, renderEngine},
 #ifndef _WIN32  // where a dialog opens and waits
     {"options", [](Stage& s) { return s.instance.doDialog(); }},
 #endif
     {"render",
      [](Stage& s) { return s.instance.render(s.input, s.output); },
      {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64},
-     kEveryKey},
-    {"Premiere render", [](Stage& s) { return s.instance.render(s.input, s.output); }, k8Bit,
-     kNoKey, HostNamed(PF_AppID_Premiere, {13, 0})},
+     everyKey},
+    {"Premiere render", [](Stage& s) { return s.instance.render(s.input, s.output); }, k8Bit, noKey,
+     HostNamed(PF_AppID_Premiere, {13, 0})},
     {"smart render",
      PreRenderAndRender,
      {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128},
-     kEveryKey},
+     everyKey},
 };
 
 /// What a command has to answer when the call fails.
@@ -100,21 +100,21 @@ PF_Err ExpectedCode(HostCall call, FaultShape shape, bool smart, PF_PixelFormat 
         case HostCall::LockHandle:
             return smart ? PF_Err_NONE : PF_Err_INTERNAL_STRUCT_DAMAGED;
         case HostCall::NewWorld:
-            return null ? PF_Err_OUT_OF_MEMORY : kFaultCode;
+            return null ? PF_Err_OUT_OF_MEMORY : faultCode;
         case HostCall::GetPixelData8:
-            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB32) : kFaultCode;
+            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB32) : faultCode;
         case HostCall::GetPixelData16:
-            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB64) : kFaultCode;
+            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB64) : faultCode;
         case HostCall::CheckoutLayerPixels:
         case HostCall::CheckoutOutput:
-            return null ? PF_Err_BAD_CALLBACK_PARAM : kFaultCode;
+            return null ? PF_Err_BAD_CALLBACK_PARAM : faultCode;
         case HostCall::AddParam:
         case HostCall::CheckoutParam:
         case HostCall::CopyWorld:
         case HostCall::CheckoutLayer:
         case HostCall::CheckinLayerPixels:
         case HostCall::GetPixelFormat:
-            return kFaultCode;
+            return faultCode;
         default:
             return PF_Err_NONE;
     }
@@ -145,7 +145,7 @@ class Trial {
             calls = fail({.call = {},
                           .nth = nth,
                           .shape = shape,
-                          .code = kFaultCode,
+                          .code = faultCode,
                           .fromThereOn = fromThereOn});
             failures += session_.host.calls.faultsFired() > 0 ? 1 : 0;
             EXPECT_EQ(render(70), smoothed_) << "the next frame";
@@ -157,7 +157,7 @@ class Trial {
     /// A smart render that nothing disturbs.
     std::vector<char> render(A_long softness) {
         Stage stage(session_, format_, key_);
-        stage.instance.setSlider(kSoftness, softness);
+        stage.instance.setSlider(idSoftness, softness);
         EXPECT_TRUE(PreRenderAndRender(stage).ok());
         return stage.output.pixels();
     }
@@ -247,14 +247,14 @@ int FailEveryCall(const Case& c, const std::string& layout) {
 
 TEST(Failures, GiveTheRightCodeAndLeaveNothingBorrowed) {
     int total = 0;
-    for (const Case& c : kCases) {
-        const int failures = FailEveryCall(c, "") + FailEveryCall(c, kFlatLayout);
+    for (const Case& c : cases) {
+        const int failures = FailEveryCall(c, "") + FailEveryCall(c, flatLayout);
         std::printf("%5d failures of %s\n", failures, c.name);
         EXPECT_GT(failures, 0) << c.name;
         total += failures;
     }
     std::printf("%5d failures in all\n", total);
-    EXPECT_GE(total, kFewestFailures);
+    EXPECT_GE(total, fewestFailures);
 }
 
 TEST(Failures, DeletionWithoutTheHandleSuiteIsSilent) {

@@ -40,7 +40,7 @@ std::string Listing(const std::vector<PF_ParamDef>& declared) {
     return out.str();
 }
 
-constexpr char kBuiltIn[] =
+constexpr char builtIn[] =
     R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 10 default 10, 1 to 255, slider 1 to 255
 1 id 2 'softness' flags 32 ui 0 0 0: 70 default 70, 0 to 100, slider 0 to 100
 1 id 7 'bias' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
@@ -54,7 +54,7 @@ constexpr char kBuiltIn[] =
 
 /// Numbers beyond the controls' ranges are the host's to deal with; of a colour the low byte
 /// counts.
-constexpr char kStored[] = R"([defaults]
+constexpr char stored[] = R"([defaults]
 ColorThreshold=300
 Softness=0
 Bias=-3
@@ -65,7 +65,7 @@ KeycolorB=-1
 ColorkeyThreshold=9
 ColorkeyInvert=1
 )";
-constexpr char kFromFile[] =
+constexpr char fromFile[] =
     R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 300 default 300, 1 to 255, slider 1 to 255
 1 id 2 'softness' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
 1 id 7 'bias' flags 32 ui 0 0 0: -3 default -3, 0 to 100, slider 0 to 100
@@ -88,22 +88,19 @@ TEST(ParamsSetup, DeclaresTheControls) {
         std::string ini;
         std::string expected;
         const char* uiFlags = " ui 0";
-    } cases[] = {{recent, {}, kBuiltIn},
-                 {recent, kStored, kFromFile},
-                 {old, kStored, kBuiltIn},
-                 {older, kStored, kBuiltIn},
-                 {oldPremiere, kStored, kFromFile},
-                 {engine, kStored, kFromFile, " ui 32"}};
+    } cases[] = {{recent, {}, builtIn},           {recent, stored, fromFile},
+                 {old, stored, builtIn},          {older, stored, builtIn},
+                 {oldPremiere, stored, fromFile}, {engine, stored, fromFile, " ui 32"}};
     for (const auto& c : cases) {
         std::string expected = std::regex_replace(c.expected, std::regex(" ui 0"), c.uiFlags);
         const Session grouped(c.ini, c.identity);
         EXPECT_EQ(Listing(grouped.effect.declared()), expected);
         expected = std::regex_replace(expected, std::regex("1[34] id .*\n"), "");
-        const Session flat(c.ini + kFlatLayout, c.identity);
+        const Session flat(c.ini + flatLayout, c.identity);
         EXPECT_EQ(Listing(flat.effect.declared()), expected);
     }
     EXPECT_EQ(Session().effect.paramsSetup().out.num_params, 10);
-    EXPECT_EQ(Session(kFlatLayout).effect.paramsSetup().out.num_params, 8);
+    EXPECT_EQ(Session(flatLayout).effect.paramsSetup().out.num_params, 8);
 }
 
 /// The ids of the controls that a UI command updates, in order.
@@ -123,7 +120,7 @@ std::vector<A_long> Updates(Session& session, Instance& instance, bool userChang
 
 TEST(UpdateParamsUi, KeyControlsFollowTheirSwitch) {
     for (const bool grouped : {true, false}) {
-        Session session(grouped ? "" : kFlatLayout);
+        Session session(grouped ? "" : flatLayout);
         Instance instance(session.effect);
         for (const PF_ParamIndex index : grouped ? std::vector{6} : std::vector{4, 5}) {
             PF_ParamDef def = session.effect.declared()[static_cast<std::size_t>(index)];
@@ -131,19 +128,19 @@ TEST(UpdateParamsUi, KeyControlsFollowTheirSwitch) {
                 0x100;  // a flag of the host's: the colour keeps it, the separator replaces it
             ASSERT_TRUE(instance.updateControl(index, def));
         }
-        const std::vector<A_long> keyControls{kKeyColor, kKeyThreshold, kKeyInvert};
+        const std::vector<A_long> keyControls{idKeyColor, idKeyThreshold, idKeyInvert};
         for (const bool on : {false, true, false}) {
             for (const bool userChanged : {false, true}) {
-                instance.setCheckbox(kKeyEnable, on);
-                const bool first = instance.param(kKeyEnable).ui_flags == 0x100;
+                instance.setCheckbox(idKeyEnable, on);
+                const bool first = instance.param(idKeyEnable).ui_flags == 0x100;
                 std::vector<A_long> expected = keyControls;
-                if (first) expected.insert(expected.begin(), kKeyEnable);
+                if (first) expected.insert(expected.begin(), idKeyEnable);
                 EXPECT_EQ(Updates(session, instance, userChanged), expected);
-                EXPECT_EQ(instance.param(kKeyColor).ui_flags, on ? 0x100 : 0x120);
-                EXPECT_EQ(instance.param(kKeyThreshold).ui_flags, on ? 0 : PF_PUI_DISABLED);
-                EXPECT_EQ(instance.param(kKeyInvert).ui_flags, on ? 0 : PF_PUI_DISABLED);
-                EXPECT_EQ(instance.param(kKeyEnable).ui_flags, grouped ? 0 : PF_PUI_ECW_SEPARATOR);
-                EXPECT_EQ(instance.param(kSoftness).ui_flags, 0);
+                EXPECT_EQ(instance.param(idKeyColor).ui_flags, on ? 0x100 : 0x120);
+                EXPECT_EQ(instance.param(idKeyThreshold).ui_flags, on ? 0 : PF_PUI_DISABLED);
+                EXPECT_EQ(instance.param(idKeyInvert).ui_flags, on ? 0 : PF_PUI_DISABLED);
+                EXPECT_EQ(instance.param(idKeyEnable).ui_flags, grouped ? 0 : PF_PUI_ECW_SEPARATOR);
+                EXPECT_EQ(instance.param(idSoftness).ui_flags, 0);
             }
         }
     }
@@ -151,12 +148,12 @@ TEST(UpdateParamsUi, KeyControlsFollowTheirSwitch) {
 
 TEST(UpdateParamsUi, ARenderEngineHasEverythingDisabled) {
     for (const bool grouped : {true, false}) {
-        Session session(grouped ? "" : kFlatLayout);
+        Session session(grouped ? "" : flatLayout);
         session.host.identity.renderEngine = true;  // only now, so that the controls start enabled
         Instance instance(session.effect);
-        instance.setCheckbox(kKeyEnable, true);
-        std::vector<A_long> order{kThreshold,    kSoftness,  kKeyEnable, kKeyColor,
-                                  kKeyThreshold, kKeyInvert, kBias};
+        instance.setCheckbox(idKeyEnable, true);
+        std::vector<A_long> order{idThreshold,    idSoftness,  idKeyEnable, idKeyColor,
+                                  idKeyThreshold, idKeyInvert, idBias};
         if (grouped) order.insert(order.end(), {1000, 1001});
         for (int i = 0; i < 2; ++i) EXPECT_EQ(Updates(session, instance, false), order);
         for (const A_long id : order) EXPECT_EQ(instance.param(id).ui_flags, PF_PUI_DISABLED) << id;

@@ -16,7 +16,7 @@ EffectValues HandedOver(const Session& session, const Frame& frame) {
 
 TEST(SmartPreRender, HandsTheValuesOver) {
     for (const bool grouped : {true, false}) {
-        Session session(grouped ? "" : kFlatLayout);
+        Session session(grouped ? "" : flatLayout);
         Instance instance(session.effect);
         const EffectValues own{11, 60, 20, grouped ? 1 : 0, 10, 250, 5, 40, grouped ? 0 : 1};
         SetControls(instance, own);
@@ -72,7 +72,7 @@ TEST(SmartRender, RendersWithThePreRenderedValues) {
         copy(PF_PixelFormat_ARGB64);
     Frame frame(instance, input);
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
-    instance.setSlider(kSoftness, 0);
+    instance.setSlider(idSoftness, 0);
     EXPECT_TRUE(frame.render(smooth).ok());
     EXPECT_NE(smooth.pixels(), input.pixels());
     EXPECT_TRUE(frame.render(again).ok());

@@ -15,13 +15,13 @@
 
 /// The ids of the controls.
 enum ControlId : A_long {
-    kThreshold = 1,
-    kSoftness,
-    kKeyEnable,
-    kKeyColor,
-    kKeyThreshold,
-    kKeyInvert,
-    kBias
+    idThreshold = 1,
+    idSoftness,
+    idKeyEnable,
+    idKeyColor,
+    idKeyThreshold,
+    idKeyInvert,
+    idBias
 };
 
 /// A host with a copy of the module in a folder of its own: its once-only values are fresh and its
@@ -54,7 +54,7 @@ class Session {
     }
 };
 
-inline constexpr char kFlatLayout[] = "[ui]\nColorkeyGroup=0\n";
+inline constexpr char flatLayout[] = "[ui]\nColorkeyGroup=0\n";
 
 inline host_kit::HostIdentity HostNamed(A_long applId, PF_SpecVersion version,
                                         bool renderEngine = false) {
@@ -63,13 +63,13 @@ inline host_kit::HostIdentity HostNamed(A_long applId, PF_SpecVersion version,
 
 /// Sets every control; of the key colour's components the low byte counts.
 inline void SetControls(host_kit::Instance& instance, const EffectValues& v) {
-    instance.setSlider(kThreshold, v.colorThreshold);
-    instance.setSlider(kSoftness, v.softness);
-    instance.setSlider(kBias, v.bias);
-    instance.setCheckbox(kKeyEnable, v.colorKeyEnable != 0);
-    instance.setColor(kKeyColor, {99, LowByte(v.keyRed), LowByte(v.keyGreen), LowByte(v.keyBlue)});
-    instance.setSlider(kKeyThreshold, v.keyThreshold);
-    instance.setCheckbox(kKeyInvert, v.keyInvert != 0);
+    instance.setSlider(idThreshold, v.colorThreshold);
+    instance.setSlider(idSoftness, v.softness);
+    instance.setSlider(idBias, v.bias);
+    instance.setCheckbox(idKeyEnable, v.colorKeyEnable != 0);
+    instance.setColor(idKeyColor, {99, LowByte(v.keyRed), LowByte(v.keyGreen), LowByte(v.keyBlue)});
+    instance.setSlider(idKeyThreshold, v.keyThreshold);
+    instance.setCheckbox(idKeyInvert, v.keyInvert != 0);
 }
 
 template <typename Pixel, typename Channel>
@@ -87,8 +87,8 @@ void DrawSlope(host_kit::World& world, Channel full) {
 class Picture : public host_kit::World {
   public:
     explicit Picture(PF_PixelFormat format, bool bottomUp = false)
-        : World(format, kWidth, kHeight,
-                {.padding = (bottomUp ? 3 : kWidth) * host_kit::PixelBytes(format),
+        : World(format, defaultWidth, defaultHeight,
+                {.padding = (bottomUp ? 3 : defaultWidth) * host_kit::PixelBytes(format),
                  .misalignment = host_kit::PixelBytes(format),
                  .bottomUp = bottomUp,
                  .guarded = true,
@@ -107,5 +107,5 @@ class Picture : public host_kit::World {
     }
 
   private:
-    static constexpr A_long kWidth = 40, kHeight = 12;
+    static constexpr A_long defaultWidth = 40, defaultHeight = 12;
 };

@@ -8,9 +8,9 @@ using namespace host_kit;
 
 namespace {
 
-constexpr int kRenderers = 8;
-constexpr int kFrames = 12;
-constexpr int kRounds = 10;
+constexpr int renderers = 8;
+constexpr int frames = 12;
+constexpr int rounds = 10;
 
 /// An instance with values, a depth and a render command of its own.
 class Renderer {
@@ -68,24 +68,24 @@ void SendOtherCommands(const Session& session) {
 }
 
 TEST(Threads, RenderWhatOneThreadRenders) {
-    for (const std::string layout : {"", kFlatLayout}) {
+    for (const std::string layout : {"", flatLayout}) {
         std::vector<std::vector<char>> expected;
-        for (int number = 0; number < kRenderers; ++number)
+        for (int number = 0; number < renderers; ++number)
             expected.push_back(RenderAlone(layout, number));
-        for (int round = 0; round < kRounds; ++round) {
+        for (int round = 0; round < rounds; ++round) {
             Session session(layout);
-            std::atomic<int> rendering = kRenderers;
-            std::atomic<int> missing = kRenderers + 1;
+            std::atomic<int> rendering = renderers;
+            std::atomic<int> missing = renderers + 1;
             const auto arriveAndWait = [&missing] {
                 --missing;
                 while (missing > 0) std::this_thread::yield();  // so that all go at the same moment
             };
             std::vector<std::thread> threads;
-            for (int number = 0; number < kRenderers; ++number) {
+            for (int number = 0; number < renderers; ++number) {
                 threads.emplace_back([&, number] {
                     Renderer renderer(session, number);
                     arriveAndWait();
-                    for (int frame = 0; frame < kFrames; ++frame)
+                    for (int frame = 0; frame < frames; ++frame)
                         EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)])
                             << number;
                     --rendering;

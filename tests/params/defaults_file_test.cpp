@@ -36,7 +36,7 @@ class DefaultsFile : public testing::Test {
     }
 
     [[nodiscard]] ParamDefaults read() const {
-        ParamDefaults defaults = kBuiltInDefaults;
+        ParamDefaults defaults = builtInDefaults;
         ReadParamDefaults(defaults, &in_);
         return defaults;
     }
@@ -81,8 +81,8 @@ TEST_F(DefaultsFile, EveryKeyIsWrittenEachTime) {
           "ColorkeyThreshold=8", "ColorkeyInvert=9", "[ui]", "ColorkeyGroup=2"}) {
         EXPECT_NE(text.find(line), std::string::npos) << line;
     }
-    WriteParamDefaults(kBuiltInDefaults, &in_);
-    EXPECT_EQ(read(), kBuiltInDefaults);
+    WriteParamDefaults(builtInDefaults, &in_);
+    EXPECT_EQ(read(), builtInDefaults);
 }
 
 TEST_F(DefaultsFile, OldAfterEffectsReadsAndWritesTheLayoutAlone) {
@@ -90,7 +90,7 @@ TEST_F(DefaultsFile, OldAfterEffectsReadsAndWritesTheLayoutAlone) {
     WriteText(ini_, "[defaults]\nBias=3\n[ui]\nColorkeyGroup=0\n");
     EXPECT_EQ(read(), (ParamDefaults{{10, 70, 0, 0, 255, 255, 255, 0, 0}, 0}));
     WriteParamDefaults({{1, 2, 4, 4, 5, 6, 7, 8, 9}, 1}, &in_);
-    EXPECT_EQ(read(), kBuiltInDefaults);
+    EXPECT_EQ(read(), builtInDefaults);
     setHost(PF_AppID_AfterEffects, 12, 12);
     EXPECT_EQ(read(), (ParamDefaults{{10, 70, 3, 0, 255, 255, 255, 0, 0}, 1}));
 }
@@ -98,7 +98,7 @@ TEST_F(DefaultsFile, OldAfterEffectsReadsAndWritesTheLayoutAlone) {
 TEST_F(DefaultsFile, WithoutAPathNothingIsReadOrWritten) {
     WriteText(ini_, "[defaults]\nBias=3\n");
     pathCode = PF_Err_BAD_CALLBACK_PARAM;
-    EXPECT_EQ(read(), kBuiltInDefaults);
+    EXPECT_EQ(read(), builtInDefaults);
     WriteParamDefaults({}, &in_);
     EXPECT_EQ(ReadText(ini_), "[defaults]\nBias=3\n");
 }

@@ -8,8 +8,8 @@
 #include "tests/ui/user.h"
 
 using namespace host_kit;
-using test::kCloseBox;
-using test::kEscape;
+using test::closeBox;
+using test::escape;
 using test::SeenDialog;
 
 namespace {
@@ -38,7 +38,7 @@ Ini FactoryDefaults() {
         "KeycolorB=255\nColorkeyThreshold=0\nColorkeyInvert=0\n[ui]\nColorkeyGroup=1\n");
 }
 
-constexpr char kOtherDefaults[] = "[defaults]\nSoftness=33\nKeycolorG=7\n[ui]\nColorkeyGroup=0\n";
+constexpr char otherDefaults[] = "[defaults]\nSoftness=33\nKeycolorG=7\n[ui]\nColorkeyGroup=0\n";
 
 /// A module with one instance in a host that has a user before it.
 class Desk {
@@ -68,10 +68,10 @@ class Desk {
 TEST(OptionsDialog, LeavesTheFileAloneWhenNothingChanges) {
     const std::vector<std::vector<int>> visits{
         {OK_BUTTON_ID},
-        {kEscape},
-        {kCloseBox},
-        {GROUP_CHECKBOX_ID, GROUP_CHECKBOX_ID, SETTINGS_BOX_ID, kEscape}};
-    for (const std::string& ini : {std::string(), std::string("; mine\n") + kOtherDefaults}) {
+        {escape},
+        {closeBox},
+        {GROUP_CHECKBOX_ID, GROUP_CHECKBOX_ID, SETTINGS_BOX_ID, escape}};
+    for (const std::string& ini : {std::string(), std::string("; mine\n") + otherDefaults}) {
         Desk desk(ini);
         for (const std::vector<int>& actions : visits) EXPECT_TRUE(desk.work(actions));
         EXPECT_EQ(desk.ini(), ini);
@@ -84,7 +84,7 @@ TEST(OptionsDialog, RestoringFactoryDefaultsWritesOnlyADifference) {
     EXPECT_TRUE(factory.work({STORE_BUTTON_ID, RESTORE_BUTTON_ID, OK_BUTTON_ID}));
     EXPECT_FALSE(std::filesystem::exists(factory.iniPath()));
 
-    Desk other(kOtherDefaults);
+    Desk other(otherDefaults);
     EXPECT_TRUE(other.work({RESTORE_BUTTON_ID, OK_BUTTON_ID}));
     Ini expected = FactoryDefaults();
     expected["[ui]ColorkeyGroup"] = "0";
@@ -94,20 +94,20 @@ TEST(OptionsDialog, RestoringFactoryDefaultsWritesOnlyADifference) {
 TEST(OptionsDialog, StoresTheInstancesValuesForTheNextStartUp) {
     Desk desk;
     SetControls(desk.instance, {42, 5, 6, 1, 1, 2, 3, 4, 1});
-    EXPECT_TRUE(desk.work({STORE_BUTTON_ID, kEscape}));
+    EXPECT_TRUE(desk.work({STORE_BUTTON_ID, escape}));
     EXPECT_EQ(Parse(desk.ini()),
               Parse("[defaults]\nColorThreshold=42\nSoftness=5\nBias=6\nColorkeyEnable="
                     "1\nKeycolorR=1\nKeycolorG=2\n"
                     "KeycolorB=3\nColorkeyThreshold=4\nColorkeyInvert=1\n[ui]\nColorkeyGroup=1\n"));
-    EXPECT_EQ(desk.instance.param(kThreshold).u.sd.value, 42) << "the instance keeps its own";
+    EXPECT_EQ(desk.instance.param(idThreshold).u.sd.value, 42) << "the instance keeps its own";
 
     const Session next(desk.ini());
-    EXPECT_EQ(Instance(next.effect).param(kThreshold).u.sd.dephault, 42);
+    EXPECT_EQ(Instance(next.effect).param(idThreshold).u.sd.dephault, 42);
 }
 
 TEST(OptionsDialog, TheCheckboxChoosesTheLayout) {
     Desk desk;
-    EXPECT_TRUE(desk.work({GROUP_CHECKBOX_ID, kCloseBox})->controls.at(GROUP_CHECKBOX_ID).checked);
+    EXPECT_TRUE(desk.work({GROUP_CHECKBOX_ID, closeBox})->controls.at(GROUP_CHECKBOX_ID).checked);
     Ini expected = FactoryDefaults();
     expected["[ui]ColorkeyGroup"] = "0";
     EXPECT_EQ(Parse(desk.ini()), expected);
@@ -118,7 +118,7 @@ TEST(OptionsDialog, TheCheckboxChoosesTheLayout) {
 }
 
 TEST(OptionsDialog, AHostThatIgnoresDefaultsGetsTheCheckboxOnly) {
-    Desk desk(kOtherDefaults, HostNamed(PF_AppID_AfterEffects, {12, 11}));
+    Desk desk(otherDefaults, HostNamed(PF_AppID_AfterEffects, {12, 11}));
     const auto seen =
         desk.work({STORE_BUTTON_ID, RESTORE_BUTTON_ID, GROUP_CHECKBOX_ID, OK_BUTTON_ID});
     ASSERT_TRUE(seen);
@@ -130,7 +130,7 @@ TEST(OptionsDialog, AHostThatIgnoresDefaultsGetsTheCheckboxOnly) {
 
     for (const HostIdentity& newer :
          {HostNamed(PF_AppID_AfterEffects, {12, 12}), HostNamed(PF_AppID_Premiere, {11, 0})}) {
-        const auto enabled = Desk({}, newer).work({kEscape});
+        const auto enabled = Desk({}, newer).work({escape});
         EXPECT_TRUE(enabled->controls.at(STORE_BUTTON_ID).enabled);
         EXPECT_TRUE(enabled->controls.at(RESTORE_BUTTON_ID).enabled);
     }
@@ -138,7 +138,7 @@ TEST(OptionsDialog, AHostThatIgnoresDefaultsGetsTheCheckboxOnly) {
 
 TEST(OptionsDialog, OpensCentredWithThePageOnTop) {
     Desk desk;
-    const auto seen = desk.work({kEscape});
+    const auto seen = desk.work({escape});
     ASSERT_TRUE(seen);
     EXPECT_EQ(seen->caption, "option");
     RECT owner{};
@@ -158,7 +158,7 @@ TEST(OptionsDialog, OpensCentredWithThePageOnTop) {
 bool IsJapanese() { return std::getenv("NEVREL_TEST_JAPANESE") != nullptr; }
 
 TEST(OptionsDialog, SpeaksTheLanguageOfTheProcess) {
-    const auto seen = Desk().work({kEscape});
+    const auto seen = Desk().work({escape});
     ASSERT_TRUE(seen);
     const std::map<int, std::pair<std::string, std::string>> beginnings{
         {SETTINGS_BOX_ID, {"Settings (", "\x90\xDD\x92\xE8 \x81\x69"}},
@@ -200,7 +200,7 @@ TEST(Module, ServesAnInstanceThroughItsLife) {
     EXPECT_TRUE(desk.session.effect.about().ok());
     EXPECT_TRUE(instance.sequenceSetup().ok());
     EXPECT_TRUE(instance.updateParamsUi().ok());
-    instance.setSlider(kThreshold, 42);
+    instance.setSlider(idThreshold, 42);
     EXPECT_TRUE(instance.userChangedParam().ok());
     EXPECT_TRUE(SmartRender(instance, input, before).ok());
     EXPECT_NE(before.pixels(), input.pixels());

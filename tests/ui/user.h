@@ -14,8 +14,8 @@
 namespace test {
 
 /// What a user does: clicks the control with this id, or one of these.
-inline constexpr int kEscape = -1;
-inline constexpr int kCloseBox = -2;
+inline constexpr int escape = -1;
+inline constexpr int closeBox = -2;
 
 struct SeenControl {
     std::string text;

@@ -28,9 +28,9 @@ void Look(const Window& window, SeenDialog& seen) {
 
 UserAction ActionOf(int action) {
     switch (action) {
-        case kEscape:
+        case escape:
             return {UserActionKind::Escape};
-        case kCloseBox:
+        case closeBox:
             return {UserActionKind::CloseBox};
         default:
             return {UserActionKind::Click, action};

@@ -64,9 +64,9 @@ HWND FindControl(HWND dialog, int id) {
 }
 
 void Perform(HWND dialog, int action) {
-    if (action == kEscape) {
+    if (action == escape) {
         PostMessageA(dialog, WM_KEYDOWN, VK_ESCAPE, 0);
-    } else if (action == kCloseBox) {
+    } else if (action == closeBox) {
         PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     } else if (HWND control = FindControl(dialog, action)) {
         // A disabled control gets nothing of a user, but would act on a message.

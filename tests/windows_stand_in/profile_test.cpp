@@ -16,10 +16,10 @@
 
 namespace {
 
-constexpr int kFallback = 77;
+constexpr int fallback = 77;
 
 int Read(const std::string& file) {
-    return static_cast<int>(GetPrivateProfileIntA("defaults", "Bias", kFallback, file.c_str()));
+    return static_cast<int>(GetPrivateProfileIntA("defaults", "Bias", fallback, file.c_str()));
 }
 
 bool Write(const std::string& file, const char* value) {
@@ -42,17 +42,17 @@ TEST(Profile, ReadsIntegers) {
         {"[defaults]\nBias=-2147483648\n", -2147483647 - 1},
         {"[defaults]\nBias=12 percent\n", 12},
         {"[defaults]\nBias=much\n", 0},
-        {"[defaults]\nBias=\n", kFallback},
-        {"[defaults]\nBias\n", kFallback},
-        {"[defaults]\nBiased=1\nBia=2\n", kFallback},
-        {"[defaults]\nSoftness=1\n[ui]\nBias=2\n[defaults]\nBias=3\n", kFallback},
-        {"[defaults\nBias=1\n", kFallback},
-        {"", kFallback},
-        {"\n\n\n", kFallback},
+        {"[defaults]\nBias=\n", fallback},
+        {"[defaults]\nBias\n", fallback},
+        {"[defaults]\nBiased=1\nBia=2\n", fallback},
+        {"[defaults]\nSoftness=1\n[ui]\nBias=2\n[defaults]\nBias=3\n", fallback},
+        {"[defaults\nBias=1\n", fallback},
+        {"", fallback},
+        {"\n\n\n", fallback},
         {std::string("\x7f"
                      "ELF\0\xff\xfe\n\0[",
                      10),
-         kFallback},
+         fallback},
     };
     const TempFolder folder;
     int number = 0;
@@ -67,12 +67,12 @@ TEST(Profile, ReadsIntegers) {
 TEST(Profile, AFileThatIsNoFileDoesNoHarm) {
     const TempFolder folder;
     const std::string missing = folder.file("missing.ini");
-    EXPECT_EQ(Read(missing), kFallback);
+    EXPECT_EQ(Read(missing), fallback);
     EXPECT_FALSE(std::filesystem::exists(missing));
 
     const std::string directory = folder.file("folder.ini");
     std::filesystem::create_directory(directory);
-    EXPECT_EQ(Read(directory), kFallback);
+    EXPECT_EQ(Read(directory), fallback);
     EXPECT_FALSE(Write(directory, "1"));
     EXPECT_TRUE(std::filesystem::is_directory(directory));
 
@@ -148,14 +148,14 @@ TEST(ProfileFile, WhatCannotBeReadIsNotReplaced) {
     const TempFolder folder;
     const std::string pipe = folder.file("pipe.ini");  // where a reader would wait for ever
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(Read(pipe), kFallback);
+    EXPECT_EQ(Read(pipe), fallback);
     EXPECT_FALSE(Write(pipe, "1"));
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
     const std::string file = folder.file("nevrel.ini");
     WriteText(file, "[defaults]\nBias=1\n");
     std::filesystem::permissions(file, std::filesystem::perms::none);
     if (std::ifstream(file)) GTEST_SKIP() << "this user may read everything";
-    EXPECT_EQ(Read(file), kFallback);
+    EXPECT_EQ(Read(file), fallback);
     EXPECT_FALSE(Write(file, "2"));
     std::filesystem::permissions(file, std::filesystem::perms::owner_read);
     EXPECT_EQ(ReadText(file), "[defaults]\nBias=1\n");
