@@ -3,7 +3,7 @@
 #include <charconv>
 #include <string_view>
 
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 namespace nevrel {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <string>
 
-#include "command/ending_signals.h"
-#include "command/picture_error.h"
+#include "command/errors.h"
+#include "command/files/ending_signals.h"
 #include "command/run_command.h"
 
 namespace {

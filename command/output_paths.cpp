@@ -11,9 +11,9 @@
 #include <set>
 #include <utility>
 
-#include "command/picture.h"
-#include "command/picture_error.h"
-#include "command/replace_file.h"
+#include "command/errors.h"
+#include "command/files/replace_file.h"
+#include "command/pictures/picture.h"
 
 namespace nevrel {
 namespace {

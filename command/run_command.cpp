@@ -19,8 +19,8 @@
 
 #include "command/controls.h"
 #include "command/describe_module.h"
-#include "command/ending_signals.h"
-#include "command/picture_error.h"
+#include "command/errors.h"
+#include "command/files/ending_signals.h"
 #include "command/session.h"
 #include "command/smooth_picture.h"
 #include "command/terminal_dialog.h"

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 namespace nevrel {
 

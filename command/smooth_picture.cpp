@@ -4,11 +4,11 @@
 #include <new>
 #include <system_error>
 
-#include "command/color_channels.h"
 #include "command/controls.h"
-#include "command/picture_error.h"
-#include "command/picture_pixels.h"
-#include "command/sample_types.h"
+#include "command/errors.h"
+#include "command/pictures/color_channels.h"
+#include "command/pictures/picture_pixels.h"
+#include "command/pictures/sample_types.h"
 #include "command/session.h"
 #include "host_kit/frame.h"
 

@@ -7,7 +7,7 @@
 
 #include "command/in_parallel.h"
 #include "command/output_paths.h"
-#include "command/remarks.h"
+#include "command/pictures/remarks.h"
 #include "host_kit/instance.h"
 
 namespace nevrel {

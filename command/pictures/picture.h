@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "command/png_details.h"
-#include "command/remarks.h"
+#include "command/pictures/png_details.h"
+#include "command/pictures/remarks.h"
 
 namespace nevrel {
 

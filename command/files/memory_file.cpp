@@ -1,4 +1,4 @@
-#include "command/memory_file.h"
+#include "command/files/memory_file.h"
 
 #include <sys/mman.h>
 #include <sys/stat.h>

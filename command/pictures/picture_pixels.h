@@ -1,8 +1,8 @@
 // Between a picture's samples and the images that the effect works on.
 #pragma once
 
-#include "command/color_channels.h"
-#include "command/picture.h"
+#include "command/pictures/color_channels.h"
+#include "command/pictures/picture.h"
 #include "host_kit/world.h"
 
 namespace nevrel {

@@ -1,4 +1,4 @@
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 #include <array>
 #include <cstdio>

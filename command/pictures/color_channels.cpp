@@ -1,4 +1,4 @@
-#include "command/color_channels.h"
+#include "command/pictures/color_channels.h"
 
 #include <algorithm>
 #include <cctype>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 namespace nevrel {
 namespace {

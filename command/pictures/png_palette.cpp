@@ -1,4 +1,4 @@
-#include "command/png_palette.h"
+#include "command/pictures/png_palette.h"
 
 #include <algorithm>
 #include <bit>

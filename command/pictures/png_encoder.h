@@ -11,9 +11,9 @@
 #include <system_error>
 #include <vector>
 
-#include "command/memory_file.h"
-#include "command/picture.h"
-#include "command/png_details.h"
+#include "command/files/memory_file.h"
+#include "command/pictures/picture.h"
+#include "command/pictures/png_details.h"
 
 namespace nevrel {
 

@@ -1,4 +1,4 @@
-#include "command/dpx_row.h"
+#include "command/pictures/dpx_row.h"
 
 #include <algorithm>
 #include <cassert>

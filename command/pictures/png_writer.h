@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "command/memory_file.h"
-#include "command/picture.h"
+#include "command/files/memory_file.h"
+#include "command/pictures/picture.h"
 
 namespace nevrel {
 

@@ -1,4 +1,4 @@
-#include "command/png_writer.h"
+#include "command/pictures/png_writer.h"
 
 #include <array>
 #include <optional>
@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "command/picture_pixels.h"
-#include "command/png_details.h"
-#include "command/png_encoder.h"
-#include "command/png_palette.h"
+#include "command/pictures/picture_pixels.h"
+#include "command/pictures/png_details.h"
+#include "command/pictures/png_encoder.h"
+#include "command/pictures/png_palette.h"
 
 namespace nevrel {
 namespace {

@@ -1,4 +1,4 @@
-#include "command/picture.h"
+#include "command/pictures/picture.h"
 
 #include <algorithm>
 #include <array>
@@ -6,10 +6,10 @@
 #include <new>
 #include <utility>
 
-#include "command/descriptor.h"
-#include "command/dpx_file.h"
-#include "command/picture_error.h"
-#include "command/tiff_pages.h"
+#include "command/errors.h"
+#include "command/files/descriptor.h"
+#include "command/pictures/dpx_file.h"
+#include "command/pictures/tiff_pages.h"
 
 namespace nevrel {
 namespace {

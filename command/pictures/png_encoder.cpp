@@ -1,4 +1,4 @@
-#include "command/png_encoder.h"
+#include "command/pictures/png_encoder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <new>
 #include <utility>
 
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 namespace nevrel {
 namespace {

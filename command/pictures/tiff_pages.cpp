@@ -1,4 +1,4 @@
-#include "command/tiff_pages.h"
+#include "command/pictures/tiff_pages.h"
 
 #include <array>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <set>
 #include <span>
 
-#include "command/file_numbers.h"
+#include "command/pictures/file_numbers.h"
 
 namespace nevrel {
 namespace {

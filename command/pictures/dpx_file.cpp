@@ -1,4 +1,4 @@
-#include "command/dpx_file.h"
+#include "command/pictures/dpx_file.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "command/picture_error.h"
+#include "command/errors.h"
 
 namespace nevrel {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "command/picture.h"
+#include "command/pictures/picture.h"
 #include "sdk/effect_api.h"
 
 namespace nevrel {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "command/picture.h"
-#include "command/png_details.h"
+#include "command/pictures/picture.h"
+#include "command/pictures/png_details.h"
 
 namespace nevrel {
 

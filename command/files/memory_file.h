@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "command/descriptor.h"
+#include "command/files/descriptor.h"
 
 namespace nevrel {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "command/file_numbers.h"
+#include "command/pictures/file_numbers.h"
 
 namespace nevrel {
 

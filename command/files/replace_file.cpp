@@ -1,4 +1,4 @@
-#include "command/replace_file.h"
+#include "command/files/replace_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
-#include "command/descriptor.h"
-#include "command/ending_signals.h"
-#include "command/picture_error.h"
+#include "command/errors.h"
+#include "command/files/descriptor.h"
+#include "command/files/ending_signals.h"
 
 namespace nevrel {
 namespace {

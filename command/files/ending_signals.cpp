@@ -1,4 +1,4 @@
-#include "command/ending_signals.h"
+#include "command/files/ending_signals.h"
 
 #include <unistd.h>
 

@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "command/dpx_row.h"
-#include "command/memory_file.h"
-#include "command/picture.h"
+#include "command/files/memory_file.h"
+#include "command/pictures/dpx_row.h"
+#include "command/pictures/picture.h"
 
 namespace nevrel {
 

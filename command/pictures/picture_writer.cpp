@@ -6,12 +6,12 @@
 #include <system_error>
 #include <utility>
 
-#include "command/dpx_file.h"
-#include "command/memory_file.h"
-#include "command/picture.h"
-#include "command/picture_error.h"
-#include "command/png_writer.h"
-#include "command/replace_file.h"
+#include "command/errors.h"
+#include "command/files/memory_file.h"
+#include "command/files/replace_file.h"
+#include "command/pictures/dpx_file.h"
+#include "command/pictures/picture.h"
+#include "command/pictures/png_writer.h"
 
 namespace nevrel {
 

@@ -1,4 +1,4 @@
-#include "command/picture_pixels.h"
+#include "command/pictures/picture_pixels.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "command/sample_types.h"
+#include "command/pictures/sample_types.h"
 
 namespace nevrel {
 namespace {

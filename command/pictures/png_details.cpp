@@ -1,12 +1,12 @@
-#include "command/png_details.h"
+#include "command/pictures/png_details.h"
 
 #include <algorithm>
 #include <fstream>
 #include <span>
 #include <string_view>
 
-#include "command/file_numbers.h"
-#include "command/picture_error.h"
+#include "command/errors.h"
+#include "command/pictures/file_numbers.h"
 
 namespace nevrel {
 namespace {
