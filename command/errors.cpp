@@ -1,9 +1,22 @@
 #include "command/errors.h"
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace nevrel {
+
+void ThrowSystemError(const std::filesystem::path& path, const std::string& what) {
+    constexpr std::array passing{ENOSPC,    EDQUOT,       EIO,         ESTALE, ENOTCONN, EHOSTDOWN,
+                                 ETIMEDOUT, EHOSTUNREACH, ENETUNREACH, EMFILE, ENFILE};
+    const int error = errno;
+    const std::string reason = what + ": " + std::strerror(error);
+    if (std::find(passing.begin(), passing.end(), error) != passing.end())
+        throw PassingError(path, reason);
+    throw PictureError(path, reason);
+}
 
 std::string OneLine(std::string text) {
     while (!text.empty() && text.back() == '\n') text.pop_back();

@@ -22,6 +22,15 @@ class UnreadablePicture : public PictureError {
     using PictureError::PictureError;
 };
 
+/// The kind of it that may pass: a full disk, a share that is away.
+class PassingError : public PictureError {
+  public:
+    using PictureError::PictureError;
+};
+
+/// Throws the picture error for what the system last reported in `errno`.
+[[noreturn]] void ThrowSystemError(const std::filesystem::path& path, const std::string& what);
+
 /// Wrong usage of the command; the text is one line and names the option.
 class UsageError : public std::runtime_error {
   public:

@@ -1,6 +1,6 @@
 #include "command/in_parallel.h"
 
-#include <atomic>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -13,41 +13,45 @@ namespace {
 
 class Pieces {
   public:
-    Pieces(std::size_t count, const std::function<Outcome(std::size_t)>& work,
-           const Complain& complain)
-        : work_(work), complain_(complain), outcomes_(count) {}
+    Pieces(std::size_t count, const Work& work, const Tell& tell)
+        : count_(count), work_(work), tell_(tell) {}
 
     /// One thread's share.
     void workOn() {
-        for (std::size_t i = next_++; i < outcomes_.size(); i = next_++) finish(i, work_(i));
+        while (const auto piece = take()) finish(*piece, work_(*piece));
     }
 
-    [[nodiscard]] bool allSucceeded() const { return succeeded_; }
-
   private:
+    std::optional<std::size_t> take() {
+        const std::lock_guard lock(mutex_);
+        if (stopped_ || next_ == count_) return std::nullopt;
+        return next_++;
+    }
+
     void finish(std::size_t piece, Outcome outcome) {
         const std::lock_guard lock(mutex_);
-        succeeded_ = succeeded_ && outcome.succeeded;
-        outcomes_[piece] = std::move(outcome);
-        for (; told_ < outcomes_.size() && outcomes_[told_]; ++told_) {
-            for (const std::string& line : outcomes_[told_]->lines) complain_(line);
+        untold_.emplace(piece, std::move(outcome));
+        while (!untold_.empty() && untold_.begin()->first == told_) {
+            if (!tell_(told_, untold_.begin()->second)) stopped_ = true;
+            untold_.erase(untold_.begin());
+            ++told_;
         }
     }
 
-    const std::function<Outcome(std::size_t)>& work_;
-    const Complain& complain_;
-    std::atomic<std::size_t> next_{0};
+    const std::size_t count_;
+    const Work& work_;
+    const Tell& tell_;
     std::mutex mutex_;
-    std::vector<std::optional<Outcome>> outcomes_;  ///< of each piece that is done
-    std::size_t told_ = 0;                          ///< pieces whose outcome has been told
-    bool succeeded_ = true;
+    std::size_t next_ = 0;
+    std::size_t told_ = 0;
+    std::map<std::size_t, Outcome> untold_;  ///< done before their turn
+    bool stopped_ = false;
 };
 
 }  // namespace
 
-bool DoInParallel(std::size_t count, unsigned threads,
-                  const std::function<Outcome(std::size_t)>& work, const Complain& complain) {
-    Pieces pieces(count, work, complain);
+void DoInParallel(std::size_t count, unsigned threads, const Work& work, const Tell& tell) {
+    Pieces pieces(count, work, tell);
     std::vector<std::jthread> helpers;
     try {
         while (helpers.size() + 1 < threads && helpers.size() + 1 < count)
@@ -55,8 +59,6 @@ bool DoInParallel(std::size_t count, unsigned threads,
     } catch (const std::system_error&) {  // the system gives no more threads; fewer will do
     }
     pieces.workOn();
-    helpers.clear();  // waits for them
-    return pieces.allSucceeded();
 }
 
 }  // namespace nevrel

@@ -1,28 +1,26 @@
 #include "command/run_command.h"
 
-#include <sched.h>
-
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <numeric>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "command/controls.h"
+#include "command/command_line.h"
 #include "command/describe_module.h"
 #include "command/errors.h"
 #include "command/files/ending_signals.h"
+#include "command/manual.h"
+#include "command/raw_frames.h"
 #include "command/session.h"
-#include "command/smooth_picture.h"
+#include "command/settings_file.h"
 #include "command/terminal_dialog.h"
 
 namespace nevrel {
@@ -30,113 +28,92 @@ namespace {
 
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
-constexpr int mostJobs = 1000;
-constexpr char depthOption[] = "--depth";
 
-/// Processors that this process may run on.
-unsigned Processors() {
-    cpu_set_t processors;
-    if (sched_getaffinity(0, sizeof processors, &processors) != 0) return 1;
-    return static_cast<unsigned>(CPU_COUNT(&processors));
+/// Sets the controls from the settings file and the line, and writes them where the line says.
+void SetControls(const CommandLine& line, host_kit::Instance& instance) {
+    if (!line.settings.empty()) ReadSettingsFile(line.settings, instance);
+    ApplyControls(line.controls, instance);
+    if (!line.savedSettings.empty()) WriteSettingsFile(line.savedSettings, instance);
 }
 
-struct CommandLine {
-    std::string modulePath;
-    std::string language;  // read by the module itself from the process's command line
-    std::vector<std::filesystem::path> inputs;
-    std::filesystem::path output;
-    std::string format;
-    unsigned jobs = Processors();
-    SmoothSettings settings;
-    std::optional<std::string> depth;
-    ControlValues controls;
-};
-
-PF_PixelFormat Depth(const std::string& text) {
-    if (text == "8") return PF_PixelFormat_ARGB32;
-    if (text == "16") return PF_PixelFormat_ARGB64;
-    if (text == "float") return PF_PixelFormat_ARGB128;
-    throw UsageError(depthOption + (": '" + text + "' is not 8, 16 or float"));
-}
-
-void AddControlOptions(CLI::App& app, ControlValues& controls) {
-    for (std::size_t i = 0; i < sliderOptions.size(); ++i) {
-        app.add_option(sliderOptions[i].option, controls.sliders[i], sliderOptions[i].help)
-            ->type_name("N");
+void RequireNoOutput(const PictureList& pictures) {
+    std::size_t present = 0;
+    std::filesystem::path first;
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        const std::filesystem::path output = pictures[i].output;
+        if (std::error_code error; !std::filesystem::exists(output, error)) continue;
+        if (present++ == 0) first = output;
     }
-    auto* key = app.add_option("--color-key", controls.colorKey,
-                               "makes this color transparent: '#rrggbb', '#rgb' or a name")
-                    ->type_name("COLOR");
-    app.add_flag("--no-color-key", controls.withoutColorKey,
-                 "switches off a key that is on by default")
-        ->excludes(key);
-    auto* invert = app.add_flag("--invert", controls.invert,
-                                "makes every color but the key color transparent");
-    app.add_flag("--no-invert", controls.withoutInvert,
-                 "switches inversion off when it is on by default")
-        ->excludes(invert);
+    if (present == 0) return;
+    throw UsageError(first.string() + ": is there already" +
+                     (present == 1 ? "" : ", as are " + std::to_string(present - 1) + " others") +
+                     "; see --skip-existing and --overwrite");
 }
 
-void AddSmooth(CLI::App& app, CommandLine& line) {
-    CLI::App* smooth = app.add_subcommand("smooth", "smooths the stair-stepped edges of pictures");
-    smooth->footer(
-        "A picture that fails does not stop the others; the exit status is 1 then.\n"
-        "Ranges and defaults of the controls are the module's own: see `nevrel params`.");
-    smooth->add_option("input", line.inputs, "PNG, TIFF, TGA, BMP, EXR or DPX")
-        ->multi_option_policy(CLI::MultiOptionPolicy::Throw)
-        ->required()
-        ->type_name("IN");
-    smooth
-        ->add_option(
-            "-o,--output", line.output,
-            "the smoothed picture, whose extension names the format; or a folder for pictures of "
-            "the inputs' names, a new one with a slash at its end")
-        ->required()
-        ->type_name("OUT");
-    smooth
-        ->add_option("--format", line.format,
-                     "extension of the pictures in a folder; the inputs' own by default")
-        ->type_name("EXT");
-    smooth
-        ->add_option("--jobs", line.jobs,
-                     "pictures to smooth at a time; the number of processors by default")
-        ->check(CLI::Range(1, mostJobs))
-        ->type_name("N");
-    AddControlOptions(*smooth, line.controls);
-    smooth
-        ->add_option(depthOption, line.depth,
-                     "depth to smooth at; the file's own by default, which it keeps")
-        ->type_name("8|16|float");
-    smooth->add_option("--layer", line.settings.layer, "the layer of an EXR to smooth")
-        ->type_name("NAME");
-    smooth
-        ->add_flag("--all-parts", line.settings.allParts,
-                   "smooths every part of an EXR and every page of a TIFF, not just the first")
-        ->excludes("--layer");
-    smooth->add_flag("--verbose", line.settings.verbose,
-                     "tells what a picture could not keep in its file");
+void PrintPlan(const CommandLine& line, const PictureList& pictures,
+               const host_kit::Instance& instance) {
+    std::cout << SettingsText(instance);
+    std::size_t present = 0;
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        const PicturePaths paths = pictures[i];
+        std::error_code error;
+        const bool isThere = line.run.existing == Existing::Skip &&
+                             std::filesystem::is_regular_file(paths.output, error);
+        present += isThere ? 1 : 0;
+        std::cout << Printable(paths.input.string()) << " -> " << Printable(paths.output.string());
+        if (!paths.mask.empty()) std::cout << ", mask " << Printable(paths.mask.string());
+        std::cout << (isThere ? ", is there already\n" : "\n");
+    }
+    std::cout << pictures.size() << " pictures, " << present << " of them there already, "
+              << line.run.jobs << " at a time\n";
 }
 
-void AddOptions(CLI::App& app, CommandLine& line) {
-    CLI::App* options =
-        app.add_subcommand("options", "shows the effect's options dialog, here in the terminal");
-    options->footer(
-        "The options of the controls set what the dialog calls the current parameter values.");
-    AddControlOptions(*options, line.controls);
+void RequireFreeOutput(const CommandLine& line) {
+    const bool printsProgress = line.run.progress.style == ProgressStyle::Json ||
+                                line.run.progress.style == ProgressStyle::OpenJd;
+    if (printsProgress)
+        throw UsageError("--progress: the standard output is taken; choose plain or --quiet");
 }
 
-int Smooth(CommandLine& line, const Complain& complain) {
-    if (line.depth) line.settings.depth = Depth(*line.depth);
-    const std::vector<PicturePaths> pictures = FindOutputs(line.inputs, line.output, line.format);
+int SmoothRaw(const CommandLine& line, host_kit::Instance& instance) {
+    if (!line.pictures.inputs.empty() || !line.pictures.output.empty())
+        throw UsageError(
+            "--raw: goes from the standard input to the standard output, without names");
+    RequireFreeOutput(line);
+    SmoothRawFrames(instance, line.smooth, ParseRawFormat(*line.raw), line.pictures.mask);
+    return 0;
+}
+
+int Smooth(const CommandLine& line, const Complain& complain) {
     const Session session(line.modulePath);
     host_kit::Instance instance(session.effect());
-    ApplyControls(line.controls, instance);
-    const auto setUp = instance.sequenceSetup();
-    if (!setUp.ok())
-        throw host_kit::ModuleError(line.modulePath + ": sequence set-up " + FailureText(setUp));
-    PrepareFolders(line.output, pictures);
-    OutliveReaders();
-    return SmoothPictures(instance, line.settings, pictures, line.jobs, complain) ? 0 : failed;
+    SetControls(line, instance);
+    const auto setUp = [&] {
+        const auto result = instance.sequenceSetup();
+        if (!result.ok())
+            throw host_kit::ModuleError(line.modulePath + ": sequence set-up " +
+                                        FailureText(result));
+        OutliveReaders();
+    };
+    if (line.raw) {
+        setUp();
+        return SmoothRaw(line, instance);
+    }
+    if (line.pictures.inputs.empty()) throw UsageError("input is required: files to smooth");
+    if (line.pictures.output.empty()) throw UsageError("--output is required: where they go");
+    if (line.pictures.output == standardStream) RequireFreeOutput(line);
+    const PictureList pictures(line.pictures);
+    if (!line.run.progress.quiet) {
+        for (const std::string& remark : pictures.remarks()) complain(OneLine(remark));
+    }
+    if (line.run.existing == Existing::Refuse) RequireNoOutput(pictures);
+    if (line.dryRun) {
+        PrintPlan(line, pictures, instance);
+        return 0;
+    }
+    setUp();
+    PrepareFolders(line.pictures.output, pictures);
+    return SmoothPictures(instance, line.smooth, line.run, pictures, complain);
 }
 
 void ShowOptions(const CommandLine& line) {
@@ -145,7 +122,7 @@ void ShowOptions(const CommandLine& line) {
     mainWindow.shower = &dialog;
     const Session session(line.modulePath, &mainWindow);
     host_kit::Instance instance(session.effect());
-    ApplyControls(line.controls, instance);
+    SetControls(line, instance);
     const auto result = instance.doDialog();
     if (!result.ok())
         throw host_kit::ModuleError(line.modulePath + ": options " + FailureText(result));
@@ -193,35 +170,27 @@ void RequirePrinted() {
 int Run(int argc, const char* const* argv, const Complain& complain) {
     CommandLine line;
     line.modulePath = DefaultModulePath().string();
-    CLI::App app("Smooths the stair-stepped edges of pictures with the nevrel effect.", "nevrel");
-    app.require_subcommand(1)->fallthrough();
-    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    app.set_version_flag("-V,--version", "nevrel " NEVREL_VERSION, "prints the version");
-    app.add_option("--module", line.modulePath,
-                   "the effect's module; by default nevrel.so beside this program")
-        ->type_name("FILE");
-    app.add_option("-L", line.language, "language of the effect's texts, JP or EN")
-        ->type_name("LANGUAGE");
-    AddSmooth(app, line);
-    AddOptions(app, line);
-    app.add_subcommand("about", "prints what the module says about itself");
-    app.add_subcommand("params", "prints the controls with their ranges and defaults");
+    const std::unique_ptr<CLI::App> app = MakeParser(line);
     try {
-        app.parse(argc, argv);
+        app->parse(argc, argv);
     } catch (const CLI::Success& request) {
-        app.exit(request);
+        app->exit(request);
         RequirePrinted();
         return 0;
     } catch (const CLI::ParseError& error) {
-        RequireKnownCommand(app);
+        RequireKnownCommand(*app);
         throw UsageError(OneLine(error.what()));
     }
-    if (app.got_subcommand("smooth")) return Smooth(line, complain);
-    if (app.got_subcommand("options")) ShowOptions(line);
-    if (app.got_subcommand("about")) std::cout << AboutText(Session(line.modulePath).effect());
-    if (app.got_subcommand("params")) std::cout << ParamsText(Session(line.modulePath).effect());
+    FinishCommandLine(line);
+    int status = 0;
+    if (app->got_subcommand("smooth")) status = Smooth(line, complain);
+    if (app->got_subcommand("options")) ShowOptions(line);
+    if (app->got_subcommand("about")) std::cout << AboutText(Session(line.modulePath).effect());
+    if (app->got_subcommand("params")) std::cout << ParamsText(Session(line.modulePath).effect());
+    if (app->got_subcommand("completion")) std::cout << CompletionScript(*app, line.shell);
+    if (app->got_subcommand("manual")) std::cout << ManualPage(*app);
     RequirePrinted();
-    return 0;
+    return status;
 }
 
 }  // namespace
@@ -231,6 +200,9 @@ int RunCommand(int argc, const char* const* argv, const Complain& complain) try 
 } catch (const UsageError& error) {
     complain(OneLine(error.what()));
     return wrongUsage;
+} catch (const PassingError& error) {
+    complain(OneLine(error.what()));
+    return tryAgainStatus;
 } catch (const std::exception& error) {
     complain(OneLine(error.what()));
     return failed;

@@ -6,6 +6,7 @@
 
 #include "command/controls.h"
 #include "command/errors.h"
+#include "command/files/ending_signals.h"
 #include "command/pictures/color_channels.h"
 #include "command/pictures/picture_pixels.h"
 #include "command/pictures/sample_types.h"
@@ -55,25 +56,19 @@ void Adapt(Part& part, const ColorChannels& channels, const Picture& input,
     part = Recast(part, channels, associated);
 }
 
-/// Smooths the part that holds the channels, as `format` stores it.
-void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
-                Picture& picture, ColorChannels& channels, const std::string& format) {
-    Part& part = picture.parts[channels.part];
-    const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
-    World input(depth, part.spec.width, part.spec.height, {.pooled = true});
-    World output(depth, part.spec.width, part.spec.height, {.pooled = true});
-    LoadPixels(part, channels, input);
-    Render(instance, input, output, paths.input);
-
-    Adapt(part, channels, picture, format, paths.output);
-    const bool keyed = instance.param(idColorKeyEnable).u.bd.value != 0;
-    if (keyed && channels.alpha < 0) AddAlpha(part, channels);
-    if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
-        ExpandGrey(part, channels);
-    StorePixels(input, output, channels, part);
-    const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
-    if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16)
-        RoundToBits(part, bits);
+void Mask(const std::filesystem::path& path, const World& before, World& after) {
+    const Picture picture = ReadPicture(path);
+    const ColorChannels channels = FindColorChannels(picture, "", path);
+    const Part& mask = picture.parts[channels.part];
+    if (mask.spec.width != before.width() || mask.spec.height != before.height()) {
+        const auto size = [](auto width, auto height) {
+            return std::to_string(width) + " x " + std::to_string(height);
+        };
+        throw PictureError(path, "is a mask of " + size(mask.spec.width, mask.spec.height) +
+                                     " pixels for a picture of " +
+                                     size(before.width(), before.height()));
+    }
+    ApplyMask(mask, channels, before, after);
 }
 
 std::vector<ColorChannels> ChannelsToSmooth(const SmoothSettings& settings, const Picture& picture,
@@ -108,8 +103,13 @@ void WarnOfLinearLight(const Part& part, const std::string& from, const PictureP
 std::vector<std::string> Lines(const Remarks& remarks, bool verbose) {
     std::vector<std::string> lines = remarks.warnings;
     if (verbose) lines.insert(lines.end(), remarks.details.begin(), remarks.details.end());
-    for (std::string& line : lines) line = OneLine(line);
     return lines;
+}
+
+/// Empty where the output takes the input's format.
+std::string OutputFormat(const SmoothSettings& settings, const PicturePaths& paths) {
+    if (paths.output != standardStream) return FormatForPath(paths.output);
+    return settings.streamFormat.empty() ? "" : FormatForPath("*." + settings.streamFormat);
 }
 
 /// Lets the picture library use so many threads for one picture.
@@ -121,14 +121,37 @@ void SetLibraryThreads(int threads) {
 
 }  // namespace
 
+void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
+                const std::string& format, Picture& picture, ColorChannels& channels,
+                StageTimes& times) {
+    Part& part = picture.parts[channels.part];
+    const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
+    World input(depth, part.spec.width, part.spec.height, {.pooled = true});
+    World output(depth, part.spec.width, part.spec.height, {.pooled = true});
+    times.measure(Stage::Load, [&] { LoadPixels(part, channels, input); });
+    times.measure(Stage::Kernel, [&] { Render(instance, input, output, paths.input); });
+    if (!paths.mask.empty()) Mask(paths.mask, input, output);
+
+    times.measure(Stage::Store, [&] {
+        Adapt(part, channels, picture, format, paths.output);
+        const bool keyed = instance.param(idColorKeyEnable).u.bd.value != 0;
+        if (keyed && channels.alpha < 0) AddAlpha(part, channels);
+        if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
+            ExpandGrey(part, channels);
+        StorePixels(input, output, channels, part);
+        const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
+        if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16)
+            RoundToBits(part, bits);
+    });
+}
+
 void SmoothPicture(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
                    Remarks& remarks) try {
-    if (std::error_code error; std::filesystem::is_directory(paths.input, error)) {
-        throw PictureError(paths.input, "is a folder; name its pictures, as in " +
-                                            (paths.input / "*.png").string());
-    }
-    const std::string format = FormatForPath(paths.output);
-    Picture picture = ReadPicture(paths.input);
+    std::string format = OutputFormat(settings, paths);
+    Picture picture = remarks.times.measure(Stage::Decode, [&] {
+        return paths.input == standardStream ? ReadStandardInput() : ReadPicture(paths.input);
+    });
+    if (format.empty()) format = picture.format;
     std::vector<ColorChannels> channels = ChannelsToSmooth(settings, picture, paths.input, remarks);
     if (picture.parts.size() > 1 && format != picture.format) {
         throw PictureError(paths.output, "the " + std::to_string(picture.parts.size()) +
@@ -137,29 +160,52 @@ void SmoothPicture(Instance& instance, const SmoothSettings& settings, const Pic
     }
     WarnOfLinearLight(picture.parts.front(), picture.format, paths, format, remarks);
     for (ColorChannels& part : channels)
-        SmoothPart(instance, settings, paths, picture, part, format);
+        SmoothPart(instance, settings, paths, format, picture, part, remarks.times);
     picture.format = format;
-    WritePicture(picture, paths.output, remarks);
+    WritePicture(picture, paths.output, settings.write, remarks);
 } catch (const std::bad_alloc&) {
     throw PictureError(paths.input, "not enough memory");
 }
 
-bool SmoothPictures(Instance& instance, const SmoothSettings& settings,
-                    const std::vector<PicturePaths>& pictures, unsigned jobs,
-                    const Complain& complain) {
-    SetLibraryThreads(std::max(1, static_cast<int>(jobs / pictures.size())));
-    const auto smooth = [&](std::size_t i) -> Outcome {
+namespace {
+
+Outcome TrySmoothing(Instance& instance, const SmoothSettings& settings, Existing existing,
+                     const PicturePaths& paths, bool verbose) {
+    using Verdict = Outcome::Verdict;
+    std::error_code none;
+    if (existing == Existing::Skip && std::filesystem::is_regular_file(paths.output, none))
+        return {.verdict = Verdict::Skipped, .lines = {}};
+    try {
         Remarks remarks;
-        try {
-            SmoothPicture(instance, settings, pictures[i], remarks);
-            return {true, Lines(remarks, settings.verbose)};
-        } catch (const PictureError& error) {
-            return {false, {OneLine(error.what())}};
-        } catch (const std::exception& error) {
-            return {false, {OneLine(PictureError(pictures[i].input, error.what()).what())}};
-        }
+        SmoothPicture(instance, settings, paths, remarks);
+        return {Verdict::Done, Lines(remarks, verbose), remarks.times};
+    } catch (const PassingError& error) {
+        return {.verdict = Verdict::FailedForAWhile, .lines = {error.what()}};
+    } catch (const PictureError& error) {
+        return {.verdict = Verdict::Failed, .lines = {error.what()}};
+    } catch (const std::exception& error) {
+        return {.verdict = Verdict::Failed,
+                .lines = {PictureError(paths.input, error.what()).what()}};
+    }
+}
+
+}  // namespace
+
+int SmoothPictures(Instance& instance, const SmoothSettings& settings, const RunSettings& run,
+                   const PictureList& pictures, const Complain& complain) {
+    SetLibraryThreads(std::max(1, static_cast<int>(run.jobs / pictures.size())));
+    Progress progress(run.progress, pictures.size(), complain);
+    const LastWords interrupted([&progress] { progress.interrupt(); });
+    const auto smooth = [&](std::size_t i) {
+        return TrySmoothing(instance, settings, run.existing, pictures[i], run.progress.verbose);
     };
-    return DoInParallel(pictures.size(), jobs, smooth, complain);
+    const auto tell = [&](std::size_t i, const Outcome& outcome) {
+        progress.add(pictures[i], outcome);
+        return !run.failFast || outcome.succeeded();
+    };
+    DoInParallel(pictures.size(), run.jobs, smooth, tell);
+    progress.finish();
+    return progress.status();
 }
 
 }  // namespace nevrel

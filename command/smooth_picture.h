@@ -3,33 +3,50 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "command/in_parallel.h"
-#include "command/output_paths.h"
-#include "command/pictures/remarks.h"
+#include "command/pictures/color_channels.h"
+#include "command/pictures/picture.h"
+#include "command/progress.h"
+#include "command/sequences/picture_list.h"
 #include "host_kit/instance.h"
 
 namespace nevrel {
+
+/// What becomes of outputs that are there before.
+enum class Existing { Overwrite, Skip, Refuse };
 
 /// How pictures are smoothed, beside the instance's controls.
 struct SmoothSettings {
     std::string layer;                    ///< of an EXR; empty for the picture's own channels
     std::optional<PF_PixelFormat> depth;  ///< of the kernels; the picture's own by default
     bool allParts = false;                ///< not just the first part or page with colour
-    bool verbose = false;                 ///< tells details of what became of pictures
+    std::string streamFormat;             ///< of the standard output; empty for the input's own
+    WriteSettings write;
 };
+
+/// How the pictures of a run are gone through.
+struct RunSettings {
+    unsigned jobs = 1;
+    Existing existing = Existing::Overwrite;
+    bool failFast = false;  ///< the first failure stops the run
+    ProgressSettings progress;
+};
+
+/// Smooths the channels of one part of a picture, as `format` stores it. `paths` names the mask,
+/// and the files in errors.
+void SmoothPart(host_kit::Instance& instance, const SmoothSettings& settings,
+                const PicturePaths& paths, const std::string& format, Picture& picture,
+                ColorChannels& channels, StageTimes& times);
 
 /// Several threads may smooth pictures with one instance at once. Throws a std::exception,
 /// as a rule a PictureError; nothing has been written then.
 void SmoothPicture(host_kit::Instance& instance, const SmoothSettings& settings,
                    const PicturePaths& paths, Remarks& remarks);
 
-/// Smooths the pictures, up to `jobs` at a time, each in one thread that reads, renders and writes
-/// it. Failures and remarks are passed to `complain`, in the order of the pictures; none stops
-/// another. Returns whether none failed.
-bool SmoothPictures(host_kit::Instance& instance, const SmoothSettings& settings,
-                    const std::vector<PicturePaths>& pictures, unsigned jobs,
-                    const Complain& complain);
+/// Smooths the pictures, several at a time, each in one thread that reads, renders and writes it.
+/// What there is to tell goes to `complain`, in the order of the pictures. Returns the exit status
+/// as Progress gives it.
+int SmoothPictures(host_kit::Instance& instance, const SmoothSettings& settings,
+                   const RunSettings& run, const PictureList& pictures, const Complain& complain);
 
 }  // namespace nevrel

@@ -2,52 +2,76 @@
 
 #include <unistd.h>
 
-#include <atomic>
 #include <csignal>
+#include <mutex>
+#include <thread>
+#include <utility>
 
 namespace nevrel {
 namespace {
 
-constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
-
-/// Set in `waits` once a signal has come; the rest of it counts the waits that live. One word for
-/// both, so that no wait can begin unseen between a signal and the end of the program.
-constexpr unsigned ending = 1U << 31;
-
-std::atomic<unsigned> waits{0};
-std::atomic<int> pendingSignal{0};
-
-void EndBySignal(int number) {
-    signal(number, SIG_DFL);
-    raise(number);
+/// Shared by what must not be cut short, held alone by the end of the program.
+std::shared_mutex& Ending() {
+    static std::shared_mutex mutex;
+    return mutex;
 }
 
-void OnSignal(int number) {
-    pendingSignal = number;
-    if ((waits.fetch_or(ending) & ~ending) == 0) EndBySignal(number);
+struct Words {
+    std::mutex mutex;
+    std::function<void()> say;
+};
+
+Words& CurrentWords() {
+    static Words words;
+    return words;
 }
 
-void EndWait() {
-    if (waits.fetch_sub(1) == (ending | 1U)) EndBySignal(pendingSignal);
+[[noreturn]] void EndBySignal(int number) {
+    const std::unique_lock ending(Ending());
+    Words& words = CurrentWords();
+    const std::lock_guard lock(words.mutex);
+    if (words.say) words.say();
+    _exit(128 + number);
+}
+
+/// The signals that end the program, but for those that whoever started it has it ignore.
+sigset_t EndingSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU}) {
+        struct sigaction action {};
+        sigaction(number, nullptr, &action);
+        if (action.sa_handler != SIG_IGN) sigaddset(&signals, number);
+    }
+    return signals;
 }
 
 }  // namespace
 
 void PrepareSignals() {
-    for (const int number : endingSignals) {
-        if (signal(number, OnSignal) == SIG_IGN) signal(number, SIG_IGN);
-    }
+    const sigset_t signals = EndingSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::thread([signals] {
+        int number = 0;
+        while (sigwait(&signals, &number) != 0) {
+        }
+        EndBySignal(number);
+    }).detach();
     signal(SIGXFSZ, SIG_IGN);
 }
 
 void OutliveReaders() { signal(SIGPIPE, SIG_IGN); }
 
-EndingSignalsWait::EndingSignalsWait() {
-    if ((waits.fetch_add(1) & ending) == 0) return;
-    EndWait();
-    for (;;) pause();
+EndingSignalsWait::EndingSignalsWait() : lock_(Ending()) {}
+
+LastWords::LastWords(std::function<void()> say) {
+    const std::lock_guard lock(CurrentWords().mutex);
+    CurrentWords().say = std::move(say);
 }
 
-EndingSignalsWait::~EndingSignalsWait() { EndWait(); }
+LastWords::~LastWords() {
+    const std::lock_guard lock(CurrentWords().mutex);
+    CurrentWords().say = nullptr;
+}
 
 }  // namespace nevrel

@@ -1,24 +1,37 @@
-// The signals that end the program, and how they wait for what must not be left half done.
+// Signals that end the program.
 #pragma once
+
+#include <functional>
+#include <shared_mutex>
+#include <string>
 
 namespace nevrel {
 
-/// Lets the signals that users and systems end programs with do so only when no EndingSignalsWait
-/// lives, unless they were ignored from the start, and makes a file size limit an error of the
-/// write that passes it. Call once, before there are other threads.
+/// From now on a signal that ends the program, such as an interrupt, waits for the files that are
+/// being put in place, has the last words said and ends it with status 128 + its number. To be
+/// called before there are other threads.
 void PrepareSignals();
 
-/// From now on a line that nobody reads any more does not end the program.
+/// From now on a reader of the output that is gone makes writing to it fail, no more.
 void OutliveReaders();
 
-/// While one lives, in whatever thread, the signals that end the program wait. Once one of them has
-/// come, making another waits for the end of the program.
+/// While it lives a signal does not end the program.
 class EndingSignalsWait {
   public:
     EndingSignalsWait();
-    ~EndingSignalsWait();
-    EndingSignalsWait(const EndingSignalsWait&) = delete;
-    EndingSignalsWait& operator=(const EndingSignalsWait&) = delete;
+
+  private:
+    std::shared_lock<std::shared_mutex> lock_;
+};
+
+/// While it lives, what it is given is called once, on a thread of its own, before a signal ends
+/// the program.
+class LastWords {
+  public:
+    explicit LastWords(std::function<void()> say);
+    ~LastWords();
+    LastWords(const LastWords&) = delete;
+    LastWords& operator=(const LastWords&) = delete;
 };
 
 }  // namespace nevrel

@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstring>
 #include <optional>
 #include <string>
 
@@ -67,12 +66,7 @@ class NewFile {
     }
 
     void fill(const Descriptor& file, std::span<const std::byte> bytes) const {
-        while (!bytes.empty()) {
-            const ssize_t written = ::write(file.number(), bytes.data(), bytes.size());
-            if (written < 0 && errno == EINTR) continue;
-            require(written > 0);
-            bytes = bytes.subspan(static_cast<std::size_t>(written));
-        }
+        WriteAll(file.number(), bytes, path_);
         if (permissions_) require(fchmod(file.number(), *permissions_) == 0);
         require(fsync(file.number()) == 0);
     }
@@ -91,8 +85,7 @@ class NewFile {
     }
 
     void require(bool success) const {
-        if (!success)
-            throw PictureError(path_, std::string("cannot be written: ") + std::strerror(errno));
+        if (!success) ThrowSystemError(path_, "cannot be written");
     }
 
     static constexpr mode_t newFile = 0666;
@@ -104,6 +97,15 @@ class NewFile {
 };
 
 }  // namespace
+
+void WriteAll(int file, std::span<const std::byte> bytes, const std::filesystem::path& path) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) ThrowSystemError(path, "cannot be written");
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+}
 
 void ReplaceFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
     NewFile(path).write(bytes);

@@ -13,6 +13,9 @@ namespace nevrel {
 /// before then stays.
 void ReplaceFile(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
+/// Writes all of `bytes` to an open file, which errors call `path`. Throws PictureError.
+void WriteAll(int file, std::span<const std::byte> bytes, const std::filesystem::path& path);
+
 /// Where a file written to `path` comes to lie: what a symbolic link stands for, whether it exists
 /// or not. A link that leads back to itself is returned as it is.
 [[nodiscard]] std::filesystem::path FollowLinks(std::filesystem::path path);

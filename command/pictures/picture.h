@@ -69,6 +69,9 @@ struct Picture {
 /// kind not supported.
 [[nodiscard]] Picture ReadPicture(const std::filesystem::path& path);
 
+/// The same for all that the standard input gives.
+[[nodiscard]] Picture ReadStandardInput();
+
 /// The format that the path's extension asks for. Throws PictureError when it is not one of the
 /// supported ones.
 [[nodiscard]] std::string FormatForPath(const std::filesystem::path& path);
@@ -82,9 +85,18 @@ struct Picture {
 /// Whether a format has pictures of two channels, grey and alpha.
 [[nodiscard]] bool HoldsGreyWithAlpha(const std::string& format);
 
+/// How pictures are encoded.
+struct WriteSettings {
+    std::optional<int> compression;  ///< 0, none, to 9, the smallest files, in formats that have it
+};
+
 /// Encodes the picture in `picture.format` and puts it in place whole; `remarks` tells what gave
 /// way to the format. Throws PictureError when the format cannot hold what the picture has, or the
 /// file cannot be written.
-void WritePicture(const Picture& picture, const std::filesystem::path& path, Remarks& remarks);
+void WritePicture(const Picture& picture, const std::filesystem::path& path,
+                  const WriteSettings& settings, Remarks& remarks);
+
+/// The path that stands for the standard input or output.
+inline constexpr char standardStream[] = "-";
 
 }  // namespace nevrel

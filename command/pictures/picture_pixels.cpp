@@ -172,6 +172,32 @@ void FillOpaque(const Part& part, int channel) {
     });
 }
 
+/// Leaves of a changed pixel the share `weight`; colour counts as much as its alpha.
+template <typename View>
+void MixPixel(const View& before, const View& after, std::size_t pixel, double weight) {
+    using Channel = typename View::Channel;
+    constexpr double almostOne = 1 - 1e-6;  // thirds of white may not add up to one
+    if (weight >= almostOne) return;
+    const bool isBlack = !(weight > 0);
+    const auto unit = [&](const View& view, int place) { return ToUnit(view.get(pixel, place)); };
+    const double share = unit(after, alphaPlace) * weight;
+    const double alpha = unit(before, alphaPlace) * (1 - weight) + share;
+    for (int place = redPlace; place < 4; ++place) {
+        const Channel own = before.get(pixel, place);
+        if (isBlack || alpha == 0) {
+            after.set(pixel, place, own);
+        } else if (!SameBits(own, after.get(pixel, place))) {
+            const double step = unit(after, place) - unit(before, place);
+            after.set(pixel, place, FromUnit<Channel>(unit(before, place) + step * share / alpha));
+        }
+    }
+    if (isBlack) {
+        after.set(pixel, alphaPlace, before.get(pixel, alphaPlace));
+    } else if (!SameBits(before.get(pixel, alphaPlace), after.get(pixel, alphaPlace))) {
+        after.set(pixel, alphaPlace, FromUnit<Channel>(alpha));
+    }
+}
+
 /// A part whose channels are those at `sources` in `part`, or opaque alpha of the type of channel
 /// `like`.
 Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& sources, int like) {
@@ -231,6 +257,21 @@ void StorePixels(const World& before, const World& after, const ColorChannels& c
         }
         if (channels.alpha >= 0)
             StoreChannel(beforeView, afterView, alphaPlace, part, channels.alpha);
+    });
+}
+
+void ApplyMask(const Part& mask, const ColorChannels& channels, const World& before, World& after) {
+    std::vector<double> weights(mask.pixels());
+    for (const int channel : Colors(channels)) {
+        WithChannel(mask, channel, [&](auto samples, auto) {
+            for (std::size_t i = 0; i < weights.size(); ++i)
+                weights[i] += ToUnit(samples.get(i)) / 3;
+        });
+    }
+    WithView(before, [&](const auto& beforeView) {
+        const std::decay_t<decltype(beforeView)> afterView(after);
+        for (std::size_t i = 0; i < weights.size(); ++i)
+            MixPixel(beforeView, afterView, i, weights[i]);
     });
 }
 

@@ -16,6 +16,11 @@ void LoadPixels(const Part& part, const ColorChannels& channels, host_kit::World
 void StorePixels(const host_kit::World& before, const host_kit::World& after,
                  const ColorChannels& channels, Part& part);
 
+/// Takes back what the effect changed where the mask's grey is black, and in part where it is
+/// between black and white; of a mask in colour the mean counts. All are of one size.
+void ApplyMask(const Part& mask, const ColorChannels& channels, const host_kit::World& before,
+               host_kit::World& after);
+
 /// Gives the part an opaque alpha channel behind its last colour channel, and sets it in
 /// `channels`.
 void AddAlpha(Part& part, ColorChannels& channels);

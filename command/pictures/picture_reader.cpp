@@ -1,5 +1,7 @@
 #include "command/pictures/picture.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -8,6 +10,7 @@
 
 #include "command/errors.h"
 #include "command/files/descriptor.h"
+#include "command/files/memory_file.h"
 #include "command/pictures/dpx_file.h"
 #include "command/pictures/tiff_pages.h"
 
@@ -118,8 +121,7 @@ Part MakePart(const OIIO::ImageSpec& spec, bool associated) {
 Picture ReadPicture(const std::filesystem::path& path) try {
     RequireRegularFile(path);
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen())
-        throw UnreadablePicture(path, std::string("cannot be read: ") + std::strerror(errno));
+    if (!file.isOpen()) ThrowSystemError(path, "cannot be read");
     auto png = ReadPngDetails(path);  // also keeps what is truncated from the library, which leaks
     const OIIO::ImageSpec hints = ReadingHints();
     const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
@@ -139,6 +141,28 @@ Picture ReadPicture(const std::filesystem::path& path) try {
     return picture;
 } catch (const std::bad_alloc&) {
     throw UnreadablePicture(path, "not enough memory for its pixels");
+}
+
+Picture ReadStandardInput() {
+    MemoryFile file;
+    std::vector<std::byte> block(1 << 20);
+    for (std::size_t size = 0;;) {
+        const ssize_t got = read(STDIN_FILENO, block.data(), block.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) ThrowSystemError(standardStream, "cannot be read");
+        if (got == 0) break;
+        file.set(size, std::span(block).first(static_cast<std::size_t>(got)));
+        size += static_cast<std::size_t>(got);
+    }
+    try {
+        return ReadPicture(file.path());
+    } catch (const UnreadablePicture& error) {
+        std::string text = error.what();
+        text.erase(0, file.path().size() + 2);  // the name and what divides it from the reason
+        if (const std::size_t name = text.find(file.path()); name != std::string::npos)
+            text.replace(name, file.path().size(), standardStream);
+        throw UnreadablePicture(standardStream, text);
+    }
 }
 
 std::string FormatForPath(const std::filesystem::path& path) {

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <new>
@@ -37,6 +39,16 @@ void KeepSamplesWhole(OIIO::ImageSpec& spec) {
     if (spec.format == OIIO::TypeDesc::UINT8) spec.erase_attribute("oiio:BitsPerSample");
 }
 
+/// Compression as the user wants it, of those that keep samples whole.
+void SetCompression(OIIO::ImageSpec& spec, std::string_view format, int level) {
+    if (format == "targa") spec.attribute("compression", level == 0 ? "none" : "rle");
+    if (format == "openexr")
+        spec.attribute("compression", level == 0 ? "none" : "zip:" + std::to_string(level));
+    if (format != "tiff") return;
+    spec.attribute("compression", level == 0 ? "none" : "zip");
+    spec.attribute("tiff:zipquality", std::max(level, 1));
+}
+
 /// A picture that has no date gets the one that Exif has for an unknown date: the writers would put
 /// the time of day in its place, and the same picture would give another file each time.
 void KeepOutTimeOfDay(OIIO::ImageSpec& spec, std::string_view format) {
@@ -54,13 +66,15 @@ void FitToDpx(OIIO::ImageSpec& spec) {
 }
 
 /// What the format's writer is told about a part.
-OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part) {
+OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part,
+                            const WriteSettings& settings) {
     OIIO::ImageSpec spec = part.spec;
     if (!output.supports("tiles")) spec.tile_width = spec.tile_height = spec.tile_depth = 0;
     spec.erase_attribute("oiio:subimages");
     spec.erase_attribute(straightAttribute);
     if (std::string_view(output.format_name()) == "dpx") FitToDpx(spec);
     KeepSamplesWhole(spec);
+    if (settings.compression) SetCompression(spec, output.format_name(), *settings.compression);
     KeepOutTimeOfDay(spec, output.format_name());
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see
     // MarkAssociated.
@@ -164,11 +178,13 @@ void RequireWhole(const std::string& encoded, const Picture& picture,
 /// The picture library's writer of the picture's format, which also knows what the format holds.
 class LibraryEncoder {
   public:
-    LibraryEncoder(const Picture& picture, const std::filesystem::path& path)
+    LibraryEncoder(const Picture& picture, const std::filesystem::path& path,
+                   const WriteSettings& settings)
         : picture_(picture), path_(path), output_(OIIO::ImageOutput::create(picture.format)) {
         require(output_ != nullptr);
         RequireHolds(*output_, picture, path);
-        for (const Part& part : picture.parts) specs_.push_back(WritingSpec(*output_, part));
+        for (const Part& part : picture.parts)
+            specs_.push_back(WritingSpec(*output_, part, settings));
     }
 
     void encode(const std::string& to) {
@@ -202,13 +218,11 @@ class LibraryEncoder {
     std::vector<OIIO::ImageSpec> specs_;
 };
 
-}  // namespace
-
-void WritePicture(const Picture& picture, const std::filesystem::path& path, Remarks& remarks) try {
-    MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
-    LibraryEncoder library(picture, path);
+void Encode(const Picture& picture, const std::filesystem::path& path,
+            const WriteSettings& settings, MemoryFile& encoded, Remarks& remarks) {
+    LibraryEncoder library(picture, path, settings);
     if (picture.format == "png") {
-        EncodePng(picture, path, encoded, remarks);
+        EncodePng(picture, path, settings, encoded, remarks);
     } else {
         library.encode(encoded.path());
     }
@@ -219,8 +233,23 @@ void WritePicture(const Picture& picture, const std::filesystem::path& path, Rem
         SetFileName(encoded, path.filename().string());
         if (!part.spec.format.is_floating_point()) LayDpxRows(part, encoded);
     }
-    RequireWhole(encoded.path(), picture, path);
-    ReplaceFile(path, encoded.bytes());
+}
+
+}  // namespace
+
+void WritePicture(const Picture& picture, const std::filesystem::path& path,
+                  const WriteSettings& settings, Remarks& remarks) try {
+    MemoryFile encoded;  // a writer's own reports of a full disk are not to be relied on
+    remarks.times.measure(Stage::Encode,
+                          [&] { Encode(picture, path, settings, encoded, remarks); });
+    remarks.times.measure(Stage::Check, [&] { RequireWhole(encoded.path(), picture, path); });
+    remarks.times.measure(Stage::Write, [&] {
+        if (path == standardStream) {
+            WriteAll(STDOUT_FILENO, encoded.bytes(), path);
+        } else {
+            ReplaceFile(path, encoded.bytes());
+        }
+    });
 } catch (const std::bad_alloc&) {
     throw PictureError(path, "not enough memory to encode the picture");
 } catch (const std::system_error& error) {

@@ -81,11 +81,13 @@ std::vector<PngChunk> FittingChunks(const PngDetails& details, const Encoded& fo
 }
 
 void Encode(const Encoded& form, const Picture& picture, const std::filesystem::path& path,
-            MemoryFile& file, Remarks& remarks) {
+            const WriteSettings& settings, MemoryFile& file, Remarks& remarks) {
     const OIIO::ImageSpec& spec = picture.parts.front().spec;
     std::vector<PngChunk> chunks;
     if (picture.png) chunks = FittingChunks(*picture.png, form, path, remarks);
-    PngEncoder encoder(path, file, PngEffort{});
+    PngEffort effort;
+    if (settings.compression) effort.level = *settings.compression;
+    PngEncoder encoder(path, file, effort);
     encoder.setHeader(spec, form.type, form.bits);
     if (form.indexed != nullptr) encoder.setPalette(form.indexed->palette);
     if (picture.png) {
@@ -98,14 +100,14 @@ void Encode(const Encoded& form, const Picture& picture, const std::filesystem::
 
 }  // namespace
 
-void EncodePng(const Picture& picture, const std::filesystem::path& path, MemoryFile& file,
-               Remarks& remarks) {
+void EncodePng(const Picture& picture, const std::filesystem::path& path,
+               const WriteSettings& settings, MemoryFile& file, Remarks& remarks) {
     const Part& part = picture.parts.front();
     if (picture.png && picture.png->colorType == PngColorType::Palette) {
         const auto indexed = IndexPixels(part, picture.png->palette);
         if (indexed) {
             Encode({PngColorType::Palette, indexed->bits, indexed->rows, &*indexed}, picture, path,
-                   file, remarks);
+                   settings, file, remarks);
             return;
         }
         remarks.details.push_back(path.string() +
@@ -120,7 +122,7 @@ void EncodePng(const Picture& picture, const std::filesystem::path& path, Memory
             isByte ? 8U : 16U,
             {whole.samples.get(), size},
             nullptr},
-           picture, path, file, remarks);
+           picture, path, settings, file, remarks);
 }
 
 }  // namespace nevrel

@@ -12,7 +12,7 @@ namespace nevrel {
 /// and palette of a picture that was a PNG are kept where they still fit, which `remarks` tells
 /// where they do not; of others profile, resolution, date and texts become chunks. Throws
 /// PictureError, naming `path`.
-void EncodePng(const Picture& picture, const std::filesystem::path& path, MemoryFile& file,
-               Remarks& remarks);
+void EncodePng(const Picture& picture, const std::filesystem::path& path,
+               const WriteSettings& settings, MemoryFile& file, Remarks& remarks);
 
 }  // namespace nevrel

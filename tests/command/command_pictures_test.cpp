@@ -426,4 +426,83 @@ TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTh
     }
 }
 
+/// Standard streams and raw frames give what files do.
+TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
+    const struct {
+        TypeDesc type;
+        const char *file, *form;
+    } kinds[] = {{TypeDesc::UINT8, "a.png", "rgba"},
+                 {TypeDesc::UINT16, "b.png", "rgba64le"},
+                 {TypeDesc::FLOAT, "c.tif", "rgbaf32le"}};
+    for (const auto& [type, file, form] : kinds) {
+        TestPicture picture = MakePicture(61, 37, 4, type);
+        FillWithNoise(picture, 5);
+        write(file, picture);
+        const TestPicture expected = smoothed(file, "--color-key '#102030' --key-threshold 90");
+        const std::string options = " --color-key '#102030' --key-threshold 90";
+        ASSERT_EQ(run("smooth - -o - <" + std::string(file) + options).output,
+                  FileText(path("out_" + std::string(file))));
+        const std::string_view frame(reinterpret_cast<const char*>(picture.samples.data()),
+                                     picture.samples.size());
+        std::ofstream(path("raw"), std::ios::binary) << frame << frame << frame.substr(1);
+        const CommandRun raw = run("smooth --raw 61x37:" + std::string(form) + " <raw" + options);
+        ExpectError(raw, 1, {"frame 3", "ends within it"});
+        const std::string_view smooth(reinterpret_cast<const char*>(expected.samples.data()),
+                                      expected.samples.size());
+        EXPECT_TRUE(raw.output == std::string(smooth) + std::string(smooth)) << file;
+    }
+    ExpectError(run("smooth - -o - </dev/null"), 1, {"-: is no picture"});
+    ASSERT_EQ(run("smooth - -o - --format tif <a.png").status, 0);
+    EXPECT_EQ(FileText(path("logs/output")).substr(0, 2), "II");
+}
+
+/// White lets all of the effect through, black nothing, grey a part.
+TEST_F(PictureTest, MasksHoldTheEffectBack) {
+    for (const char* file : {"a.png", "a.exr"}) {
+        const bool exr = std::string(file).ends_with("exr");
+        TestPicture picture = MakePicture(60, 40, 4, exr ? TypeDesc::HALF : TypeDesc::UINT8,
+                                          exr ? Alpha::Associated : Alpha::Straight);
+        FillWithNoise(picture, 3);
+        write(file, picture);
+        TestPicture mask = MakePicture(60, 40, 1, TypeDesc::UINT8);
+        for (std::size_t i = 0; i < mask.samples.size(); ++i)
+            mask.samples[i] = std::byte(i % 60 < 20 ? 0 : i % 60 < 40 ? 255 : 128);
+        write("mask.png", mask);
+        const TestPicture all = smoothed(file), some = smoothed(file, "--mask mask.png");
+        const std::size_t pixel = picture.samples.size() / (60 * 40);
+        std::size_t between = 0;
+        for (std::size_t i = 0; i < picture.samples.size(); ++i) {
+            const std::size_t x = i / pixel % 60;
+            const auto was = picture.samples[i], is = some.samples[i], full = all.samples[i];
+            if (x < 40) {
+                ASSERT_EQ(is, x < 20 ? was : full) << file << i;
+            }
+            if (x >= 40 && is != was && is != full) ++between;
+        }
+        EXPECT_GT(between, 300U) << file;
+    }
+    write("small.png", MakePicture(8, 8, 1, TypeDesc::UINT8));
+    ExpectError(run("smooth a.png -o out.png --mask small.png"), 1, {"small.png", "8 x 8", "60 x"});
+}
+
+/// A look found here is the default where the file lies beside the module.
+TEST_F(PictureTest, SettingsGoThroughFiles) {
+    write("a.png", MakePicture(8, 8, 4, TypeDesc::UINT8));
+    const std::string look =
+        "--softness 33 --bias 4 --color-threshold 5 --color-key '#010203' --key-threshold 6 "
+        "--invert";
+    ASSERT_EQ(run("smooth a.png -o b.png --save-settings s.ini " + look).status, 0);
+    EXPECT_EQ(FileText(path("s.ini")),
+              "[defaults]\nColorThreshold=5\nSoftness=33\nBias=4\nColorkeyEnable=1\n"
+              "KeycolorR=1\nKeycolorG=2\nKeycolorB=3\nColorkeyThreshold=6\nColorkeyInvert=1\n");
+    const CommandRun read =
+        run("smooth a.png -o b.png --dry-run --settings s.ini --softness 7 --no-color-key");
+    EXPECT_NE(read.output.find("Softness=7\nBias=4\nColorkeyEnable=0\nKeycolorR=1\n"),
+              std::string::npos)
+        << read.output;
+    std::ofstream(path("bad.ini")) << "[ui]\nColorkeyGroup=9\n[defaults]\nbias=101\n";
+    ExpectError(run("smooth a.png -o b.png --settings bad.ini"), 2,
+                {"bad.ini:4: Bias is '101'", "0 to 100"});
+}
+
 }  // namespace

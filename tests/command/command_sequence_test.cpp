@@ -21,6 +21,15 @@ class SequenceTest : public CommandTest {
         WriteTestPicture(path("in/" + name), picture);
     }
 
+    /// Frames whose names have a place for the number, `####`.
+    void writeFrames(std::initializer_list<int> frames) {
+        for (const int frame : frames) {
+            char name[32];
+            std::snprintf(name, sizeof name, "s.%04d.png", frame);
+            writeFrame(name, 12, 9);
+        }
+    }
+
   private:
     unsigned frames_ = 0;
 };
@@ -68,6 +77,96 @@ TEST_F(SequenceTest, OneFailureStopsNoOther) {
         EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 3) << result.errors;
         EXPECT_EQ(files("out"), (std::vector<std::string>{"2.png", "4.png", "6.png"}));
     }
+}
+
+/// What the words say goes where: with nothing done, each picture's way is printed.
+TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
+    writeFrames({-3, 0, 1, 2, 10, 10000});
+    for (const std::string name : {"cel10.png", "cel9.png", "note.txt", "100%.png", "e@2x.png"})
+        std::ofstream(path(name));
+    const struct {
+        std::string words, printed;
+    } cases[] = {
+        {"in/s.####.png -o out/ --frames 1-2",
+         "in/s.0001.png -> out/s.0001.png\n"
+         "in/s.0002.png -> out/s.0002.png\n"},
+        {"in/s.#.png -o o.@@.exr --frames 2-0x2",
+         "in/s.0002.png -> o.02.exr\n"
+         "in/s.0000.png -> o.00.exr\n"},
+        {"'in/s.[####].png' -o o.%d.tif --frames 10 --offset -11", "in/s.0010.png -> o.-1.tif\n"},
+        {"in/s.%04d.png -o out/ --format tga --frames 0-10:5,-3--3,0 --missing skip",
+         "in/s.0000.png -> out/s.0000.tga\n"
+         "in/s.0010.png -> out/s.0010.tga\n"
+         "in/s.-003.png -> out/s.-003.tga\n"},
+        {"in/s.####.png -o out/ --missing skip --frames 9-20000",
+         "in/s.0010.png -> out/s.0010.png\n"
+         "in/s.10000.png -> out/s.10000.png\n"},
+        {". -o out/",
+         "./100%.png -> out/100%.png\n"
+         "./cel9.png -> out/cel9.png\n"
+         "./cel10.png -> out/cel10.png\n"
+         "./e@2x.png -> out/e@2x.png\n"},
+        {"e@2x.png -o f@3x.png", "e@2x.png -> f@3x.png\n"},
+        {"100%%.png -o out/", "100%.png -> out/100%.png\n"},
+        {"a.#.png -o b.#.png --no-pattern", "a.#.png -> b.#.png\n"},
+    };
+    for (const auto& [words, printed] : cases) {
+        const CommandRun plan = run("smooth --dry-run " + words);
+        EXPECT_EQ(plan.status, 0) << words << plan.errors;
+        EXPECT_NE(plan.output.find("\n" + printed), std::string::npos) << words << plan.output;
+        const auto ways = std::count(printed.begin(), printed.end(), '\n');
+        EXPECT_NE(plan.output.find("\n" + std::to_string(ways) + " pictures"), std::string::npos)
+            << words << plan.output;
+    }
+    const std::pair<std::string, std::vector<std::string>> wrong[] = {
+        {"in/s.####.png -o out/", {"-2--1, 3-9, 11-9999 are missing, 6 are there", "--missing"}},
+        {"in/s.####.png -o out/ --frames 1-5", {"frames 3-5 are missing, 2 are there"}},
+        {"in/s.####.png -o out/ --frames 50-60 --missing skip", {"no such frames as 50-60"}},
+        {"in/s.##.png -o out/ --frames 1", {"no such frames"}},
+        {"in/s.#.@.png -o out/", {"several places"}},
+        {"in/s.####.png -o one.png --frames 1-2", {"--output", "pattern"}},
+        {"in/s.####.png -o in/ --frames 1", {"is the input itself"}},
+        {"in/s.####.png -o in/ --frames 1-2 --offset 1", {"is another input"}},
+        {"in/s.####.png -o out/ --frames 1-", {"--frames", "'1-'"}},
+        {"in/s.####.png -o out/ --frames 1-100000000", {"more than 10000000"}},
+        {"in/s.####.png -o out/ --frames 1,2 --mask m.#.png", {"--mask", "1-2 are missing"}},
+    };
+    for (const auto& [words, told] : wrong) ExpectError(run("smooth " + words), 2, told);
+    EXPECT_FALSE(std::filesystem::exists(path("out")));
+}
+
+TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
+    writeFrames({1, 2, 3});
+    const std::string words = "smooth in/s.####.png -o out/ ";
+    ASSERT_EQ(run(words + "--frames 1-2").status, 0);
+    const std::string finished = FileText(path("out/s.0001.png"));
+    std::ofstream(path("out/s.0001.png")) << "old";
+    ExpectError(run(words + "--no-clobber"), 2, {"out/s.0001.png", "1 others"});
+    const CommandRun resumed = run(words + "--skip-existing --progress json");
+    EXPECT_EQ(resumed.status, 0) << resumed.errors;
+    EXPECT_NE(resumed.output.find(R"({"done":1,"skipped":2,"failed":0,"total":3,)"),
+              std::string::npos)
+        << resumed.output;
+    EXPECT_EQ(FileText(path("out/s.0001.png")), "old");
+    EXPECT_EQ(run(words + "--overwrite --progress openjd").output,
+              "openjd_progress: 33.3\nopenjd_status: 1 of 3 done\n"
+              "openjd_progress: 66.7\nopenjd_status: 2 of 3 done\n"
+              "openjd_progress: 100.0\nopenjd_status: 3 of 3 done\n");
+    EXPECT_EQ(FileText(path("out/s.0001.png")), finished);
+    std::ofstream(path("in/s.0001.png")) << "no picture";
+    const CommandRun stopped = run(words + "--fail-fast --jobs 1");
+    EXPECT_EQ(stopped.status, 1);
+    EXPECT_NE(stopped.errors.find("\nnevrel: 0 of 3 done, 1 failed"), std::string::npos)
+        << stopped.errors;
+    EXPECT_EQ(
+        run(words + "--frames 2-3 --quiet --timings").errors.find("nevrel: in/s.0002.png: decode "),
+        0U);
+}
+
+TEST_F(SequenceTest, AnInterruptTellsHowToGoOn) {
+    for (int frame = 1; frame <= 40; ++frame) writeFrame(std::to_string(frame) + ".png", 600, 400);
+    const CommandRun ended = run("smooth in/@.png -o out/ & sleep 1; kill -TERM $!; wait $!");
+    ExpectError(ended, 143, {"interrupted: ", " of 40 done", "--skip-existing"});
 }
 
 /// Two outputs that a link makes one.

@@ -8,19 +8,26 @@
 
 namespace {
 
+using Verdict = nevrel::Outcome::Verdict;
+
 TEST(DoInParallel, DoesEachPieceOnceAndTellsFailuresInOrder) {
     for (const unsigned threads : {1U, 2U, 8U, 1000U}) {
         std::vector<int> done(500);
         std::string told;
+        std::size_t next = 0;
         const auto work = [&](std::size_t piece) -> nevrel::Outcome {
             ++done[piece];
-            if (piece % 100 == 7) return {false, {std::to_string(piece)}};
-            return {};
+            return {.verdict = piece % 100 == 7 ? Verdict::Failed : Verdict::Done, .lines = {}};
         };
-        EXPECT_FALSE(nevrel::DoInParallel(done.size(), threads, work,
-                                          [&](const std::string& line) { told += line + " "; }));
+        const auto tell = [&](std::size_t piece, const nevrel::Outcome& outcome) {
+            EXPECT_EQ(piece, next++);
+            if (!outcome.succeeded()) told += std::to_string(piece) + " ";
+            return true;
+        };
+        nevrel::DoInParallel(done.size(), threads, work, tell);
         EXPECT_EQ(done, std::vector<int>(500, 1));
         EXPECT_EQ(told, "7 107 207 307 407 ");
+        EXPECT_EQ(next, 500U);
     }
 }
 
@@ -31,10 +38,24 @@ TEST(DoInParallel, WorksAtOnceAndWaitsWithWhatCameTooEarly) {
         if (piece == 2) secondIsOver.count_down();
         if (piece < 2) bothHaveBegun.arrive_and_wait();
         if (piece == 0) secondIsOver.wait();
-        return {true, {std::to_string(piece)}};
+        return {};
     };
-    EXPECT_TRUE(nevrel::DoInParallel(3, 2, work, [&](const std::string& line) { told += line; }));
+    nevrel::DoInParallel(3, 2, work, [&](std::size_t piece, const nevrel::Outcome&) {
+        told += std::to_string(piece);
+        return true;
+    });
     EXPECT_EQ(told, "012");
+}
+
+TEST(DoInParallel, BeginsNoMoreOnceItIsTold) {
+    std::string told;
+    const auto tell = [&](std::size_t piece, const nevrel::Outcome&) {
+        told += std::to_string(piece);
+        return piece < 3;
+    };
+    nevrel::DoInParallel(
+        9, 1, [](std::size_t) { return nevrel::Outcome{}; }, tell);
+    EXPECT_EQ(told, "0123");
 }
 
 }  // namespace
