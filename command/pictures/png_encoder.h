@@ -19,8 +19,8 @@ namespace nevrel {
 
 /// How hard the encoder tries: more of both makes smaller files, slower.
 struct PngEffort {
-    int level = 6;  ///< of compression, 0 to 9
-    int filters = SPNG_FILTER_CHOICE_ALL;
+    int level = 3;  ///< of compression, 0 to 9
+    int filters = SPNG_DISABLE_FILTERING;
 };
 
 /// Writes one PNG, whose parts are set before its pixels are written. Its functions throw
