@@ -218,7 +218,7 @@ std::unique_ptr<CLI::App> MakeParser(CommandLine& line) {
     app->formatter(std::make_shared<HelpFormatter>());
     app->set_version_flag("-V,--version", "nevrel " NEVREL_VERSION, "prints the version");
     app->add_option("--module", line.modulePath,
-                    "the effect's module; by default nevrel.so beside this program")
+                    "the effect's module; by default nevrel.so that came with this program")
         ->type_name("FILE");
     app->add_option("-L", line.language, "language of the effect's texts, JP or EN")
         ->type_name("LANGUAGE");

@@ -1,5 +1,6 @@
 #include "command/in_parallel.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -48,17 +49,24 @@ class Pieces {
     bool stopped_ = false;
 };
 
+/// Up to `count` threads that work on the pieces; fewer where the system gives no more.
+std::vector<std::jthread> StartHelpers(Pieces& pieces, std::size_t count) {
+    std::vector<std::jthread> helpers;
+    try {
+        while (helpers.size() < count) helpers.emplace_back([&pieces] { pieces.workOn(); });
+    } catch (const std::system_error&) {  // fewer will do
+    }
+    return helpers;
+}
+
 }  // namespace
 
 void DoInParallel(std::size_t count, unsigned threads, const Work& work, const Tell& tell) {
     Pieces pieces(count, work, tell);
-    std::vector<std::jthread> helpers;
-    try {
-        while (helpers.size() + 1 < threads && helpers.size() + 1 < count)
-            helpers.emplace_back([&pieces] { pieces.workOn(); });
-    } catch (const std::system_error&) {  // the system gives no more threads; fewer will do
-    }
+    const std::size_t useful = std::min<std::size_t>(threads, count);
+    auto helpers = StartHelpers(pieces, useful == 0 ? 0 : useful - 1);
     pieces.workOn();
+    helpers.clear();  // waits for them
 }
 
 }  // namespace nevrel

@@ -30,7 +30,7 @@ std::string Roff(std::string_view text) {
 }
 
 std::string OptionItem(const CLI::Option& option) {
-    std::string item = ".TP\n.B " + Roff(option.get_name());
+    std::string item = ".TP\n.B " + Roff(option.get_name(false, true));
     if (option.get_type_size() > 0) item += " \\fI" + Roff(option.get_type_name()) + "\\fR";
     return item + "\n" + Roff(option.get_description()) + "\n";
 }
@@ -95,8 +95,9 @@ std::string ZshItems(const CLI::App& app) {
         const std::string argument =
             option->get_type_size() > 0 ? ":" + ZshText(option->get_type_name()) + ":_files" : "";
         const auto item = [&](const std::string& word) {
-            items += "            '" + word + "[" + ZshText(option->get_description()) + "]" +
-                     argument + "' \\\n";
+            items.append("            '").append(word).append("[");
+            items.append(ZshText(option->get_description())).append("]");
+            items.append(argument).append("' \\\n");
         };
         for (const std::string& name : option->get_snames()) item("-" + name);
         for (const std::string& name : option->get_lnames()) item("--" + name);
@@ -128,7 +129,7 @@ std::string ZshScript(const CLI::App& app) {
 }  // namespace
 
 std::string ManualPage(const CLI::App& app) {
-    std::string text = ".TH NEVREL 1 \"\" \"" + Roff(app.version()) + "\"\n.SH NAME\nnevrel \\- " +
+    std::string text = R"(.TH NEVREL 1 "" ")" + Roff(app.version()) + "\"\n.SH NAME\nnevrel \\- " +
                        Roff(app.get_description()) + "\n.SH SYNOPSIS\n";
     for (const CLI::App* command : Subcommands(app))
         text += ".B nevrel " + Roff(command->get_name()) + "\n[\\fIoptions\\fR]\n.br\n";

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <utility>
@@ -26,7 +27,7 @@ std::string Fixed(double number, int decimals) {
 
 /// Hours, minutes and seconds, as 1:02:03 or 0:09.
 std::string Duration(double seconds) {
-    const auto whole = static_cast<long>(seconds + 0.5);
+    const auto whole = std::lround(seconds);
     std::array<char, 32> text{};
     if (whole >= 3600) {
         std::snprintf(text.data(), text.size(), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60,

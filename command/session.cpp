@@ -23,7 +23,13 @@ Session::Session(const std::filesystem::path& modulePath, HWND mainWindow)
 }
 
 std::filesystem::path DefaultModulePath() {
-    return std::filesystem::read_symlink("/proc/self/exe").replace_filename("nevrel.so");
+    constexpr char name[] = "nevrel.so";
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    std::filesystem::path module = program;
+    module.replace_filename(name);
+    if (std::error_code error; std::filesystem::exists(module, error)) return module;
+    const std::filesystem::path installed = program.parent_path() / NEVREL_MODULE_FOLDER / name;
+    return installed.lexically_normal();
 }
 
 std::string FailureText(const CommandResult& result) {
