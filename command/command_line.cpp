@@ -56,13 +56,47 @@ void AddControlOptions(CLI::App& app, CommandLine& line) {
         ->group(group);
 }
 
-void AddPictureOptions(CLI::App& smooth, CommandLine& line) {
+/// What says which pictures are read, and how.
+void AddInputOptions(CLI::App& command, CommandLine& line, const std::string& inputs) {
     const std::string group = "Pictures";
-    smooth
-        .add_option("input", line.pictures.inputs,
-                    "files, folders, sequences such as shot.####.png, or - for the standard input")
+    command.add_option("input", line.pictures.inputs, inputs)
         ->multi_option_policy(CLI::MultiOptionPolicy::Throw)
         ->type_name("IN");
+    command
+        .add_option(depthOption, line.depth,
+                    "depth to smooth at; the file's own by default, which it keeps")
+        ->type_name("8|16|float")
+        ->group(group);
+    command.add_option("--layer", line.smooth.layer, "the layer of an EXR to smooth")
+        ->type_name("NAME")
+        ->group(group);
+    command
+        .add_option("--mask", line.pictures.mask,
+                    "smooths where this picture is white, or the frame of this sequence")
+        ->type_name("MASK")
+        ->group(group);
+    command
+        .add_option("--frames", line.pictures.frames,
+                    "frames to smooth, such as 1-240, 10-20,30 or 1-100x2; all by default")
+        ->type_name("FRAMES")
+        ->group(group);
+    command
+        .add_option("--missing", line.missing,
+                    "what to do about frames that are not there; error by default")
+        ->type_name("error|skip")
+        ->group(group);
+    command.add_flag("--no-pattern", line.withoutPatterns, "takes #, @ and % in names as they are")
+        ->group(group);
+    command
+        .add_option("--jobs", line.run.jobs,
+                    "pictures to smooth at a time; the number of processors by default")
+        ->check(CLI::Range(1, mostJobs).description(""))
+        ->type_name("N")
+        ->group(group);
+}
+
+void AddOutputOptions(CLI::App& smooth, CommandLine& line) {
+    const std::string group = "Files";
     smooth
         .add_option("-o,--output", line.pictures.output,
                     "a picture, whose extension names the format; a folder, a new one with a slash "
@@ -75,22 +109,9 @@ void AddPictureOptions(CLI::App& smooth, CommandLine& line) {
         ->type_name("EXT")
         ->group(group);
     smooth
-        .add_option(depthOption, line.depth,
-                    "depth to smooth at; the file's own by default, which it keeps")
-        ->type_name("8|16|float")
-        ->group(group);
-    smooth.add_option("--layer", line.smooth.layer, "the layer of an EXR to smooth")
-        ->type_name("NAME")
-        ->group(group);
-    smooth
         .add_flag("--all-parts", line.smooth.allParts,
                   "smooths every part of an EXR and every page of a TIFF")
         ->excludes("--layer")
-        ->group(group);
-    smooth
-        .add_option("--mask", line.pictures.mask,
-                    "smooths where this picture is white, or the frame of this sequence")
-        ->type_name("MASK")
         ->group(group);
     smooth
         .add_option("--compression", line.smooth.write.compression,
@@ -104,24 +125,8 @@ void AddPictureOptions(CLI::App& smooth, CommandLine& line) {
                     "WIDTHxHEIGHT:rgba, :rgba64le or :rgbaf32le")
         ->type_name("FORM")
         ->group(group);
-}
-
-void AddSequenceOptions(CLI::App& smooth, CommandLine& line) {
-    const std::string group = "Sequences";
-    smooth
-        .add_option("--frames", line.pictures.frames,
-                    "frames to smooth, such as 1-240, 10-20,30 or 1-100x2; all by default")
-        ->type_name("FRAMES")
-        ->group(group);
-    smooth
-        .add_option("--missing", line.missing,
-                    "what to do about frames that are not there; error by default")
-        ->type_name("error|skip")
-        ->group(group);
     smooth.add_option("--offset", line.pictures.offset, "is added to the numbers of the outputs")
         ->type_name("N")
-        ->group(group);
-    smooth.add_flag("--no-pattern", line.withoutPatterns, "takes #, @ and % in names as they are")
         ->group(group);
     auto* skip =
         smooth.add_flag("--skip-existing", line.skipExisting, "leaves outputs that are there")
@@ -139,11 +144,23 @@ void AddSequenceOptions(CLI::App& smooth, CommandLine& line) {
         ->group(group);
     smooth.add_flag("--fail-fast", line.run.failFast, "stops at the first picture that fails")
         ->group(group);
+}
+
+void AddLookOptions(CLI::App& smooth, CommandLine& line) {
+    const std::string group = "Looking";
+    Look& look = line.smooth.look;
     smooth
-        .add_option("--jobs", line.run.jobs,
-                    "pictures to smooth at a time; the number of processors by default")
-        ->check(CLI::Range(1, mostJobs).description(""))
-        ->type_name("N")
+        .add_option("--compare", look.comparison,
+                    "draws before and after side by side, and enlarged where most happens")
+        ->excludes("--all-parts")
+        ->type_name("FILE")
+        ->group(group);
+    smooth.add_option("--at", look.spot, "the place that --compare enlarges")
+        ->type_name("X,Y")
+        ->group(group);
+    smooth.add_option("--edges", look.edges, "draws the edges found, and the runs measured")
+        ->excludes("--all-parts")
+        ->type_name("FILE")
         ->group(group);
 }
 
@@ -179,10 +196,23 @@ void AddSmooth(CLI::App& app, CommandLine& line) {
         "PNG, TIFF, TGA, BMP, EXR and DPX go in and out. Ranges and defaults of the controls are\n"
         "the module's own: see nevrel params. The exit status is 0 when all was done, 1 when\n"
         "pictures failed, 75 when some may go better later, 2 for wrong usage.");
-    AddPictureOptions(*smooth, line);
-    AddSequenceOptions(*smooth, line);
+    AddInputOptions(*smooth, line,
+                    "files, folders, sequences such as shot.####.png, or - for the standard input");
+    AddOutputOptions(*smooth, line);
+    AddLookOptions(*smooth, line);
     AddProgressOptions(*smooth, line);
     AddControlOptions(*smooth, line);
+}
+
+void AddReport(CLI::App& app, CommandLine& line) {
+    CLI::App* report = app.add_subcommand(
+        "report", "makes a page that shows pictures before and after, with their edges");
+    AddInputOptions(*report, line, "files, folders, or sequences such as shot.####.png");
+    report->add_option("-o,--output", line.report, "the page; report.html by default")
+        ->type_name("FILE")
+        ->group("Pictures");
+    AddProgressOptions(*report, line);
+    AddControlOptions(*report, line);
 }
 
 /// Help without the parser's own remarks on options, within 100 columns.
@@ -191,7 +221,7 @@ class HelpFormatter : public CLI::Formatter {
     HelpFormatter() { column_width(28); }
 
     std::string make_option_opts(const CLI::Option* option) const override {
-        return option->get_type_size() > 0 ? " " + option->get_type_name() : "";
+        return option->get_items_expected_max() > 0 ? " " + option->get_type_name() : "";
     }
 
     std::string make_option_desc(const CLI::Option* option) const override {
@@ -223,6 +253,7 @@ std::unique_ptr<CLI::App> MakeParser(CommandLine& line) {
     app->add_option("-L", line.language, "language of the effect's texts, JP or EN")
         ->type_name("LANGUAGE");
     AddSmooth(*app, line);
+    AddReport(*app, line);
     CLI::App* options =
         app->add_subcommand("options", "shows the effect's options dialog, here in the terminal");
     options->footer(

@@ -27,6 +27,7 @@ struct CommandLine {
     std::optional<std::string> depth, raw, missing, progress;
     bool withoutPatterns = false, skipExisting = false, noClobber = false, overwrite = false,
          dryRun = false;
+    std::filesystem::path report = "report.html";
     std::string shell;
 };
 

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "command/errors.h"
+
 namespace nevrel {
 namespace {
 
@@ -60,6 +62,20 @@ std::vector<std::jthread> StartHelpers(Pieces& pieces, std::size_t count) {
 }
 
 }  // namespace
+
+Outcome Attempt(const std::filesystem::path& picture, const std::function<void()>& work) {
+    using Verdict = Outcome::Verdict;
+    try {
+        work();
+        return {};
+    } catch (const PassingError& error) {
+        return {.verdict = Verdict::FailedForAWhile, .lines = {error.what()}};
+    } catch (const PictureError& error) {
+        return {.verdict = Verdict::Failed, .lines = {error.what()}};
+    } catch (const std::exception& error) {
+        return {.verdict = Verdict::Failed, .lines = {PictureError(picture, error.what()).what()}};
+    }
+}
 
 void DoInParallel(std::size_t count, unsigned threads, const Work& work, const Tell& tell) {
     Pieces pieces(count, work, tell);

@@ -1,7 +1,8 @@
-// Several pieces of work at once, told in the order in which they were given.
+// Pieces of work, several at once, told in the order in which they were given.
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -27,6 +28,10 @@ struct Outcome {
 
     [[nodiscard]] bool succeeded() const { return verdict <= Verdict::Skipped; }
 };
+
+/// Does work on a picture and tells how it went; what it throws is a failure of that picture.
+[[nodiscard]] Outcome Attempt(const std::filesystem::path& picture,
+                              const std::function<void()>& work);
 
 /// Does one piece; must not throw.
 using Work = std::function<Outcome(std::size_t)>;

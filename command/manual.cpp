@@ -31,7 +31,8 @@ std::string Roff(std::string_view text) {
 
 std::string OptionItem(const CLI::Option& option) {
     std::string item = ".TP\n.B " + Roff(option.get_name(false, true));
-    if (option.get_type_size() > 0) item += " \\fI" + Roff(option.get_type_name()) + "\\fR";
+    if (option.get_items_expected_max() > 0)
+        item += " \\fI" + Roff(option.get_type_name()) + "\\fR";
     return item + "\n" + Roff(option.get_description()) + "\n";
 }
 
@@ -92,8 +93,9 @@ std::string ZshText(std::string_view text) {
 std::string ZshItems(const CLI::App& app) {
     std::string items;
     for (const CLI::Option* option : Options(app)) {
-        const std::string argument =
-            option->get_type_size() > 0 ? ":" + ZshText(option->get_type_name()) + ":_files" : "";
+        const std::string argument = option->get_items_expected_max() > 0
+                                         ? ":" + ZshText(option->get_type_name()) + ":_files"
+                                         : "";
         const auto item = [&](const std::string& word) {
             items.append("            '").append(word).append("[");
             items.append(ZshText(option->get_description())).append("]");

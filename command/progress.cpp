@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "command/errors.h"
+#include "command/json.h"
 
 namespace nevrel {
 namespace {
@@ -52,24 +53,6 @@ double Sum(const StageTimes& times) {
     double sum = 0;
     for (const double seconds : times.seconds) sum += seconds;
     return sum;
-}
-
-/// A string of JSON; bytes that are no printable ASCII or part of UTF-8 text are written out.
-std::string Quoted(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            quoted += {'\\', c};
-        } else if (byte < 0x20) {
-            std::array<char, 8> escaped{};
-            std::snprintf(escaped.data(), escaped.size(), "\\u%04x", byte);
-            quoted += escaped.data();
-        } else {
-            quoted += c;
-        }
-    }
-    return quoted + "\"";
 }
 
 std::string VerdictName(Outcome::Verdict verdict) {
@@ -180,10 +163,10 @@ void Progress::tellPlain() {
 }
 
 void Progress::tellJson(const PicturePaths& paths, const Outcome& outcome) const {
-    std::cout << "{\"input\":" << Quoted(paths.input.string())
-              << ",\"output\":" << Quoted(paths.output.string())
-              << ",\"status\":" << Quoted(VerdictName(outcome.verdict));
-    if (!outcome.succeeded()) std::cout << ",\"error\":" << Quoted(Join(outcome.lines));
+    std::cout << "{\"input\":" << JsonString(paths.input.string())
+              << ",\"output\":" << JsonString(paths.output.string())
+              << ",\"status\":" << JsonString(VerdictName(outcome.verdict));
+    if (!outcome.succeeded()) std::cout << ",\"error\":" << JsonString(Join(outcome.lines));
     std::cout << ",\"seconds\":" << Fixed(Sum(outcome.times), 4) << ",\"finished\":" << finished()
               << ",\"total\":" << total_ << "}\n"
               << std::flush;

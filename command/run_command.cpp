@@ -22,6 +22,7 @@
 #include "command/session.h"
 #include "command/settings_file.h"
 #include "command/terminal_dialog.h"
+#include "command/views/report.h"
 
 namespace nevrel {
 namespace {
@@ -71,49 +72,81 @@ void PrintPlan(const CommandLine& line, const PictureList& pictures,
 void RequireFreeOutput(const CommandLine& line) {
     const bool printsProgress = line.run.progress.style == ProgressStyle::Json ||
                                 line.run.progress.style == ProgressStyle::OpenJd;
-    if (printsProgress)
+    if (printsProgress) {
         throw UsageError("--progress: the standard output is taken; choose plain or --quiet");
+    }
 }
 
 int SmoothRaw(const CommandLine& line, host_kit::Instance& instance) {
-    if (!line.pictures.inputs.empty() || !line.pictures.output.empty())
+    if (!line.pictures.inputs.empty() || !line.pictures.output.empty()) {
         throw UsageError(
             "--raw: goes from the standard input to the standard output, without names");
+    }
+    if (line.smooth.look.isWanted()) throw UsageError("--raw: has no pictures to look at");
     RequireFreeOutput(line);
     SmoothRawFrames(instance, line.smooth, ParseRawFormat(*line.raw), line.pictures.mask);
     return 0;
 }
 
-int Smooth(const CommandLine& line, const Complain& complain) {
-    const Session session(line.modulePath);
-    host_kit::Instance instance(session.effect());
-    SetControls(line, instance);
-    const auto setUp = [&] {
-        const auto result = instance.sequenceSetup();
-        if (!result.ok())
-            throw host_kit::ModuleError(line.modulePath + ": sequence set-up " +
-                                        FailureText(result));
-        OutliveReaders();
-    };
-    if (line.raw) {
-        setUp();
-        return SmoothRaw(line, instance);
+/// The effect on a sequence, as its controls are set.
+class SequenceSession {
+  public:
+    explicit SequenceSession(const CommandLine& line)
+        : session_(line.modulePath), instance_(session_.effect()) {
+        SetControls(line, instance_);
     }
+
+    [[nodiscard]] host_kit::Instance& instance() { return instance_; }
+
+    /// Before pictures are rendered.
+    void setUp(const std::string& modulePath) {
+        const auto result = instance_.sequenceSetup();
+        if (!result.ok())
+            throw host_kit::ModuleError(modulePath + ": sequence set-up " + FailureText(result));
+        OutliveReaders();
+    }
+
+  private:
+    Session session_;
+    host_kit::Instance instance_;
+};
+
+PictureList FindPictures(const CommandLine& line, const Complain& complain) {
     if (line.pictures.inputs.empty()) throw UsageError("input is required: files to smooth");
-    if (line.pictures.output.empty()) throw UsageError("--output is required: where they go");
-    if (line.pictures.output == standardStream) RequireFreeOutput(line);
-    const PictureList pictures(line.pictures);
+    PictureList pictures(line.pictures);
     if (!line.run.progress.quiet) {
         for (const std::string& remark : pictures.remarks()) complain(OneLine(remark));
     }
+    return pictures;
+}
+
+int Smooth(const CommandLine& line, const Complain& complain) {
+    SequenceSession session(line);
+    if (line.raw) {
+        session.setUp(line.modulePath);
+        return SmoothRaw(line, session.instance());
+    }
+    const Look& look = line.smooth.look;
+    if (line.pictures.output.empty() && !look.isWanted() && !line.pictures.inputs.empty())
+        throw UsageError("--output is required: where they go");
+    if (line.pictures.output == standardStream) RequireFreeOutput(line);
+    const PictureList pictures = FindPictures(line, complain);
+    RequireUsable(look, pictures);
     if (line.run.existing == Existing::Refuse) RequireNoOutput(pictures);
     if (line.dryRun) {
-        PrintPlan(line, pictures, instance);
+        PrintPlan(line, pictures, session.instance());
         return 0;
     }
-    setUp();
+    session.setUp(line.modulePath);
     PrepareFolders(line.pictures.output, pictures);
-    return SmoothPictures(instance, line.smooth, line.run, pictures, complain);
+    return SmoothPictures(session.instance(), line.smooth, line.run, pictures, complain);
+}
+
+int Report(const CommandLine& line, const Complain& complain) {
+    SequenceSession session(line);
+    const PictureList pictures = FindPictures(line, complain);
+    session.setUp(line.modulePath);
+    return MakeReport(session.instance(), line.smooth, line.run, pictures, line.report, complain);
 }
 
 void ShowOptions(const CommandLine& line) {
@@ -184,6 +217,7 @@ int Run(int argc, const char* const* argv, const Complain& complain) {
     FinishCommandLine(line);
     int status = 0;
     if (app->got_subcommand("smooth")) status = Smooth(line, complain);
+    if (app->got_subcommand("report")) status = Report(line, complain);
     if (app->got_subcommand("options")) ShowOptions(line);
     if (app->got_subcommand("about")) std::cout << AboutText(Session(line.modulePath).effect());
     if (app->got_subcommand("params")) std::cout << ParamsText(Session(line.modulePath).effect());

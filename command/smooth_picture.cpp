@@ -10,31 +10,12 @@
 #include "command/pictures/color_channels.h"
 #include "command/pictures/picture_pixels.h"
 #include "command/pictures/sample_types.h"
-#include "command/session.h"
-#include "host_kit/frame.h"
+#include "command/render_part.h"
 
 namespace nevrel {
 namespace {
 
-using host_kit::CommandResult;
-using host_kit::Frame;
 using host_kit::Instance;
-using host_kit::World;
-
-void Render(Instance& instance, World& input, World& output, const std::filesystem::path& path) {
-    Frame frame(instance, input);
-    const auto require = [&](const CommandResult& result) {
-        if (!result.ok()) throw PictureError(path, "smoothing " + FailureText(result));
-    };
-    require(frame.preRender());
-    const PF_LRect& area = frame.preRenderOutput().result_rect;
-    const bool whole = area.left == 0 && area.top == 0 && area.right == input.width() &&
-                       area.bottom == input.height();
-    if (!whole || frame.preRenderOutput().pre_render_data == nullptr) {
-        throw PictureError(path, "smoothing failed: the module did not prepare the whole picture");
-    }
-    require(frame.render(output));
-}
 
 /// Brings a part into a form that the output's format can store: its way with alpha, and one type
 /// of sample where the format has only one.
@@ -54,21 +35,6 @@ void Adapt(Part& part, const ColorChannels& channels, const Picture& input,
                                .append(part.spec.channelnames[static_cast<std::size_t>(channel)]));
     }
     part = Recast(part, channels, associated);
-}
-
-void Mask(const std::filesystem::path& path, const World& before, World& after) {
-    const Picture picture = ReadPicture(path);
-    const ColorChannels channels = FindColorChannels(picture, "", path);
-    const Part& mask = picture.parts[channels.part];
-    if (mask.spec.width != before.width() || mask.spec.height != before.height()) {
-        const auto size = [](auto width, auto height) {
-            return std::to_string(width) + " x " + std::to_string(height);
-        };
-        throw PictureError(path, "is a mask of " + size(mask.spec.width, mask.spec.height) +
-                                     " pixels for a picture of " +
-                                     size(before.width(), before.height()));
-    }
-    ApplyMask(mask, channels, before, after);
 }
 
 std::vector<ColorChannels> ChannelsToSmooth(const SmoothSettings& settings, const Picture& picture,
@@ -108,6 +74,7 @@ std::vector<std::string> Lines(const Remarks& remarks, bool verbose) {
 
 /// Empty where the output takes the input's format.
 std::string OutputFormat(const SmoothSettings& settings, const PicturePaths& paths) {
+    if (paths.output.empty()) return "";
     if (paths.output != standardStream) return FormatForPath(paths.output);
     return settings.streamFormat.empty() ? "" : FormatForPath("*." + settings.streamFormat);
 }
@@ -125,20 +92,15 @@ void SmoothPart(Instance& instance, const SmoothSettings& settings, const Pictur
                 const std::string& format, Picture& picture, ColorChannels& channels,
                 StageTimes& times) {
     Part& part = picture.parts[channels.part];
-    const PF_PixelFormat depth = settings.depth.value_or(OwnDepth(part, channels, paths.input));
-    World input(depth, part.spec.width, part.spec.height, {.pooled = true});
-    World output(depth, part.spec.width, part.spec.height, {.pooled = true});
-    times.measure(Stage::Load, [&] { LoadPixels(part, channels, input); });
-    times.measure(Stage::Kernel, [&] { Render(instance, input, output, paths.input); });
-    if (!paths.mask.empty()) Mask(paths.mask, input, output);
-
+    const RenderedPart rendered(instance, part, channels, settings.depth, paths, times);
+    settings.look.draw(instance, rendered, part, paths);
     times.measure(Stage::Store, [&] {
         Adapt(part, channels, picture, format, paths.output);
         const bool keyed = instance.param(idColorKeyEnable).u.bd.value != 0;
         if (keyed && channels.alpha < 0) AddAlpha(part, channels);
         if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
             ExpandGrey(part, channels);
-        StorePixels(input, output, channels, part);
+        StorePixels(rendered.before(), rendered.after(), channels, part);
         const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
         if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16)
             RoundToBits(part, bits);
@@ -161,6 +123,7 @@ void SmoothPicture(Instance& instance, const SmoothSettings& settings, const Pic
     WarnOfLinearLight(picture.parts.front(), picture.format, paths, format, remarks);
     for (ColorChannels& part : channels)
         SmoothPart(instance, settings, paths, format, picture, part, remarks.times);
+    if (paths.output.empty()) return;
     picture.format = format;
     WritePicture(picture, paths.output, settings.write, remarks);
 } catch (const std::bad_alloc&) {
@@ -171,22 +134,15 @@ namespace {
 
 Outcome TrySmoothing(Instance& instance, const SmoothSettings& settings, Existing existing,
                      const PicturePaths& paths, bool verbose) {
-    using Verdict = Outcome::Verdict;
     std::error_code none;
     if (existing == Existing::Skip && std::filesystem::is_regular_file(paths.output, none))
-        return {.verdict = Verdict::Skipped, .lines = {}};
-    try {
-        Remarks remarks;
-        SmoothPicture(instance, settings, paths, remarks);
-        return {Verdict::Done, Lines(remarks, verbose), remarks.times};
-    } catch (const PassingError& error) {
-        return {.verdict = Verdict::FailedForAWhile, .lines = {error.what()}};
-    } catch (const PictureError& error) {
-        return {.verdict = Verdict::Failed, .lines = {error.what()}};
-    } catch (const std::exception& error) {
-        return {.verdict = Verdict::Failed,
-                .lines = {PictureError(paths.input, error.what()).what()}};
-    }
+        return {.verdict = Outcome::Verdict::Skipped, .lines = {}};
+    Remarks remarks;
+    Outcome outcome =
+        Attempt(paths.input, [&] { SmoothPicture(instance, settings, paths, remarks); });
+    if (outcome.succeeded())
+        outcome = {Outcome::Verdict::Done, Lines(remarks, verbose), remarks.times};
+    return outcome;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "command/pictures/picture.h"
 #include "command/progress.h"
 #include "command/sequences/picture_list.h"
+#include "command/views/look.h"
 #include "host_kit/instance.h"
 
 namespace nevrel {
@@ -21,6 +22,7 @@ struct SmoothSettings {
     std::optional<PF_PixelFormat> depth;  ///< of the kernels; the picture's own by default
     bool allParts = false;                ///< not just the first part or page with colour
     std::string streamFormat;             ///< of the standard output; empty for the input's own
+    Look look;                            ///< for one picture
     WriteSettings write;
 };
 
@@ -38,8 +40,9 @@ void SmoothPart(host_kit::Instance& instance, const SmoothSettings& settings,
                 const PicturePaths& paths, const std::string& format, Picture& picture,
                 ColorChannels& channels, StageTimes& times);
 
-/// Several threads may smooth pictures with one instance at once. Throws a std::exception,
-/// as a rule a PictureError; nothing has been written then.
+/// Several threads may smooth pictures with one instance at once. Without an output the picture is
+/// only looked at. Throws a std::exception, as a rule a PictureError; the output has not been
+/// written then.
 void SmoothPicture(host_kit::Instance& instance, const SmoothSettings& settings,
                    const PicturePaths& paths, Remarks& remarks);
 

@@ -34,21 +34,28 @@ void Copy(const EffectValues& values, const Images& images, const Forms& forms) 
     }
 }
 
+template <typename Depth>
+EdgeMap ScanOutput(const EffectValues& values, const Images& images, std::uint8_t* scratch,
+                   const Forms& forms) {
+    using Pixel = typename Depth::Pixel;
+    const EdgeMap map(scratch, images.width, images.height);
+    const ImageView<const Pixel> copy(images.output, images.outputPitch, images.width,
+                                      images.height);
+    ScanEdges(Depth(values), copy, map, forms.of<Pixel>().scanRow);
+    return map;
+}
+
 template <typename Depth, KeyMode mode>
 bool Smooth(const EffectValues& values, const Images& images, std::uint8_t* scratch,
             const Forms& forms, const Progress& progress) {
     using Pixel = typename Depth::Pixel;
-    const auto output = OutputOf<Pixel>(images);
-    const PixelForms<Pixel>& stages = forms.of<Pixel>();
-    const EdgeMap map(scratch, images.width, images.height);
-    const ImageView<const Pixel> copy(images.output, images.outputPitch, images.width,
-                                      images.height);
-    ScanEdges(Depth(values), copy, map, stages.scanRow);
-    const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), output,
+    const EdgeMap map = ScanOutput<Depth>(values, images, scratch, forms);
+    const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), OutputOf<Pixel>(images),
                                       ColorKey<Depth, mode>(values));
     const BlendWeights<typename Depth::Weights> weights(values.softness, values.bias);
     WatchedSearch search{progress, forms.findWindows};
-    SmoothingPass<Depth, mode>(pair, map, weights, search.asked(), stages.blendAcross, &search)
+    SmoothingPass<Depth, mode>(pair, map, weights, search.asked(), forms.of<Pixel>().blendAcross,
+                               &search)
         .run();
     return !search.ended;
 }
@@ -96,4 +103,17 @@ bool SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& imag
     if (values.softness == 0 || IsEmpty(images)) return true;
     assert(images.input != nullptr && images.output != nullptr && scratch != nullptr);
     return KernelFor(depth, values).smooth(values, images, scratch, forms, progress);
+}
+
+EdgeMap FindEdges(PixelDepth depth, const EffectValues& values, const Images& images,
+                  std::uint8_t* scratch, const Forms& forms) noexcept {
+    assert(!IsEmpty(images) && images.output != nullptr && scratch != nullptr);
+    switch (depth) {
+        case PixelDepth::bits8:
+            return ScanOutput<Depth8>(values, images, scratch, forms);
+        case PixelDepth::bits16:
+            return ScanOutput<Depth16>(values, images, scratch, forms);
+        default:
+            return ScanOutput<DepthFloat>(values, images, scratch, forms);
+    }
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/edges/edge_map.h"
 #include "kernel/effect_values.h"
 #include "kernel/forms.h"
 #include "kernel/pass/progress.h"
@@ -38,3 +39,9 @@ void CopyInput(PixelDepth depth, const EffectValues& values, const Images& image
 bool SmoothCopy(PixelDepth depth, const EffectValues& values, const Images& images,
                 std::uint8_t* scratch, const Forms& forms = FastestForms(),
                 const Progress& progress = {}) noexcept;
+
+/// The edges along which SmoothCopy blends, for whoever wants to see them: fills `scratch`, of
+/// ScratchBytes, with those of the output of CopyInput. The images are not empty.
+[[nodiscard]] EdgeMap FindEdges(PixelDepth depth, const EffectValues& values, const Images& images,
+                                std::uint8_t* scratch,
+                                const Forms& forms = FastestForms()) noexcept;

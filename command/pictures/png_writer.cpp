@@ -81,17 +81,17 @@ std::vector<PngChunk> FittingChunks(const PngDetails& details, const Encoded& fo
 }
 
 /// A few strips of the picture's rows, together.
-struct Sample {
+struct RowSample {
     std::vector<std::byte> pixels;
     OIIO::ImageSpec spec;
 };
 
-Sample TakeSample(const Encoded& form, const OIIO::ImageSpec& spec) {
+RowSample TakeSample(const Encoded& form, const OIIO::ImageSpec& spec) {
     constexpr std::size_t strips = 4, rowsOfStrip = 8;
     const auto rows = static_cast<std::size_t>(spec.height);
     const std::size_t rowSize = form.pixels.size() / rows;
     if (rows <= strips * rowsOfStrip) return {{form.pixels.begin(), form.pixels.end()}, spec};
-    Sample sample{{}, spec};
+    RowSample sample{{}, spec};
     sample.spec.height = strips * rowsOfStrip;
     for (std::size_t strip = 0; strip < strips; ++strip) {
         const std::size_t row = (2 * strip + 1) * (rows - rowsOfStrip) / (2 * strips);
@@ -101,7 +101,7 @@ Sample TakeSample(const Encoded& form, const OIIO::ImageSpec& spec) {
     return sample;
 }
 
-std::size_t SizeOf(const Sample& sample, const Encoded& form, const PngEffort& effort,
+std::size_t SizeOf(const RowSample& sample, const Encoded& form, const PngEffort& effort,
                    const std::filesystem::path& path) {
     MemoryFile file;
     PngEncoder encoder(path, file, effort);
@@ -117,7 +117,7 @@ PngEffort ChooseEffort(const Encoded& form, const OIIO::ImageSpec& spec,
     PngEffort effort;
     if (settings.compression) effort.level = *settings.compression;
     if (form.indexed != nullptr) return effort;
-    const Sample sample = TakeSample(form, spec);
+    const RowSample sample = TakeSample(form, spec);
     PngEffort filtered = effort;
     filtered.filters = SPNG_FILTER_CHOICE_ALL;
     const bool gains = SizeOf(sample, form, filtered, path) < SizeOf(sample, form, effort, path);

@@ -41,7 +41,7 @@ std::vector<Place> FindPlaces(std::string_view name) {
     for (std::size_t at = 0; at < name.size(); ++at) {
         if (name.substr(at).starts_with("%%")) {
             ++at;
-        } else if (auto place = PlaceAt(name, at)) {
+        } else if (std::optional<Place> place = PlaceAt(name, at)) {
             const bool bracketed = at > 0 && name[at - 1] == '[' && place->end < name.size() &&
                                    name[place->end] == ']';
             if (bracketed) *place = {place->begin - 1, place->end + 1, place->digits};

@@ -108,7 +108,6 @@ bool IsFolder(const fs::path& output) {
 
 PictureList::PictureList(const PictureRequest& request)
     : format_(request.format), offset_(request.offset) {
-    if (request.output.empty()) throw UsageError("--output: is empty");
     for (const fs::path& input : request.inputs) {
         std::error_code error;
         const bool isFile = !request.patterns || Exists(input);
@@ -128,8 +127,9 @@ PictureList::PictureList(const PictureRequest& request)
         throw UsageError("--frames: is for a pattern such as shot.####.png");
     if (!isSequence && request.offset != 0)
         throw UsageError("--offset: is for a pattern such as shot.####.png");
-    setOutput(request);
     setMask(request);
+    if (request.output.empty()) return;
+    setOutput(request);
     requireDistinct();
     requireNoInput();
 }
@@ -205,9 +205,8 @@ void PictureList::setOutput(const PictureRequest& request) {
         return;
     }
     for (const fs::path& input : request.inputs) {
-        if (input == standardStream)
-            throw UsageError(
-                "-: the standard input has no name that an output in a folder could have");
+        if (input != standardStream) continue;
+        throw UsageError("-: the standard input has no name that an output in a folder could have");
     }
     if (!format_.empty()) RequireFormat("*." + format_, "--format: ");
     for (Source& source : sources_) {
@@ -304,7 +303,7 @@ void PictureList::requireNoInput() const {
 }
 
 void PrepareFolders(const fs::path& output, const PictureList& pictures) {
-    if (output == standardStream) return;
+    if (output == standardStream || output.empty()) return;
     if (IsFolder(output)) MakeFolder(output);
     std::optional<fs::path> last;
     for (std::size_t i = 0; i < pictures.size(); ++i) {

@@ -12,8 +12,8 @@ namespace nevrel {
 
 /// A picture's way from file to file.
 struct PicturePaths {
-    std::filesystem::path input, output;
-    std::filesystem::path mask{};  ///< empty without one
+    std::filesystem::path input, output;  ///< no output where it is only read
+    std::filesystem::path mask{};         ///< empty without one
 };
 
 /// What to do about frames that are asked for, or lie between others, and are not there.
@@ -22,7 +22,7 @@ enum class Missing { Error, Skip };
 /// What the user said of inputs and outputs.
 struct PictureRequest {
     std::vector<std::filesystem::path> inputs;
-    std::filesystem::path output;
+    std::filesystem::path output;       ///< empty where pictures are only read
     std::string format;                 ///< extension in a folder; empty for the inputs' own
     bool patterns = true;               ///< names may have a place for a frame number
     std::optional<std::string> frames;  ///< of patterns; all by default

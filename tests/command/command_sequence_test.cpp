@@ -165,7 +165,10 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
 
 TEST_F(SequenceTest, AnInterruptTellsHowToGoOn) {
     for (int frame = 1; frame <= 40; ++frame) writeFrame(std::to_string(frame) + ".png", 600, 400);
-    const CommandRun ended = run("smooth in/@.png -o out/ & sleep 1; kill -TERM $!; wait $!");
+    const CommandRun ended =
+        run("smooth in/@.png -o out/ & "
+            "until [ -e '" +
+            path("out/1.png") + "' ]; do sleep 0.01; done; kill -TERM $!; wait $!");
     ExpectError(ended, 143, {"interrupted: ", " of 40 done", "--skip-existing"});
 }
 

@@ -52,6 +52,12 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {"smooth --raw 8x8:bgra", {"--raw", "'8x8:bgra'", "rgba64le"}},
         {"smooth logs -o out/", {"logs", "without pictures"}},
         {"smooth - -o -  --progress json", {"--progress"}},
+        {"smooth in.png --compare in.png", {"--compare", "in.png"}},
+        {"smooth in.png --compare a.png --edges ./a.png", {"--edges", "a.png"}},
+        {"smooth in.png --edges a.xyz", {"a.xyz", "extension"}},
+        {"smooth in.png --compare a.png --at 3", {"--at", "'3'", "X,Y"}},
+        {"smooth in.png in.png --compare a.png", {"--compare", "one picture", "report"}},
+        {"smooth --raw 8x8:rgba --edges a.png", {"--raw"}},
         {"completion fish", {"'fish'", "bash or zsh"}},
         {"", {"subcommand"}},
     };
