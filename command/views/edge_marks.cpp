@@ -61,9 +61,9 @@ class Marker {
             const int px = x + way.dx, py = y + way.dy;
             if (px < 0 || px >= marks_.width || py < 0 || py >= marks_.height) return;
             std::uint8_t& byte = at(px, py);
-            if (mark > byte >> EdgeMarks::lengthShift)
-                byte = static_cast<std::uint8_t>((byte & (EdgeMarks::right | EdgeMarks::below)) |
-                                                 mark << EdgeMarks::lengthShift);
+            if (mark <= byte >> EdgeMarks::lengthShift) continue;
+            const unsigned edges = byte & (EdgeMarks::right | EdgeMarks::below);
+            byte = static_cast<std::uint8_t>(edges | mark << EdgeMarks::lengthShift);
         }
     }
 
