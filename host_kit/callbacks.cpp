@@ -1,7 +1,6 @@
 #include "host_kit/callbacks.h"
 
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "host_kit/command.h"
@@ -14,34 +13,34 @@ namespace {
 
 PF_Err CheckoutParam(PF_ProgPtr effectRef, PF_ParamIndex index, A_long whatTime, A_long timeStep,
                      A_u_long timeScale, PF_ParamDef* param) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || param == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CheckoutParam, index);
+    const CallVerdict verdict = command->enter(HostCall::CheckoutParam, index);
     if (verdict.fault) return verdict.result();
     const bool known = index >= 0 && static_cast<std::size_t>(index) < command->values.size();
-    if (!command->allows(known, "check-out of parameter " + std::to_string(index)))
+    if (!command->allows(known, "check-out of a parameter that there is not"))
         return PF_Err_BAD_CALLBACK_PARAM;
     const PF_InData& in = command->inData;
     command->expect(
         whatTime == in.current_time && timeStep == in.time_step && timeScale == in.time_scale,
         "check-out of a parameter at another time");
     *param = command->values[static_cast<std::size_t>(index)];
-    command->lend(LoanKind::Parameter, param, std::to_string(index));
+    command->lend(LoanKind::Parameter, param, index);
     return PF_Err_NONE;
 }
 
 PF_Err CheckinParam(PF_ProgPtr effectRef, PF_ParamDef* param) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CheckinParam);
-    return command->giveBack(LoanKind::Parameter, param) ? verdict.result()
-                                                         : PF_Err_BAD_CALLBACK_PARAM;
+    const CallVerdict verdict = command->enter(HostCall::CheckinParam);
+    command->giveBack(LoanKind::Parameter, param);
+    return verdict.result();
 }
 
 PF_Err AddParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::AddParam, def->uu.id);
+    const CallVerdict verdict = command->enter(HostCall::AddParam, def->uu.id);
     if (verdict.fault) return verdict.result();
     std::vector<PF_ParamDef>* declaration = index == -1 ? command->declaration : nullptr;
     if (declaration == nullptr) {
@@ -55,9 +54,9 @@ PF_Err AddParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
 // Utilities
 
 PF_Err GetPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || data == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::GetPlatformData, which);
+    const CallVerdict verdict = command->enter(HostCall::GetPlatformData, which);
     if (verdict.fault) return verdict.result();
     const HostIdentity& identity = command->host.identity;
     if (which == PF_PlatData_MAIN_WND) {
@@ -74,8 +73,8 @@ PF_Err GetPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
 template <typename Pixel>
 PF_Err GetPixelData(HostCall call, PF_PixelFormat format, const PF_EffectWorld* record,
                     PF_PixelPtr pixels, Pixel** pixel) {
-    const Command& command = Command::current();
-    const CallVerdict verdict = command.host.calls.enter(call);
+    Command& command = Command::current();
+    const CallVerdict verdict = command.enter(call);
     if (pixel == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     *pixel = nullptr;
     if (verdict.fault) return verdict.result();
@@ -106,69 +105,66 @@ PF_UtilCallbacks MakeUtilCallbacks() {
 
 // Smart rendering
 
-/// The frame that the command works on; null, with a violation, in any other command.
+/// The frame that the command works on; null, which is a violation, in any other command.
 Frame* FrameOf(const Command& command, PF_Cmd selector, const char* what) {
     const bool inTurn = command.selector == selector && command.frame != nullptr;
-    return command.allows(inTurn, std::string(what) + " out of turn") ? command.frame : nullptr;
+    return command.allows(inTurn, what) ? command.frame : nullptr;
 }
 
 PF_Err CheckoutLayer(PF_ProgPtr effectRef, PF_ParamIndex index, A_long checkoutId,
                      const PF_RenderRequest* request, A_long whatTime, A_long timeStep,
                      A_u_long timeScale, PF_CheckoutResult* result) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || request == nullptr || result == nullptr)
         return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CheckoutLayer, index);
+    const CallVerdict verdict = command->enter(HostCall::CheckoutLayer, index);
     if (verdict.fault) return verdict.result();
     const PF_InData& in = command->inData;
     command->expect(
         whatTime == in.current_time && timeStep == in.time_step && timeScale == in.time_scale,
         "check-out of a layer at another time");
-    Frame* frame = FrameOf(*command, PF_Cmd_SMART_PRE_RENDER, "check-out of a layer");
+    Frame* frame = FrameOf(*command, PF_Cmd_SMART_PRE_RENDER, "check-out of a layer out of turn");
     const bool granted =
         frame != nullptr && index == 0 && frame->requestLayer(checkoutId, *request, *result);
     return granted ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;
 }
 
 PF_Err CheckoutLayerPixels(PF_ProgPtr effectRef, A_long checkoutId, PF_EffectWorld** pixels) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || pixels == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict =
-        command->host.calls.enter(HostCall::CheckoutLayerPixels, checkoutId);
+    const CallVerdict verdict = command->enter(HostCall::CheckoutLayerPixels, checkoutId);
     *pixels = nullptr;
     if (verdict.fault) return verdict.result();
-    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-out of pixels");
-    PF_EffectWorld* layer = frame == nullptr ? nullptr : frame->layer(checkoutId);
-    if (!command->allows(layer != nullptr, "check-out of pixels that were not asked for")) {
+    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-out of pixels out of turn");
+    PF_EffectWorld* layer = frame == nullptr ? nullptr : frame->checkOut(checkoutId);
+    if (!command->allows(layer != nullptr,
+                         "check-out of pixels that were not asked for or are out already")) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    if (!command->allows(!command->host.accounts.isLent(LoanKind::Layer, layer),
-                         "second check-out of pixels")) {
-        return PF_Err_BAD_CALLBACK_PARAM;
-    }
-    command->lend(LoanKind::Layer, layer, std::to_string(checkoutId));
+    command->lend(LoanKind::Layer, layer, checkoutId);
     *pixels = layer;
     return PF_Err_NONE;
 }
 
 PF_Err CheckinLayerPixels(PF_ProgPtr effectRef, A_long checkoutId) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CheckinLayerPixels, checkoutId);
-    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-in of pixels");
-    if (frame == nullptr || !command->giveBack(LoanKind::Layer, frame->layer(checkoutId))) {
+    const CallVerdict verdict = command->enter(HostCall::CheckinLayerPixels, checkoutId);
+    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-in of pixels out of turn");
+    const PF_EffectWorld* layer = frame == nullptr ? nullptr : frame->checkIn(checkoutId);
+    if (!command->allows(layer != nullptr, "check-in of pixels that are not out"))
         return PF_Err_BAD_CALLBACK_PARAM;
-    }
+    command->giveBack(LoanKind::Layer, layer);
     return verdict.result();
 }
 
 PF_Err CheckoutOutput(PF_ProgPtr effectRef, PF_EffectWorld** output) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || output == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CheckoutOutput);
+    const CallVerdict verdict = command->enter(HostCall::CheckoutOutput);
     *output = nullptr;
     if (verdict.fault) return verdict.result();
-    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-out of the output");
+    Frame* frame = FrameOf(*command, PF_Cmd_SMART_RENDER, "check-out of the output out of turn");
     if (frame == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     *output = frame->outputRecord();
     return PF_Err_NONE;

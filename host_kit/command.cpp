@@ -1,10 +1,7 @@
 #include "host_kit/command.h"
 
-#include <array>
-#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 #include "host_kit/callbacks.h"
@@ -14,17 +11,13 @@ namespace {
 
 thread_local Command* currentCommand = nullptr;
 
-bool SameBytes(const std::vector<PF_ParamDef>& a, const std::vector<PF_ParamDef>& b) {
-    return a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(PF_ParamDef)) == 0;
-}
-
 }  // namespace
 
 Command::Command(Host& theHost, PF_Cmd theSelector)
     : host(theHost),
       selector(theSelector),
-      number(++theHost.commands),
       outData(theHost.blankOut),
+      tag_{++theHost.commands, theSelector},
       outer_(std::exchange(currentCommand, this)) {
     inData.inter = InteractCallbacks();
     inData.utils = UtilCallbacks();
@@ -37,7 +30,7 @@ Command::Command(Host& theHost, PF_Cmd theSelector)
 }
 
 Command::~Command() {
-    host.accounts.settle(number, error_ != PF_Err_NONE);
+    host.observer->settle(tag_, error_ != PF_Err_NONE);
     currentCommand = outer_;
 }
 
@@ -58,7 +51,6 @@ Command* Command::of(PF_ProgPtr effectRef) {
 void Command::lendImages(World& input, World* output) {
     worlds.push_back(&input);
     if (output != nullptr) worlds.push_back(output);
-    input_ = &input;
     inData.width = input.width();
     inData.height = input.height();
     inData.extent_hint = {0, 0, input.width(), input.height()};
@@ -71,42 +63,36 @@ CommandResult Command::run(PF_EntryPoint entry, Params params, PF_LayerDef* outp
     for (PF_ParamDef& param : passed) pointers.push_back(&param);
     if (inData.num_params == 0) inData.num_params = static_cast<A_long>(values.size());
 
-    const bool watched = host.watchesInputs && input_ != nullptr;
-    const std::uint64_t inputSum = watched ? input_->checksum() : 0;
-    std::array<std::byte, sizeof inData> before{};
-    std::memcpy(before.data(), &inData, sizeof inData);
-    error_ = entry(selector, &inData, &outData, pointers.empty() ? nullptr : pointers.data(),
-                   output, extra);
-    // No byte of it may change, padding included.
-    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
-    expect(std::memcmp(before.data(), &inData, sizeof inData) == 0, "wrote to the input record");
-    if (params == Params::Passed) expect(SameBytes(passed, values), "wrote to the parameter array");
-    expect(!watched || input_->checksum() == inputSum, "wrote to the input image");
-    for (const World* world : worlds) expect(world->guardsIntact(), "wrote outside an image");
+    error_ = host.observer->send(*this, passed, [&] {
+        return entry(selector, &inData, &outData, pointers.empty() ? nullptr : pointers.data(),
+                     output, extra);
+    });
     return {error_, outData};
 }
 
-void Command::violation(const std::string& what) const {
-    host.accounts.addViolation(what + " in command " + std::to_string(selector) + " (number " +
-                               std::to_string(number) + ")");
+CallVerdict Command::enter(HostCall call, A_long number, const char* name) {
+    const CallVerdict verdict = host.observer->enter(call, number, name);
+    disturbed_ = disturbed_ || verdict.fault;
+    return verdict;
 }
 
-void Command::expect(bool right, const std::string& what) const {
+void Command::violation(const char* what) const { host.observer->violation(what, tag_); }
+
+void Command::expect(bool right, const char* what) const {
     if (!right) violation(what);
 }
 
-bool Command::allows(bool right, const std::string& what) const {
+bool Command::allows(bool right, const char* what) const {
     expect(right, what);
     return right;
 }
 
-void Command::lend(LoanKind kind, const void* key, std::string what) const {
-    host.accounts.lend({kind, key, std::move(what), number, selector});
+void Command::lend(LoanKind kind, const void* key, A_long number, const char* name) const {
+    host.observer->lend({kind, key, number, name, tag_});
 }
 
-bool Command::giveBack(LoanKind kind, const void* key) const {
-    return allows(host.accounts.giveBack(kind, key, number),
-                  std::string(LoanKindName(kind)) + " given back that was not lent");
+void Command::giveBack(LoanKind kind, const void* key) const {
+    host.observer->giveBack(kind, key, tag_);
 }
 
 World* Command::find(const PF_EffectWorld* record) const {

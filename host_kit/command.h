@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "host_kit/host.h"
@@ -31,14 +30,13 @@ inline constexpr PF_Cmd deletePreRenderDataSelector = -1;
 class Command {
   public:
     Command(Host& host, PF_Cmd selector);
-    /// Settles the accounts of the command.
     ~Command();
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
     /// The thread's current command; a host call outside any command ends the program.
     [[nodiscard]] static Command& current();
-    /// The current command if `effectRef` is its own; otherwise notes a violation and gives null.
+    /// The current command if `effectRef` is its own; otherwise null, which is a violation.
     [[nodiscard]] static Command* of(PF_ProgPtr effectRef);
 
     /// Lends the images of a render and describes them in the input record; `output` may be null.
@@ -48,32 +46,39 @@ class Command {
     /// Calls the effect. `values` stay readable through check-out even when the array is withheld.
     CommandResult run(PF_EntryPoint entry, Params params, PF_LayerDef* output, void* extra);
 
-    void violation(const std::string& what) const;
-    /// Notes a violation unless `right`.
-    void expect(bool right, const std::string& what) const;
+    /// Every host function calls this first and does as the verdict says.
+    CallVerdict enter(HostCall call, A_long number = 0, const char* name = nullptr);
+    /// Whether a call of this command had to fail.
+    [[nodiscard]] bool disturbed() const { return disturbed_; }
+
+    // What the observer is told.
+    void violation(const char* what) const;
+    /// A violation unless `right`.
+    void expect(bool right, const char* what) const;
     /// The same for those who go on only when it is right.
-    [[nodiscard]] bool allows(bool right, const std::string& what) const;
-    void lend(LoanKind kind, const void* key, std::string what) const;
-    [[nodiscard]] bool giveBack(LoanKind kind, const void* key) const;
-    /// The image behind a record that the effect passes; null, with a violation, for any other
+    [[nodiscard]] bool allows(bool right, const char* what) const;
+    void lend(LoanKind kind, const void* key, A_long number = 0, const char* name = "") const;
+    void giveBack(LoanKind kind, const void* key) const;
+
+    /// The image behind a record that the effect passes; null, which is a violation, for any other
     /// record.
     [[nodiscard]] World* find(const PF_EffectWorld* record) const;
 
     Host& host;
     const PF_Cmd selector;
-    const std::uint64_t number;
     PF_InData inData{};
     PF_OutData outData;
     std::vector<PF_ParamDef> values;                  ///< what check-outs give and the array holds
     std::vector<PF_ParamDef>* declaration = nullptr;  ///< where add_param appends
-    std::vector<World*> worlds;                       ///< images lent for the command
+    std::vector<World*> worlds;                       ///< images lent for it, the input first
     std::vector<std::unique_ptr<World>> scratch;      ///< images that the effect asked for
     Instance* instance = nullptr;
     Frame* frame = nullptr;
 
   private:
+    const CommandTag tag_;
     Command* const outer_;
-    const World* input_ = nullptr;
+    bool disturbed_ = false;
     PF_Err error_ = PF_Err_NONE;
 };
 

@@ -75,6 +75,7 @@ CommandResult Frame::render(World& output) {
     instance_.fillInData(command, time_);
     command.lendImages(input_, &output);
     command.frame = this;
+    for (auto& [id, layer] : layers_) layer.out = false;
     return command.run(instance_.effect().entryPoint(), Command::Params::Withheld, nullptr, &extra);
 }
 
@@ -84,11 +85,9 @@ void Frame::deletePreRenderData() {
     Host& host = instance_.effect().host();
     const auto handle = static_cast<PF_Handle>(data);
     if (output_.delete_pre_render_data_func != nullptr) {
-        const int faultsBefore = host.calls.faultsFired();
         const Command command(host, deletePreRenderDataSelector);
         output_.delete_pre_render_data_func(data);
-        const bool prevented = host.calls.faultsFired() != faultsBefore;
-        command.expect(prevented || !host.handles.owns(handle),
+        command.expect(command.disturbed() || !host.handles.owns(handle),
                        "pre-render data survived its deletion");
     }
     host.disposeHandle(handle);
@@ -104,7 +103,7 @@ bool Frame::requestLayer(A_long checkoutId, const PF_RenderRequest& request,
                          PF_CheckoutResult& result) {
     const PF_LRect whole{0, 0, input_.width(), input_.height()};
     const PF_LRect granted = Intersection(request.rect, whole);
-    Layer layer{request, {}};
+    Layer layer{request};
     if (granted.left < granted.right) layer.pixels = input_.part(granted);
     if (!layers_.emplace(checkoutId, layer).second) return false;
     result = {};
@@ -116,10 +115,16 @@ bool Frame::requestLayer(A_long checkoutId, const PF_RenderRequest& request,
     return true;
 }
 
-PF_EffectWorld* Frame::layer(A_long checkoutId) {
+PF_EffectWorld* Frame::checkOut(A_long checkoutId) {
     const auto found = layers_.find(checkoutId);
-    return found == layers_.end() || found->second.pixels.data == nullptr ? nullptr
-                                                                          : &found->second.pixels;
+    if (found == layers_.end() || found->second.pixels.data == nullptr) return nullptr;
+    return std::exchange(found->second.out, true) ? nullptr : &found->second.pixels;
+}
+
+PF_EffectWorld* Frame::checkIn(A_long checkoutId) {
+    const auto found = layers_.find(checkoutId);
+    if (found == layers_.end() || !std::exchange(found->second.out, false)) return nullptr;
+    return &found->second.pixels;
 }
 
 CommandResult SmartRender(Instance& instance, World& input, World& output, const FrameTime& time) {

@@ -36,14 +36,17 @@ class Frame {
     // For the host's callbacks.
     [[nodiscard]] bool requestLayer(A_long checkoutId, const PF_RenderRequest& request,
                                     PF_CheckoutResult& result);
-    /// The pixels of a layer asked for before; null when there are none.
-    [[nodiscard]] PF_EffectWorld* layer(A_long checkoutId);
+    /// The pixels of a layer asked for before; null when there are none or they are out already.
+    [[nodiscard]] PF_EffectWorld* checkOut(A_long checkoutId);
+    /// The pixels that come back; null when they were not out.
+    [[nodiscard]] PF_EffectWorld* checkIn(A_long checkoutId);
     [[nodiscard]] PF_EffectWorld* outputRecord() { return &target_->record(); }
 
   private:
     struct Layer {
         PF_RenderRequest request{};
         PF_EffectWorld pixels{};  // no data when the area asked for misses the layer
+        bool out = false;
     };
 
     [[nodiscard]] PF_RenderRequest request() const;

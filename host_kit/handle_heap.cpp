@@ -44,7 +44,9 @@ bool HandleHeap::unlock(PF_Handle handle) {
 
 bool HandleHeap::dispose(PF_Handle handle) {
     const std::lock_guard lock(mutex_);
-    if (blocks_.erase(handle) == 0) return false;
+    const Block* block = find(handle);
+    if (block == nullptr || block->locks > 0) return false;
+    blocks_.erase(handle);
     *handle = nullptr;
     return true;
 }

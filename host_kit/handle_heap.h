@@ -22,7 +22,7 @@ class HandleHeap {
     [[nodiscard]] void* lock(PF_Handle handle);
     /// False for a stranger or a block that is not locked.
     [[nodiscard]] bool unlock(PF_Handle handle);
-    /// Frees the block. False for a stranger.
+    /// Frees the block. False for a stranger or a block that is locked.
     [[nodiscard]] bool dispose(PF_Handle handle);
     [[nodiscard]] bool owns(PF_Handle handle) const;
     /// The host's own view of a block, empty for a stranger.

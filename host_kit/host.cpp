@@ -2,17 +2,19 @@
 
 namespace host_kit {
 
+Observer Host::nobody;
+
 PF_Handle Host::makeHandle(std::size_t size) {
     PF_Handle handle = handles.make(size);
-    if (handle != nullptr)
-        accounts.lend({LoanKind::Handle, handle, std::to_string(size) + " bytes", 0, -1, true});
+    if (handle != nullptr) {
+        observer->lend({LoanKind::Handle, handle, static_cast<A_long>(size)});
+        adopt(handle);
+    }
     return handle;
 }
 
 void Host::disposeHandle(PF_Handle handle) {
-    if (handles.dispose(handle) && !accounts.giveBack(LoanKind::Handle, handle, 0)) {
-        accounts.addViolation("a handle without a row in the accounts");
-    }
+    if (handles.dispose(handle)) observer->giveBack(LoanKind::Handle, handle, {});
 }
 
 }  // namespace host_kit

@@ -1,13 +1,12 @@
-// One host application: who it says it is, what it lends, and what it holds an effect to.
+// One host application: who it says it is and what it lends.
 #pragma once
 
 #include <atomic>
 #include <cstdint>
 #include <string>
 
-#include "host_kit/accounts.h"
-#include "host_kit/call_monitor.h"
 #include "host_kit/handle_heap.h"
+#include "host_kit/observer.h"
 #include "host_kit/world.h"
 #include "sdk/effect_api.h"
 
@@ -26,19 +25,21 @@ struct Host {
     HostIdentity identity;
     MemoryStyle scratchMemory;  ///< of the images that an effect asks for; padding in whole pixels
     bool givesBasicSuite = true;  ///< false: commands come without `pica_basicP`
-    bool watchesInputs = false;   ///< compares inputs before and after each render; slow
     PF_OutData blankOut{};        ///< what a command finds in its out-record
-    Accounts accounts;
-    CallMonitor calls;
     HandleHeap handles;
     std::atomic<std::uint64_t> commands{0};  ///< started so far
+    Observer* observer = &nobody;
 
     /// Marks a handle that a command handed over as the host's own.
-    void adopt(PF_Handle handle) { accounts.keep(LoanKind::Handle, handle); }
+    void adopt(PF_Handle handle) { observer->keep(handle); }
     /// A handle of the host's own; null when there is no memory.
     [[nodiscard]] PF_Handle makeHandle(std::size_t size);
-    /// Frees a handle of the host's own; does nothing when it is null or gone already.
+    /// Frees a handle of the host's own; does nothing when it is null or gone already. One that
+    /// the effect left locked stays until the host goes.
     void disposeHandle(PF_Handle handle);
+
+  private:
+    static Observer nobody;
 };
 
 }  // namespace host_kit

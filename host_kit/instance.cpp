@@ -6,6 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace host_kit {
 
@@ -78,6 +79,9 @@ CommandResult Instance::sendSequence(PF_Cmd selector, PF_Handle incoming) {
     const CommandResult result =
         command.run(effect_.entryPoint(), Command::Params::Withheld, nullptr, nullptr);
     effect_.host().adopt(result.out.sequence_data);
+    command.expect(selector != PF_Cmd_SEQUENCE_SETDOWN || !result.ok() ||
+                       !effect_.host().handles.owns(incoming),
+                   "sequence data survived its set-down");
     return result;
 }
 
@@ -113,11 +117,7 @@ CommandResult Instance::sequenceFlatten(std::vector<std::byte>& flat) {
 CommandResult Instance::sequenceSetdown() {
     const CommandResult result = sendSequence(PF_Cmd_SEQUENCE_SETDOWN, sequenceData_);
     if (!result.ok()) return result;
-    if (effect_.host().handles.owns(sequenceData_)) {
-        effect_.host().accounts.addViolation("sequence data survived its set-down");
-        effect_.host().disposeHandle(sequenceData_);
-    }
-    sequenceData_ = nullptr;
+    effect_.host().disposeHandle(std::exchange(sequenceData_, nullptr));
     return result;
 }
 

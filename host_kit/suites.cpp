@@ -5,7 +5,6 @@
 #include <cstring>
 #include <memory>
 #include <new>
-#include <string>
 #include <utility>
 
 #include "host_kit/callbacks.h"
@@ -18,46 +17,42 @@ namespace {
 // PF Handle Suite
 
 PF_Handle NewHandle(A_HandleSize size) {
-    const Command& command = Command::current();
-    if (command.host.calls.enter(HostCall::NewHandle, static_cast<A_long>(size)).fault)
-        return nullptr;
+    Command& command = Command::current();
+    if (command.enter(HostCall::NewHandle, static_cast<A_long>(size)).fault) return nullptr;
     PF_Handle handle = command.host.handles.make(size);
-    if (handle != nullptr) command.lend(LoanKind::Handle, handle, std::to_string(size) + " bytes");
+    if (handle != nullptr) command.lend(LoanKind::Handle, handle, static_cast<A_long>(size));
     return handle;
 }
 
 void* LockHandle(PF_Handle handle) {
-    const Command& command = Command::current();
-    if (command.host.calls.enter(HostCall::LockHandle).fault || handle == nullptr) return nullptr;
+    Command& command = Command::current();
+    if (command.enter(HostCall::LockHandle).fault || handle == nullptr) return nullptr;
     void* memory = command.host.handles.lock(handle);
-    if (command.allows(memory != nullptr, "lock of a handle that is none")) {
-        command.lend(LoanKind::Lock, handle, "handle");
-    }
+    if (command.allows(memory != nullptr, "lock of a handle that is none"))
+        command.lend(LoanKind::Lock, handle);
     return memory;
 }
 
 void UnlockHandle(PF_Handle handle) {
-    const Command& command = Command::current();
-    command.host.calls.enter(HostCall::UnlockHandle);
-    if (command.giveBack(LoanKind::Lock, handle)) {
-        command.expect(command.host.handles.unlock(handle), "unlock of a handle that is gone");
-    }
+    Command& command = Command::current();
+    command.enter(HostCall::UnlockHandle);
+    if (command.allows(command.host.handles.unlock(handle),
+                       "unlock of a handle that is not locked"))
+        command.giveBack(LoanKind::Lock, handle);
 }
 
 void DisposeHandle(PF_Handle handle) {
-    const Command& command = Command::current();
-    command.host.calls.enter(HostCall::DisposeHandle);
-    command.expect(!command.host.accounts.isLent(LoanKind::Lock, handle),
-                   "disposal of a locked handle");
-    if (command.giveBack(LoanKind::Handle, handle)) {
-        command.expect(command.host.handles.dispose(handle), "disposal of a handle that is gone");
-    }
+    Command& command = Command::current();
+    command.enter(HostCall::DisposeHandle);
+    if (command.allows(command.host.handles.dispose(handle),
+                       "disposal of a handle that is locked or none"))
+        command.giveBack(LoanKind::Handle, handle);
 }
 
 A_HandleSize GetHandleSize(PF_Handle handle) {
-    Host& host = Command::current().host;
-    host.calls.enter(HostCall::GetHandleSize);
-    return host.handles.bytes(handle).size();
+    Command& command = Command::current();
+    command.enter(HostCall::GetHandleSize);
+    return command.host.handles.bytes(handle).size();
 }
 
 const PF_HandleSuite1 handleSuite{NewHandle,     LockHandle,    UnlockHandle,
@@ -72,8 +67,7 @@ PF_Err MakeWorld(Command& command, A_long width, A_long height, PF_EffectWorld& 
     auto world = std::make_unique<World>(PF_PixelFormat_ARGB32, width + padding, height, style);
     record = world->record();
     record.width = record.extent_hint.right = width;
-    command.lend(LoanKind::World, world.get(),
-                 std::to_string(width) + " x " + std::to_string(height));
+    command.lend(LoanKind::World, world.get(), width);
     command.scratch.push_back(std::move(world));
     return PF_Err_NONE;
 } catch (const std::bad_alloc&) {
@@ -85,7 +79,7 @@ PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long flags,
     Command* command = Command::of(effectRef);
     if (command == nullptr || world == nullptr || width <= 0 || height <= 0 || flags != 0)
         return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::NewWorld, width);
+    const CallVerdict verdict = command->enter(HostCall::NewWorld, width);
     *world = {};
     // An error leaves something behind that is no world.
     if (verdict.fault == FaultShape::Error) world->data = command;
@@ -95,12 +89,16 @@ PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long flags,
 PF_Err DisposeWorld(PF_ProgPtr effectRef, PF_EffectWorld* record) {
     Command* command = Command::of(effectRef);
     if (command == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::DisposeWorld);
-    const World* world = command->find(record);
-    if (world == nullptr || !command->giveBack(LoanKind::World, world))
+    const CallVerdict verdict = command->enter(HostCall::DisposeWorld);
+    const auto found =
+        std::find_if(command->scratch.begin(), command->scratch.end(), [=](const auto& world) {
+            return record != nullptr && world.get() == record->platform_ref;
+        });
+    if (!command->allows(found != command->scratch.end(), "disposal of no scratch image"))
         return PF_Err_BAD_CALLBACK_PARAM;
-    command->expect(world->guardsIntact(), "wrote outside a scratch image");
-    std::erase_if(command->scratch, [=](const auto& scratch) { return scratch.get() == world; });
+    command->expect((*found)->guardsIntact(), "wrote outside a scratch image");
+    command->giveBack(LoanKind::World, found->get());
+    command->scratch.erase(found);
     *record = {};
     return verdict.result();
 }
@@ -108,8 +106,8 @@ PF_Err DisposeWorld(PF_ProgPtr effectRef, PF_EffectWorld* record) {
 const PF_WorldSuite1 worldSuite1{NewWorld, DisposeWorld};
 
 PF_Err GetPixelFormat(const PF_EffectWorld* record, PF_PixelFormat* format) {
-    const Command& command = Command::current();
-    const CallVerdict verdict = command.host.calls.enter(HostCall::GetPixelFormat);
+    Command& command = Command::current();
+    const CallVerdict verdict = command.enter(HostCall::GetPixelFormat);
     if (verdict.fault) return verdict.result();
     const World* world = command.find(record);
     if (world == nullptr || format == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
@@ -123,9 +121,9 @@ const PF_WorldSuite2 worldSuite2{nullptr, nullptr, GetPixelFormat};
 
 PF_Err CopyWorld(PF_ProgPtr effectRef, PF_EffectWorld* source, PF_EffectWorld* target,
                  PF_Rect* sourceRect, PF_Rect* targetRect) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::CopyWorld);
+    const CallVerdict verdict = command->enter(HostCall::CopyWorld);
     if (verdict.fault) return verdict.result();
     const World* from = command->find(source);
     const World* to = command->find(target);
@@ -147,9 +145,9 @@ const PF_WorldTransformSuite1 worldTransformSuite{nullptr, nullptr, nullptr, Cop
 // PF Param Utils Suite, PF AE App Suite, PF ANSI Suite
 
 PF_Err UpdateParamUi(PF_ProgPtr effectRef, PF_ParamIndex index, const PF_ParamDef* def) {
-    const Command* command = Command::of(effectRef);
+    Command* command = Command::of(effectRef);
     if (command == nullptr || def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->host.calls.enter(HostCall::UpdateParamUi, index);
+    const CallVerdict verdict = command->enter(HostCall::UpdateParamUi, index);
     if (verdict.fault) return verdict.result();
     const bool inTurn = command->selector == PF_Cmd_UPDATE_PARAMS_UI ||
                         command->selector == PF_Cmd_USER_CHANGED_PARAM;
@@ -164,11 +162,11 @@ PF_Err UpdateParamUi(PF_ProgPtr effectRef, PF_ParamIndex index, const PF_ParamDe
 const PF_ParamUtilsSuite1 paramUtilsSuite{UpdateParamUi, {}};
 
 PF_Err IsRenderEngine(PF_Boolean* renderEngine) {
-    const Host& host = Command::current().host;
-    const CallVerdict verdict = Command::current().host.calls.enter(HostCall::IsRenderEngine);
+    Command& command = Command::current();
+    const CallVerdict verdict = command.enter(HostCall::IsRenderEngine);
     if (verdict.fault) return verdict.result();
     if (renderEngine == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-    *renderEngine = host.identity.renderEngine ? 1 : 0;
+    *renderEngine = command.host.identity.renderEngine ? 1 : 0;
     return PF_Err_NONE;
 }
 
@@ -204,23 +202,24 @@ const SuiteEntry* FindSuite(const char* name, A_long version) {
 }
 
 A_long AcquireSuite(const char* name, A_long version, const void** suite) {
-    const Command& command = Command::current();
-    const CallVerdict verdict = command.host.calls.enter(HostCall::AcquireSuite, version, name);
+    Command& command = Command::current();
+    const CallVerdict verdict = command.enter(HostCall::AcquireSuite, version, name);
     *suite = nullptr;
     if (verdict.fault) return verdict.result();
     const SuiteEntry* entry = FindSuite(name, version);
     if (entry == nullptr) return noSuchSuite;
     *suite = entry->suite;
-    command.lend(LoanKind::Suite, entry, std::string(name) + " " + std::to_string(version));
+    command.lend(LoanKind::Suite, entry, version, entry->name);
     return PF_Err_NONE;
 }
 
 A_long ReleaseSuite(const char* name, A_long version) {
-    const Command& command = Command::current();
-    const CallVerdict verdict = command.host.calls.enter(HostCall::ReleaseSuite, version, name);
+    Command& command = Command::current();
+    const CallVerdict verdict = command.enter(HostCall::ReleaseSuite, version, name);
     const SuiteEntry* entry = FindSuite(name, version);
     if (!command.allows(entry != nullptr, "release of an unknown suite")) return noSuchSuite;
-    return command.giveBack(LoanKind::Suite, entry) ? verdict.result() : noSuchSuite;
+    command.giveBack(LoanKind::Suite, entry);
+    return verdict.result();
 }
 
 }  // namespace
@@ -231,7 +230,7 @@ SPBasicSuite* BasicSuite() {
 }
 
 int Sprintf(char* dst, const char* format, ...) {
-    Command::current().host.calls.enter(HostCall::Sprintf, 0, format);
+    Command::current().enter(HostCall::Sprintf, 0, format);
     std::va_list arguments;
     va_start(arguments, format);
     // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start has just set it
@@ -241,7 +240,7 @@ int Sprintf(char* dst, const char* format, ...) {
 }
 
 char* Strcpy(char* dst, const char* src) {
-    Command::current().host.calls.enter(HostCall::Strcpy, 0, src);
+    Command::current().enter(HostCall::Strcpy, 0, src);
     // NOLINTNEXTLINE(clang-analyzer-security.insecureAPI.strcpy): the host's function has no bound
     return std::strcpy(dst, src);
 }

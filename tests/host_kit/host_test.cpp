@@ -1,10 +1,13 @@
-// What the host's books and checks notice. That they stay balanced with an effect that behaves, and
-// what every fault does to one, is for the tests of the module.
+// What the host's books and checks notice, and that a host without books stays sound as well. That
+// they stay balanced with an effect that behaves, and what every fault does to one, is for the
+// tests of the module.
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
 #include <vector>
 
+#include "host_kit/books/watched_host.h"
 #include "host_kit/frame.h"
 
 namespace host_kit {
@@ -18,11 +21,26 @@ struct Call {
     void* extra;
 };
 
-/// Acquires the handle suite and never gives it back.
-const PF_HandleSuite1* HandleSuite(const Call& call) {
+/// Acquires a suite and never gives it back.
+template <typename Suite>
+const Suite* Acquire(const Call& call, const char* name, A_long version) {
     const void* suite = nullptr;
-    call.in->pica_basicP->AcquireSuite(kPFHandleSuite, kPFHandleSuiteVersion1, &suite);
-    return static_cast<const PF_HandleSuite1*>(suite);
+    call.in->pica_basicP->AcquireSuite(name, version, &suite);
+    return static_cast<const Suite*>(suite);
+}
+const PF_HandleSuite1* HandleSuite(const Call& call) {
+    return Acquire<PF_HandleSuite1>(call, kPFHandleSuite, kPFHandleSuiteVersion1);
+}
+
+const PF_SmartRenderCallbacks& SmartRenderHost(const Call& call) {
+    return *static_cast<PF_SmartRenderExtra*>(call.extra)->cb;
+}
+
+void CheckOutLayer(const Call& call) {
+    const auto& extra = *static_cast<PF_PreRenderExtra*>(call.extra);
+    PF_CheckoutResult result;
+    extra.cb->checkout_layer(call.in->effect_ref, 0, 0, &extra.input->output_request, 0, 1, 24,
+                             &result);
 }
 
 PF_Err AddSlider(const Call& call) {
@@ -52,16 +70,28 @@ const std::vector<Misdeed> misdeeds{
          suite->host_dispose_handle(handle);
          suite->host_lock_handle(handle);
      }},
-    {"disposal of a locked handle", PF_Cmd_RENDER,
+    {"unlock of a handle that is not locked", PF_Cmd_RENDER,
+     [](const Call& c) {
+         const PF_HandleSuite1* suite = HandleSuite(c);
+         suite->host_unlock_handle(suite->host_new_handle(8));
+     }},
+    {"disposal of a handle that is locked or none", PF_Cmd_RENDER,
      [](const Call& c) {
          const PF_HandleSuite1* suite = HandleSuite(c);
          PF_Handle handle = suite->host_new_handle(8);
-         suite->host_lock_handle(handle);
+         auto* bytes = static_cast<char*>(suite->host_lock_handle(handle));
          suite->host_dispose_handle(handle);
+         *bytes = 1;
+     }},
+    {"disposal of no scratch image", PF_Cmd_RENDER,
+     [](const Call& c) {
+         Acquire<PF_WorldSuite1>(c, kPFWorldSuite, kPFWorldSuiteVersion1)
+             ->dispose_world(c.in->effect_ref, c.output);
+         static_cast<char*>(c.output->data)[0] = 1;
      }},
     {"parameter given back that was not lent", PF_Cmd_RENDER,
      [](const Call& c) { c.in->inter.checkin_param(c.in->effect_ref, c.params[1]); }},
-    {"check-out of parameter 2", PF_Cmd_RENDER,
+    {"check-out of a parameter that there is not", PF_Cmd_RENDER,
      [](const Call& c) {
          PF_ParamDef def{};
          c.in->inter.checkout_param(c.in->effect_ref, 2, 0, 1, 24, &def);
@@ -85,9 +115,16 @@ const std::vector<Misdeed> misdeeds{
     {"pixels that were not asked for", PF_Cmd_SMART_RENDER,
      [](const Call& c) {
          PF_EffectWorld* layer = nullptr;
-         static_cast<PF_SmartRenderExtra*>(c.extra)->cb->checkout_layer_pixels(c.in->effect_ref, 3,
-                                                                               &layer);
+         SmartRenderHost(c).checkout_layer_pixels(c.in->effect_ref, 3, &layer);
      }},
+    {"are out already", PF_Cmd_SMART_RENDER,
+     [](const Call& c) {
+         PF_EffectWorld* layer = nullptr;
+         for (int i = 0; i < 2; ++i)
+             SmartRenderHost(c).checkout_layer_pixels(c.in->effect_ref, 0, &layer);
+     }},
+    {"check-in of pixels that are not out", PF_Cmd_SMART_RENDER,
+     [](const Call& c) { SmartRenderHost(c).checkin_layer_pixels(c.in->effect_ref, 0); }},
     {"without a delete function", PF_Cmd_SMART_PRE_RENDER,
      [](const Call& c) {
          static_cast<PF_PreRenderExtra*>(c.extra)->output->pre_render_data =
@@ -97,31 +134,40 @@ const std::vector<Misdeed> misdeeds{
 
 const Misdeed* misdeed = nullptr;
 
-/// Declares a slider, commits the misdeed at the command that it is for, and does nothing else.
+/// Declares a slider, asks for the layer, commits the misdeed at the command that it is for, and
+/// does nothing else.
 PF_Err MisbehavingEffect(PF_Cmd cmd, PF_InData* in, PF_OutData* out, PF_ParamDef* params[],
                          PF_LayerDef* output, void* extra) {
     const Call call{in, params, output, extra};
+    if (cmd == PF_Cmd_SMART_PRE_RENDER) CheckOutLayer(call);
     if (cmd == misdeed->cmd) misdeed->act(call);
     if (cmd != PF_Cmd_PARAMS_SETUP) return PF_Err_NONE;
     out->num_params = 2;
     return AddSlider(call);
 }
 
+void Commit(const Misdeed& entry, Host& host) {
+    misdeed = &entry;
+    Effect effect(host, MisbehavingEffect);
+    ASSERT_TRUE(effect.paramsSetup().ok());
+    Instance instance(effect);
+    World input(PF_PixelFormat_ARGB64, 6, 4, {10, 2, true, true, 3});
+    World output(PF_PixelFormat_ARGB64, 6, 4, {0, 0, false, true, 5});
+    if (entry.cmd == PF_Cmd_RENDER) instance.render(input, output);
+    if (entry.cmd != PF_Cmd_RENDER) SmartRender(instance, input, output);
+}
+
 TEST(HostTest, MisdeedsAreNoted) {
     for (const Misdeed& entry : misdeeds) {
-        misdeed = &entry;
-        Host host;
+        WatchedHost host;
         host.watchesInputs = true;
-        Effect effect(host, MisbehavingEffect);
-        ASSERT_TRUE(effect.paramsSetup().ok());
-        Instance instance(effect);
-        World input(PF_PixelFormat_ARGB64, 6, 4, {10, 2, true, true, 3});
-        World output(PF_PixelFormat_ARGB64, 6, 4, {0, 0, false, true, 5});
-        if (entry.cmd == PF_Cmd_RENDER) instance.render(input, output);
-        if (entry.cmd != PF_Cmd_RENDER) SmartRender(instance, input, output);
-        EXPECT_NE(host.accounts.complaints().find(entry.complaint), std::string::npos)
+        Commit(entry, host);
+        const std::string complaints = host.accounts.complaints();
+        EXPECT_NE(complaints.find(entry.complaint), std::string::npos)
             << entry.complaint << " is not in:\n"
-            << host.accounts.complaints();
+            << complaints;
+        Host unwatched;
+        Commit(entry, unwatched);
     }
 }
 

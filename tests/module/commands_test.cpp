@@ -38,7 +38,7 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     Frame frame(instance, image);
     session.host.givesBasicSuite = false;
     session.host.blankOut = NoisyOut();
-    session.host.calls.resetCounts();
+    session.host.calls.resetCount();
     std::vector<std::byte> flat;
     for (const CommandResult& result :
          {session.effect.about(), session.effect.globalSetup(), session.effect.paramsSetup(),
@@ -67,7 +67,7 @@ TEST(Module, TakesNothingFromItsProcess) {
 TEST(GlobalSetup, TellsVersionAndFlagsAndNothingElse) {
     Session session;
     session.host.blankOut = NoisyOut();
-    session.host.calls.resetCounts();
+    session.host.calls.resetCount();
     PF_OutData expected = NoisyOut();
     expected.my_version = 0x84601;
     expected.out_flags = 0x6000030;

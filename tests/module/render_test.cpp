@@ -108,7 +108,7 @@ TEST(Render, CopiesUnderPremiere) {
     Instance instance(session.effect);
     Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
     std::memset(output.row<char>(3), 0, 40);
-    session.host.calls.resetCounts();
+    session.host.calls.resetCount();
     EXPECT_TRUE(instance.render(input, output).ok());
     EXPECT_EQ(output.pixels(), input.pixels());
     EXPECT_EQ(session.host.calls.count(), 3) << "suite, copy, suite";

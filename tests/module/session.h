@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host_kit/books/watched_host.h"
 #include "host_kit/frame.h"
 #include "host_kit/module.h"
 #include "kernel/effect_values.h"
@@ -44,7 +45,7 @@ class Session {
 
     TempFolder folder;
     host_kit::Module module{copyModule()};
-    host_kit::Host host;
+    host_kit::WatchedHost host;
     host_kit::Effect effect{host, module.entryPoint()};
 
   private:

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host_kit/books/watched_host.h"
 #include "host_kit/command.h"
 #include "render/dispatch_kernel.h"
 
@@ -51,7 +52,7 @@ struct Stage {
     }
 
     host_kit::World input, output;
-    host_kit::Host host;
+    host_kit::WatchedHost host;
 };
 
 constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};

@@ -183,7 +183,7 @@ TEST(OptionsDialog, DoesNotOpenInAHostThatLacksWhatItNeeds) {
     EXPECT_FALSE(desk.work({})) << "with the path of another module";
 
     desk.session.host.givesBasicSuite = false;
-    desk.session.host.calls.resetCounts();
+    desk.session.host.calls.resetCount();
     EXPECT_EQ(desk.instance.doDialog().error, PF_Err_BAD_CALLBACK_PARAM);
     EXPECT_EQ(desk.session.host.calls.count(), 0);
     desk.session.host.givesBasicSuite = true;

@@ -1,52 +1,14 @@
 // Counts an effect's calls to its host and makes chosen ones fail.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "sdk/effect_api.h"
+#include "host_kit/observer.h"
 
 namespace host_kit {
-
-/// Every function that the host offers.
-enum class HostCall {
-    AcquireSuite,
-    ReleaseSuite,
-    NewHandle,
-    LockHandle,
-    UnlockHandle,
-    DisposeHandle,
-    GetHandleSize,
-    NewWorld,
-    DisposeWorld,
-    GetPixelFormat,
-    CopyWorld,
-    UpdateParamUi,
-    IsRenderEngine,
-    CheckoutParam,
-    CheckinParam,
-    AddParam,
-    GetPlatformData,
-    GetPixelData8,
-    GetPixelData16,
-    Sprintf,
-    Strcpy,
-    CheckoutLayer,
-    CheckoutLayerPixels,
-    CheckinLayerPixels,
-    CheckoutOutput,
-};
-inline constexpr std::size_t hostCallCount = static_cast<std::size_t>(HostCall::CheckoutOutput) + 1;
-
-/// How a call fails. A call that gives something back still takes it back when it reports an error.
-enum class FaultShape {
-    Error,  ///< it returns the fault's code
-    Null,   ///< the pointer that it returns or stores is null, and it reports success
-};
 
 /// Whether the host's interface lets a call fail in that way.
 [[nodiscard]] bool CanFail(HostCall call, FaultShape shape);
@@ -68,20 +30,11 @@ struct HostCallRecord {
     std::string name;
 };
 
-/// What a call has to do.
-struct CallVerdict {
-    std::optional<FaultShape> fault;
-    PF_Err code = PF_Err_NONE;
-
-    /// What the call returns: the fault's code when it has to report an error.
-    [[nodiscard]] PF_Err result() const { return fault == FaultShape::Error ? code : PF_Err_NONE; }
-};
-
 /// Safe to use from several threads.
 class CallMonitor {
   public:
-    /// Every host function calls this first and does as the verdict says.
-    CallVerdict enter(HostCall call, A_long number = 0, const char* name = nullptr);
+    /// Counts a call and judges it.
+    CallVerdict enter(HostCall call, A_long number, const char* name);
 
     /// Replaces the fault set before and counts anew for it.
     void inject(const Fault& fault);
@@ -89,10 +42,9 @@ class CallMonitor {
     /// How many calls the present fault has made fail.
     [[nodiscard]] int faultsFired() const;
 
-    /// Calls since the start or the last `resetCounts`.
+    /// Calls since the start or the last `resetCount`.
     [[nodiscard]] int count() const;
-    [[nodiscard]] int count(HostCall call) const;
-    void resetCounts();
+    void resetCount();
 
     /// Switches the recording of calls on or off; switching on starts a new record.
     void record(bool on);
@@ -102,7 +54,7 @@ class CallMonitor {
     [[nodiscard]] CallVerdict judge(HostCall call);
 
     mutable std::mutex mutex_;
-    std::array<int, hostCallCount> counts_{};
+    int count_ = 0;
     std::optional<Fault> fault_;
     int matched_ = 0;
     int fired_ = 0;

@@ -1,6 +1,4 @@
-#include "host_kit/call_monitor.h"
-
-#include <numeric>
+#include "host_kit/books/call_monitor.h"
 
 namespace host_kit {
 
@@ -31,7 +29,7 @@ bool CanFail(HostCall call, FaultShape shape) {
 
 CallVerdict CallMonitor::enter(HostCall call, A_long number, const char* name) {
     const std::lock_guard lock(mutex_);
-    ++counts_.at(static_cast<std::size_t>(call));
+    ++count_;
     if (recording_) records_.push_back({call, number, name == nullptr ? "" : name});
     return judge(call);
 }
@@ -64,17 +62,12 @@ int CallMonitor::faultsFired() const {
 
 int CallMonitor::count() const {
     const std::lock_guard lock(mutex_);
-    return std::accumulate(counts_.begin(), counts_.end(), 0);
+    return count_;
 }
 
-int CallMonitor::count(HostCall call) const {
+void CallMonitor::resetCount() {
     const std::lock_guard lock(mutex_);
-    return counts_.at(static_cast<std::size_t>(call));
-}
-
-void CallMonitor::resetCounts() {
-    const std::lock_guard lock(mutex_);
-    counts_.fill(0);
+    count_ = 0;
 }
 
 void CallMonitor::record(bool on) {
