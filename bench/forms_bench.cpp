@@ -12,9 +12,8 @@ constexpr std::array setNames{"plain", "sse2", "avx2", "avx512"};
 /// A set that the processor lacks is measured as the widest that it has.
 void MeasureForms(benchmark::State& state, const NamedKernel& kernel, FrameKind kind, Size size,
                   const Effort& effort) {
-    BenchHost host;
     FramePair pair(KeptFrame(kind, size).image, kernel.format);
-    const RenderJob job = pair.job(host, kernel.key, kernel.keyInvert);
+    const RenderJob job = pair.job(kernel.key, kernel.keyInvert);
     const auto usable = UsableForms();
     PF_Err err = PF_Err_NONE;
     std::array<Samples, setNames.size()> samples;

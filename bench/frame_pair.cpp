@@ -1,6 +1,6 @@
 #include "bench/frame_pair.h"
 
-#include <cassert>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -16,42 +16,38 @@ constexpr EffectValues defaults{.colorThreshold = 10,
                                 .keyThreshold = 0,
                                 .keyInvert = 0};
 
+/// Images start where those of a plain allocation do, which is not at a cache line.
+constexpr A_long pastCacheLine = 16;
+
 template <typename Pixel>
-std::vector<std::byte> Bytes(const Image<Pixel>& image) {
-    const auto* first = reinterpret_cast<const std::byte*>(image.pixels.data());
-    return {first, first + image.pixels.size() * sizeof(Pixel)};
-}
-
-std::vector<std::byte> BytesAtDepth(const Image8& frame, PF_PixelFormat format) {
-    if (format == PF_PixelFormat_ARGB64) return Bytes(ToDepth16(frame));
-    if (format == PF_PixelFormat_ARGB128) return Bytes(ToDepthFloat(frame));
-    assert(format == PF_PixelFormat_ARGB32);
-    return Bytes(frame);
-}
-
-PF_EffectWorld WorldOver(std::vector<std::byte>& bytes, int width, int height) {
-    PF_EffectWorld world{};
-    world.data = bytes.data();
-    world.rowbytes = static_cast<A_long>(bytes.size() / static_cast<std::size_t>(height));
-    world.width = width;
-    world.height = height;
-    return world;
+void Fill(host_kit::World& world, const Image<Pixel>& image) {
+    std::memcpy(world.row<Pixel>(0), image.pixels.data(), image.pixels.size() * sizeof(Pixel));
 }
 
 }  // namespace
 
 FramePair::FramePair(const Image8& frame, PF_PixelFormat format)
-    : format_(format),
-      inputBytes_(BytesAtDepth(frame, format)),
-      outputBytes_(inputBytes_.size()),
-      input_(WorldOver(inputBytes_, frame.width, frame.height)),
-      output_(WorldOver(outputBytes_, frame.width, frame.height)) {}
+    : input_(format, frame.width, frame.height, {.misalignment = pastCacheLine}),
+      output_(format, frame.width, frame.height, {.misalignment = pastCacheLine}) {
+    // From a pool, so that the system need not map fresh pages for every call.
+    host_.scratchMemory = {.misalignment = pastCacheLine, .pooled = true};
+    command_.lendImages(input_, &output_);
+    if (format == PF_PixelFormat_ARGB32) Fill(input_, frame);
+    if (format == PF_PixelFormat_ARGB64) Fill(input_, ToDepth16(frame));
+    if (format == PF_PixelFormat_ARGB128) Fill(input_, ToDepthFloat(frame));
+}
 
-RenderJob FramePair::job(BenchHost& host, bool key, bool keyInvert) {
-    RenderJob job{defaults, host.inData(), format_, &input_, &output_};
+RenderJob FramePair::job(bool key, bool keyInvert) {
+    RenderJob job{defaults, &command_.inData, input_.format(), &input_.record(), &output_.record()};
     job.colorKeyEnable = key ? 1 : 0;
     job.keyInvert = keyInvert ? 1 : 0;
     return job;
+}
+
+void FramePair::copyWhole() {
+    std::memcpy(output_.row<char>(0), input_.row<char>(0),
+                static_cast<std::size_t>(input_.record().rowbytes) *
+                    static_cast<std::size_t>(input_.height()));
 }
 
 const MeasuredFrame& KeptFrame(FrameKind kind, Size size) {

@@ -1,11 +1,8 @@
 // A frame as a host lends it to a kernel: an input image and an output image of the same size.
 #pragma once
 
-#include <cstddef>
-#include <cstring>
-#include <vector>
-
-#include "bench/bench_host.h"
+#include "host_kit/command.h"
+#include "render/render_job.h"
 #include "samples/frames.h"
 
 /// The size of a frame in pixels.
@@ -16,27 +13,21 @@ struct Size {
     friend bool operator==(const Size&, const Size&) = default;
 };
 
-/// Both images of a frame at one depth, and a whole memcpy of one to the other as the yardstick.
+/// Both images of a frame at one depth, lent for a render command that lasts as long as the object.
 class FramePair {
   public:
     FramePair(const Image8& frame, PF_PixelFormat format);
 
-    [[nodiscard]] Size size() const { return {input_.width, input_.height}; }
-    [[nodiscard]] PF_EffectWorld& input() { return input_; }
-    [[nodiscard]] PF_EffectWorld& output() { return output_; }
-
     /// A job on this frame with the controls at their defaults, the key colour white.
-    [[nodiscard]] RenderJob job(BenchHost& host, bool key, bool keyInvert);
+    [[nodiscard]] RenderJob job(bool key, bool keyInvert);
 
-    /// The yardstick of all measurements.
-    void copyWhole() { std::memcpy(outputBytes_.data(), inputBytes_.data(), inputBytes_.size()); }
+    /// A whole memcpy of one image to the other: the yardstick of all measurements.
+    void copyWhole();
 
   private:
-    PF_PixelFormat format_;
-    std::vector<std::byte> inputBytes_;
-    std::vector<std::byte> outputBytes_;
-    PF_EffectWorld input_{};
-    PF_EffectWorld output_{};
+    host_kit::Host host_;
+    host_kit::World input_, output_;
+    host_kit::Command command_{host_, PF_Cmd_RENDER};
 };
 
 /// A frame with its share of edge pixels at the default threshold.

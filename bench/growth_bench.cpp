@@ -38,9 +38,8 @@ void MeasureGrowth(benchmark::State& state, const Series& series, double megapix
     const Size size{static_cast<int>(std::lround(std::sqrt(megapixels * 1e6 * 16 / 9))),
                     static_cast<int>(std::lround(std::sqrt(megapixels * 1e6 * 9 / 16)))};
     const Image8 frame = series.frame(size);
-    BenchHost host;
     FramePair pair(frame, PF_PixelFormat_ARGB32);
-    const RenderJob job = pair.job(host, false, false);
+    const RenderJob job = pair.job(false, false);
     const double seconds = TimeKernel(state, pair, job, effort);
     state.counters["edges"] = EdgeShare(frame, job.colorThreshold) * 100;
     state.counters["pixel"] = seconds / size.pixels() * 1e9;

@@ -7,9 +7,8 @@ namespace {
 void MeasureKernel(benchmark::State& state, const NamedKernel& kernel, FrameKind kind, Size size,
                    const Effort& effort) {
     const MeasuredFrame& frame = KeptFrame(kind, size);
-    BenchHost host;
     FramePair pair(frame.image, kernel.format);
-    const RenderJob job = pair.job(host, kernel.key, kernel.keyInvert);
+    const RenderJob job = pair.job(kernel.key, kernel.keyInvert);
     const double seconds = TimeKernel(state, pair, job, effort);
     state.counters["edges"] = frame.edgeShare * 100;
     state.counters["rate"] = size.pixels() / seconds / 1e6;

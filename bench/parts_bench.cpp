@@ -1,18 +1,22 @@
 // The parts of a kernel call apart, in the order in which they run.
-#include <type_traits>
+#include <new>
 
 #include "bench/benchmarks.h"
+#include "host/suite_handler.h"
 #include "kernel/edges/edge_scan.h"
 #include "kernel/forms.h"
 #include "kernel/pass/smoothing_pass.h"
 #include "kernel/pixels/depth16.h"
 #include "kernel/pixels/depth8.h"
 #include "kernel/pixels/depth_float.h"
+#include "render/map_world.h"
 
 namespace {
 
-std::uint8_t* MapMemory(BenchHost& host, int width, int height) {
-    return reinterpret_cast<std::uint8_t*>(host.scratch(EdgeMap::byteCount(width, height)));
+std::uint8_t* Allocate(MapWorld& world, const RenderJob& job) {
+    if (world.allocate(job.outputWorld->width, job.outputWorld->height) != PF_Err_NONE)
+        throw std::bad_alloc();
+    return world.memory();
 }
 
 template <typename Pixel>
@@ -26,26 +30,25 @@ class Parts {
     using Pixel = typename Depth::Pixel;
 
   public:
-    Parts(const RenderJob& job, BenchHost& host)
+    explicit Parts(const RenderJob& job)
         : job_(job),
           depth_(job),
           key_(job),
           input_(ViewOf<const Pixel>(*job.inputWorld)),
           output_(ViewOf<Pixel>(*job.outputWorld)),
-          map_(MapMemory(host, input_.width(), input_.height()), input_.width(), input_.height()),
+          map_(Allocate(mapWorld_, job), input_.width(), input_.height()),
           weights_(job.softness, job.bias) {}
 
-    void firstCopy() const {
+    void firstCopy() {
         if constexpr (mode == KeyMode::NoKey) {
-            CopyWorld(nullptr, job_.inputWorld, job_.outputWorld, nullptr, nullptr);
+            suites_.get<PF_WorldTransformSuite1>().copy(job_.inData->effect_ref, job_.inputWorld,
+                                                        job_.outputWorld, nullptr, nullptr);
         } else {
             MarkingCopy(key_, input_, output_, forms_.markPixels);
         }
     }
-    void scan() const {
-        ScanEdges(depth_, ViewOf<const Pixel>(*job_.outputWorld), map_, forms_.scanRow);
-    }
-    void pass() const {
+    void scan() { ScanEdges(depth_, ViewOf<const Pixel>(*job_.outputWorld), map_, forms_.scanRow); }
+    void pass() {
         SmoothingPass<Depth, mode>(ImagePair<Depth, mode>(input_, output_, key_), map_, weights_,
                                    FastestForms().findWindows, forms_.blendAcross)
             .run();
@@ -53,6 +56,8 @@ class Parts {
 
   private:
     RenderJob job_;
+    SuiteHandler suites_{job_.inData->pica_basicP};
+    MapWorld mapWorld_{suites_, job_.inData->effect_ref};
     Depth depth_;
     ColorKey<Depth, mode> key_;
     ImageView<const Pixel> input_;
@@ -65,9 +70,8 @@ class Parts {
 template <typename Depth, KeyMode mode>
 void MeasureParts(benchmark::State& state, PF_PixelFormat format, FrameKind kind, Size size,
                   const Effort& effort) {
-    BenchHost host;
     FramePair pair(KeptFrame(kind, size).image, format);
-    const Parts<Depth, mode> parts(pair.job(host, mode != KeyMode::NoKey, false), host);
+    Parts<Depth, mode> parts(pair.job(mode != KeyMode::NoKey, false));
     while (state.KeepRunning()) {
         Samples memcpy, first, scan, pass;
         for (int round = 0; round < effort.rounds; ++round) {
