@@ -20,6 +20,7 @@ static_assert(NEVREL_OUT_FLAGS2 ==
 
 PF_Err GlobalSetup(const PF_InData* inData, PF_OutData* outData) {
     assert(inData != nullptr && outData != nullptr);
+    // Made for what it throws: without the basic suite the command fails before it does anything.
     const SuiteHandler suites(inData->pica_basicP);
     outData->my_version = NEVREL_VERSION_WORD;
     outData->out_flags = NEVREL_OUT_FLAGS;

@@ -1,4 +1,5 @@
-// What the effect tells about itself.
+// What the effect tells about itself. Each command returns PF_Err_NONE, or throws
+// PF_Err_BAD_CALLBACK_PARAM when the host lacks a suite that it needs.
 #pragma once
 
 #include "sdk/effect_api.h"

@@ -1,4 +1,6 @@
-// The record that the host keeps for each applied instance, in memory and in saved projects.
+// The record that the host keeps for each applied instance, in memory and in saved projects. Each
+// command returns PF_Err_NONE or the code of its failure, and throws PF_Err_BAD_CALLBACK_PARAM when
+// the host lacks a suite that it needs.
 #pragma once
 
 #include "sdk/effect_api.h"
@@ -15,12 +17,12 @@ static_assert(sizeof(SequenceData) == 4, "as stored in projects");
 [[nodiscard]] PF_Err SequenceSetup(const PF_InData* inData, PF_OutData* outData);
 
 /// Makes a record from the stored one in `inData`, which stays the host's; a fresh one where there
-/// is none or where it is not the module's.
+/// is none or where it is not the module's. Codes as for SequenceSetup.
 [[nodiscard]] PF_Err SequenceResetup(const PF_InData* inData, PF_OutData* outData);
 
-/// Makes the record to store from the one in `inData`, which stays the host's. Without one,
-/// PF_Err_INTERNAL_STRUCT_DAMAGED.
+/// Makes the record to store from the one in `inData`, which stays the host's. Codes as for
+/// SequenceSetup; without a record, PF_Err_INTERNAL_STRUCT_DAMAGED.
 [[nodiscard]] PF_Err SequenceFlatten(const PF_InData* inData, PF_OutData* outData);
 
-/// Frees the record in `inData`, if there is one.
+/// Frees the record in `inData`, if there is one. Always PF_Err_NONE.
 [[nodiscard]] PF_Err SequenceSetdown(const PF_InData* inData, PF_OutData* outData);

@@ -100,6 +100,7 @@ void AddColorKeyControls(ParamList& list, const ParamDefaults& defaults) {
 
 PF_Err ParamsSetup(const PF_InData* inData, PF_OutData* outData) {
     assert(inData != nullptr && outData != nullptr);
+    // Made for what it throws: without the basic suite the command fails before it does anything.
     const SuiteHandler suites(inData->pica_basicP);
     ParamList list(inData, IsRenderEngine(inData) ? PF_PUI_DISABLED : 0);
     ParamDefaults defaults = builtInDefaults;

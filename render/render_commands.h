@@ -1,5 +1,5 @@
-// The host's render commands. Each throws PF_Err_BAD_CALLBACK_PARAM when the host lacks a suite
-// that it needs.
+// The host's render commands. Each returns PF_Err_NONE or the code of its failure, as a rule that
+// of a host call, and throws PF_Err_BAD_CALLBACK_PARAM when the host lacks a suite that it needs.
 #pragma once
 
 #include "sdk/effect_api.h"

@@ -62,6 +62,7 @@ INT_PTR OptionDialog::onCommand(HWND window, WPARAM wParam) {
 }
 
 void DoDialog(PF_InData* inData, PF_ParamDef* params[]) {
+    // Made for what it throws: without the basic suite the command fails before it does anything.
     const SuiteHandler suites(inData->pica_basicP);
     HWND parent = HostWindow(*inData);
     HMODULE instance = OwnModule(*inData);
