@@ -2,7 +2,8 @@
 
 #include <cassert>
 #include <cmath>
-#include <cstddef>
+#include <sstream>
+#include <string>
 
 namespace {
 
@@ -58,6 +59,20 @@ Point Direction(double turns) {
     return direction;
 }
 
+Nodes operator""_nodes(const char* text, std::size_t length) {
+    std::istringstream words(std::string(text, length));
+    Nodes nodes;
+    Node node;
+    char comma = ',';
+    while (words >> node.x >> comma >> node.y) {
+        node.corner = words.peek() == '^';
+        if (node.corner) words.get();
+        nodes.push_back(node);
+    }
+    assert(words.eof() && comma == ',');
+    return nodes;
+}
+
 Nodes Ellipse(Point centre, double radiusX, double radiusY) {
     constexpr int count = 12;
     Nodes nodes;
@@ -68,9 +83,16 @@ Nodes Ellipse(Point centre, double radiusX, double radiusY) {
     return nodes;
 }
 
-Nodes Straight(const std::vector<Point>& corners) {
-    Nodes nodes;
-    for (const Point p : corners) nodes.push_back({p.x, p.y, corner});
+Nodes Straight(Nodes nodes) {
+    for (Node& node : nodes) node.corner = true;
+    return nodes;
+}
+
+Nodes Moved(Nodes nodes, Point by) {
+    for (Node& node : nodes) {
+        node.x += by.x;
+        node.y += by.y;
+    }
     return nodes;
 }
 

@@ -4,6 +4,7 @@
 // alike, so that a picture comes out the same everywhere.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 struct Point {
@@ -22,11 +23,17 @@ inline constexpr bool corner = true;
 
 using Nodes = std::vector<Node>;
 
+/// Nodes as text: "x,y" for each, separated by blanks, with a caret after those that are corners.
+[[nodiscard]] Nodes operator""_nodes(const char* text, std::size_t length);
+
 /// The nodes of an ellipse.
 [[nodiscard]] Nodes Ellipse(Point centre, double radiusX, double radiusY);
 
-/// The nodes of a straight-sided figure.
-[[nodiscard]] Nodes Straight(const std::vector<Point>& corners);
+/// The nodes, all of them corners.
+[[nodiscard]] Nodes Straight(Nodes nodes);
+
+/// The nodes, all of them moved.
+[[nodiscard]] Nodes Moved(Nodes nodes, Point by);
 
 /// Where a drawing lies on the picture: scaled, mirrored, turned, moved.
 struct Placement {

@@ -17,13 +17,11 @@ Painter Whole(Image8& image) {
 }
 
 void DrawLantern(const Painter& painter, unsigned seed) {
-    painter.ink({{0, -110}, {0, -66}}, outline);
-    const Nodes body = {{-34, -58, corner}, {-64, -28}, {-70, 8}, {-58, 42}, {-32, 64, corner},
-                        {32, 64, corner},   {58, 42},   {70, 8},  {64, -28}, {34, -58, corner}};
+    painter.ink("0,-110 0,-66"_nodes, outline);
+    const Nodes body =
+        "-34,-58^ -64,-28 -70,8 -58,42 -32,64^ 32,64^ 58,42 70,8 64,-28 34,-58^"_nodes;
     painter.shape(body, red, outline);
-    painter.tone(
-        {{30, -80}, {44, -20}, {40, 30}, {10, 90, corner}, {90, 90, corner}, {90, -80, corner}},
-        red, redShadow);
+    painter.tone("30,-80 44,-20 40,30 10,90^ 90,90^ 90,-80^"_nodes, red, redShadow);
     for (int i = -2; i <= 2; ++i) {
         const double y = 20.0 * i - 6;
         const double half = 69.5 - 0.0085 * (y - 8) * (y - 8);
@@ -35,7 +33,7 @@ void DrawLantern(const Painter& painter, unsigned seed) {
         painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), ironShadow,
                       outline);
     }
-    painter.shape(Straight({{-5, 74}, {5, 74}, {7, 88}, {-7, 88}}), yellow, outline);
+    painter.shape(Straight("-5,74 5,74 7,88 -7,88"_nodes), yellow, outline);
     for (int i = -2; i <= 2; ++i)
         painter.ink({{1.5 * i, 88}, {2.5 * i, 104}, {3.5 * i, 122}}, {1.4, 1.4, 1, yellowShadow});
 }
@@ -64,25 +62,9 @@ void DrawMarks(const Painter& painter, Point topLeft, double size, int count, co
 }
 
 void DrawLanterns(const Painter& painter) {
-    painter.ink({{-20, 20},
-                 {120, 58},
-                 {310, 76},
-                 {520, 62},
-                 {760, 26},
-                 {1000, 58},
-                 {1240, 60},
-                 {1460, 20},
-                 {1560, -20}},
+    painter.ink("-20,20 120,58 310,76 520,62 760,26 1000,58 1240,60 1460,20 1560,-20"_nodes,
                 outline);
-    painter.ink({{-20, 26},
-                 {120, 63},
-                 {310, 80},
-                 {520, 65},
-                 {760, 30},
-                 {1000, 62},
-                 {1240, 63},
-                 {1460, 23},
-                 {1560, -15}},
+    painter.ink("-20,26 120,63 310,80 520,65 760,30 1000,62 1240,63 1460,23 1560,-15"_nodes,
                 {1, 1.2, 1, woodShadow});
     DrawLantern(painter.placed({96, 160}, 1, 0.01), 3);
     DrawLantern(painter.placed({318, 186}, 1, -0.012), 7);

@@ -7,16 +7,15 @@
 
 namespace {
 
-const Nodes torso = {{598, 536, corner}, {540, 562}, {500, 600}, {510, 700}, {530, 790, corner},
-                     {750, 790, corner}, {770, 700}, {780, 600}, {740, 562}, {682, 536, corner}};
-const Nodes skirt = {{518, 880, corner},  {640, 896},          {762, 880, corner}, {800, 990},
-                     {832, 1100, corner}, {446, 1100, corner}, {480, 990}};
-const Nodes leftSleeve = {{532, 564, corner}, {462, 604}, {396, 656},         {346, 668, corner},
-                          {334, 712},         {340, 800}, {372, 900, corner}, {440, 908},
-                          {506, 880, corner}, {522, 790}, {540, 690}};
-const Nodes rightSleeve = {{748, 564, corner}, {830, 606},         {905, 612}, {962, 578, corner},
-                           {1000, 622},        {1004, 640},        {990, 780}, {952, 898, corner},
-                           {866, 908},         {790, 870, corner}, {772, 790}, {752, 690}};
+const Nodes torso =
+    "598,536^ 540,562 500,600 510,700 530,790^ 750,790^ 770,700 780,600 740,562 682,536^"_nodes;
+const Nodes skirt = "518,880^ 640,896 762,880^ 800,990 832,1100^ 446,1100^ 480,990"_nodes;
+const Nodes leftSleeve =
+    "532,564^ 462,604 396,656 346,668^ 334,712 340,800 372,900^ 440,908 506,880^ "
+    "522,790 540,690"_nodes;
+const Nodes rightSleeve =
+    "748,564^ 830,606 905,612 962,578^ 1000,622 1004,640 990,780 952,898^ "
+    "866,908 790,870^ 772,790 752,690"_nodes;
 
 void DrawFlower(const Painter& painter, PF_Pixel petal, PF_Pixel petalShadow) {
     for (const auto& [under, colour] :
@@ -56,114 +55,44 @@ void DrawPattern(const Painter& painter) {
 }
 
 void DrawClothShadows(const Painter& painter) {
-    painter.tone({{700, 540, corner},
-                  {730, 640},
-                  {716, 800, corner},
-                  {800, 800, corner},
-                  {800, 540, corner}},
-                 cloth, clothShadow);
-    painter.tone({{500, 876, corner},
-                  {640, 912},
-                  {780, 876, corner},
-                  {790, 920, corner},
-                  {640, 940},
-                  {490, 912, corner}},
-                 cloth, clothShadow);
-    painter.tone({{690, 930, corner},
-                  {676, 1010},
-                  {690, 1100, corner},
-                  {850, 1100, corner},
-                  {780, 930, corner},
-                  {740, 1010}},
-                 cloth, clothShadow);
-    painter.tone(
-        {{500, 930, corner}, {520, 1010}, {500, 1100, corner}, {470, 1100, corner}, {490, 1010}},
-        cloth, clothShadow);
+    painter.tone("700,540^ 730,640 716,800^ 800,800^ 800,540^"_nodes, cloth, clothShadow);
+    painter.tone("500,876^ 640,912 780,876^ 790,920^ 640,940 490,912^"_nodes, cloth, clothShadow);
+    painter.tone("690,930^ 676,1010 690,1100^ 850,1100^ 780,930^ 740,1010"_nodes, cloth,
+                 clothShadow);
+    painter.tone("500,930^ 520,1010 500,1100^ 470,1100^ 490,1010"_nodes, cloth, clothShadow);
 }
 
 void DrawTorso(const Painter& painter) {
     painter.shape(skirt, cloth, outline);
     painter.shape(torso, cloth, outline);
     DrawClothShadows(painter);
-    painter.ink({{700, 896}, {684, 980}, {652, 1090}}, line);
-    painter.ink({{560, 900}, {552, 960}, {530, 1040}}, line);
-    painter.ink({{610, 902}, {612, 940}, {600, 990}}, fineLine);
-    painter.ink({{742, 892}, {760, 960}, {770, 1030}}, fineLine);
+    painter.ink("700,896 684,980 652,1090"_nodes, line);
+    painter.ink("560,900 552,960 530,1040"_nodes, line);
+    painter.ink("610,902 612,940 600,990"_nodes, fineLine);
+    painter.ink("742,892 760,960 770,1030"_nodes, fineLine);
 }
 
 void DrawNeckAndCollar(const Painter& painter) {
-    painter.shape({{614, 470, corner},
-                   {614, 510},
-                   {594, 540, corner},
-                   {640, 640, corner},
-                   {686, 540, corner},
-                   {666, 510},
-                   {666, 470, corner}},
-                  skin, {2, 2, 2, skinLine});
-    painter.tone({{604, 470, corner},
-                  {618, 506},
-                  {650, 528},
-                  {664, 560},
-                  {676, 560, corner},
-                  {680, 470, corner}},
-                 skin, skinShadow);
-    painter.ink({{622, 556}, {634, 566}, {640, 580}}, {1, 1.6, 1, skinLine});
-    painter.ink({{662, 552}, {652, 562}, {650, 572}}, {1, 1.6, 1, skinLine});
-    painter.shape({{590, 532, corner},
-                   {602, 526, corner},
-                   {628, 590},
-                   {664, 650, corner},
-                   {640, 690, corner},
-                   {606, 610}},
-                  white, outline);
-    painter.shape({{692, 532, corner},
-                   {676, 526, corner},
-                   {650, 596},
-                   {566, 768, corner},
-                   {600, 784, corner},
-                   {676, 640}},
-                  white, outline);
-    painter.tone({{700, 540, corner},
-                  {660, 640},
-                  {584, 790, corner},
-                  {620, 790, corner},
-                  {700, 620, corner}},
-                 white, whiteShadow);
-    painter.ink({{684, 530}, {662, 610}, {622, 690}, {580, 774}}, {1, 1.2, 1, greyShadow});
+    painter.shape("614,470^ 614,510 594,540^ 640,640^ 686,540^ 666,510 666,470^"_nodes, skin,
+                  {2, 2, 2, skinLine});
+    painter.tone("604,470^ 618,506 650,528 664,560 676,560^ 680,470^"_nodes, skin, skinShadow);
+    painter.ink("622,556 634,566 640,580"_nodes, {1, 1.6, 1, skinLine});
+    painter.ink("662,552 652,562 650,572"_nodes, {1, 1.6, 1, skinLine});
+    painter.shape("590,532^ 602,526^ 628,590 664,650^ 640,690^ 606,610"_nodes, white, outline);
+    painter.shape("692,532^ 676,526^ 650,596 566,768^ 600,784^ 676,640"_nodes, white, outline);
+    painter.tone("700,540^ 660,640 584,790^ 620,790^ 700,620^"_nodes, white, whiteShadow);
+    painter.ink("684,530 662,610 622,690 580,774"_nodes, {1, 1.2, 1, greyShadow});
 }
 
 void DrawSash(const Painter& painter) {
-    painter.shape({{522, 768, corner},
-                   {640, 784},
-                   {758, 768, corner},
-                   {762, 830},
-                   {766, 888, corner},
-                   {640, 906},
-                   {514, 888, corner},
-                   {518, 830}},
-                  sash, outline);
-    painter.tone({{700, 760, corner},
-                  {718, 840},
-                  {700, 920, corner},
-                  {790, 920, corner},
-                  {790, 760, corner}},
-                 sash, sashShadow);
-    painter.tone({{500, 790, corner},
-                  {640, 806},
-                  {780, 790, corner},
-                  {780, 764, corner},
-                  {500, 764, corner}},
-                 sash, sashShadow);
-    painter.ink({{520, 800}, {580, 808}, {640, 812}}, fineLine);
-    painter.ink({{600, 870}, {680, 872}, {764, 862}}, fineLine);
-    painter.ink({{516, 864}, {560, 870}, {590, 884}}, fineLine);
-    painter.shape({{518, 832, corner},
-                   {640, 848},
-                   {762, 832, corner},
-                   {763, 846, corner},
-                   {640, 862},
-                   {517, 846, corner}},
-                  yellow, outline);
+    painter.shape("522,768^ 640,784 758,768^ 762,830 766,888^ 640,906 514,888^ 518,830"_nodes, sash,
+                  outline);
+    painter.tone("700,760^ 718,840 700,920^ 790,920^ 790,760^"_nodes, sash, sashShadow);
+    painter.tone("500,790^ 640,806 780,790^ 780,764^ 500,764^"_nodes, sash, sashShadow);
+    painter.ink("520,800 580,808 640,812"_nodes, fineLine);
+    painter.ink("600,870 680,872 764,862"_nodes, fineLine);
+    painter.ink("516,864 560,870 590,884"_nodes, fineLine);
+    painter.shape("518,832^ 640,848 762,832^ 763,846^ 640,862 517,846^"_nodes, yellow, outline);
     for (int i = 0; i < 20; ++i) {
         const double x = 526 + 12 * i;
         const double y = 848 - 0.0011 * (x - 640) * (x - 640);
@@ -181,41 +110,15 @@ void DrawArm(const Painter& painter, const Nodes& forearm) {
 
 void DrawHand(const Painter& painter) {
     const Pen skinPen{1.6, 2.2, 1.6, skinLine};
-    painter.shape({{-26, 22},
-                   {-34, -2},
-                   {-26, -26},
-                   {-2, -36},
-                   {22, -28},
-                   {32, -6},
-                   {28, 20},
-                   {8, 34},
-                   {-12, 34}},
-                  skin, skinPen);
-    painter.tone(
-        {{8, -40, corner}, {14, 0}, {-10, 40, corner}, {40, 40, corner}, {40, -30, corner}}, skin,
-        skinShadow);
+    painter.shape("-26,22 -34,-2 -26,-26 -2,-36 22,-28 32,-6 28,20 8,34 -12,34"_nodes, skin,
+                  skinPen);
+    painter.tone("8,-40^ 14,0 -10,40^ 40,40^ 40,-30^"_nodes, skin, skinShadow);
     for (int i = 0; i < 4; ++i) {
-        const double y = -22 + 14.0 * i;
-        painter.shape({{-36, y},
-                       {-32, y - 7},
-                       {-14, y - 8},
-                       {4, y - 4},
-                       {8, y + 2},
-                       {2, y + 7},
-                       {-16, y + 7},
-                       {-32, y + 6}},
-                      skin, skinPen);
+        const Nodes finger = "-36,0 -32,-7 -14,-8 4,-4 8,2 2,7 -16,7 -32,6"_nodes;
+        painter.shape(Moved(finger, {0, -22 + 14.0 * i}), skin, skinPen);
     }
-    painter.shape({{28, -18},
-                   {16, -34},
-                   {-6, -44},
-                   {-20, -42},
-                   {-20, -33},
-                   {-4, -30},
-                   {10, -16},
-                   {20, -4, corner}},
-                  skin, skinPen);
-    painter.ink({{-18, -40}, {-12, -41}, {-10, -36}, {-16, -35}}, {1, 1.2, 1, skinLine});
+    painter.shape("28,-18 16,-34 -6,-44 -20,-42 -20,-33 -4,-30 10,-16 20,-4^"_nodes, skin, skinPen);
+    painter.ink("-18,-40 -12,-41 -10,-36 -16,-35"_nodes, {1, 1.2, 1, skinLine});
 }
 
 }  // namespace
@@ -224,58 +127,49 @@ void DrawFoldingFan(const Painter& painter) {
     constexpr int pleats = 20;
     const auto at = [](double radius, double step) {
         const Point d = Direction(-0.40 + 0.40 * step / pleats);
-        return Point{radius * d.x, radius * d.y};
+        return Node{radius * d.x, radius * d.y};
     };
     for (int i = 0; i <= pleats; ++i) {
-        const Point from = at(-26, i);
-        const Point to = at(100, i);
-        painter.ink({{from.x, from.y}, {to.x, to.y}}, {4.5, 4.5, 4.5, ink});
-        painter.ink({{from.x, from.y}, {to.x, to.y}}, {2, 2, 2, woodLight});
+        const Nodes stick = {at(-26, i), at(100, i)};
+        painter.ink(stick, {4.5, 4.5, 4.5, ink});
+        painter.ink(stick, {2, 2, 2, woodLight});
     }
     for (int i = 0; i < pleats; ++i) {
         painter.fill(Straight({at(96, i), at(250, i), at(250, i + 1), at(96, i + 1)}),
                      i % 2 == 0 ? white : whiteShadow);
     }
-    painter.tone(Ellipse(at(176, 8), 58, 58), white, yellow);
-    painter.tone(Ellipse(at(176, 8), 58, 58), whiteShadow, yellowShadow);
+    const Node middle = at(176, 8);
+    const Nodes sun = Ellipse({middle.x, middle.y}, 58, 58);
+    painter.tone(sun, white, yellow);
+    painter.tone(sun, whiteShadow, yellowShadow);
     Nodes rim;
     for (int i = 0; i <= pleats; ++i) {
-        const Point outer = at(i % 2 == 0 ? 251 : 247, i);
-        const Point inner = at(96, i);
-        painter.ink({{inner.x, inner.y}, {outer.x, outer.y}}, fineLine);
-        rim.push_back({outer.x, outer.y, corner});
+        rim.push_back(at(i % 2 == 0 ? 251 : 247, i));
+        painter.ink({at(96, i), rim.back()}, fineLine);
     }
-    painter.ink(rim, outline);
+    painter.ink(Straight(rim), outline);
     for (const double radius : {96.0, 112.0, 236.0}) {
         Nodes arc;
-        for (int i = 0; i <= pleats; ++i) arc.push_back({at(radius, i).x, at(radius, i).y});
+        for (int i = 0; i <= pleats; ++i) arc.push_back(at(radius, i));
         painter.ink(arc, radius == 96 ? outline : Pen{1.4, 1.4, 1.4, yellowShadow});
     }
     for (const int i : {0, pleats}) {
-        const Nodes guard = {{at(-28, i).x, at(-28, i).y}, {at(252, i).x, at(252, i).y}};
+        const Nodes guard = {at(-28, i), at(252, i)};
         painter.ink(guard, {9, 12, 12, ink});
         painter.ink(guard, {5, 8, 8, wood});
     }
 }
 
 void DrawPinwheel(const Painter& painter) {
-    painter.shape(Straight({{-4, 0}, {4, 0}, {5, 330}, {-3, 330}}), woodLight, outline);
-    painter.tone(Straight({{1, 0}, {4, 0}, {5, 330}, {1, 330}}), woodLight, wood);
+    painter.shape(Straight("-4,0 4,0 5,330 -3,330"_nodes), woodLight, outline);
+    painter.tone(Straight("1,0 4,0 5,330 1,330"_nodes), woodLight, wood);
     const PF_Pixel paints[] = {sash, yellow, green, pink};
     const PF_Pixel shadows[] = {sashShadow, yellowShadow, greenShadow, pinkShadow};
     for (int i = 0; i < 8; ++i) {
         const Painter blade = painter.placed({0, 0}, 1, i / 8.0 + 0.03);
-        blade.shape({{0, 0, corner},
-                     {50, -8},
-                     {104, 2},
-                     {118, 30, corner},
-                     {86, 62},
-                     {60, 60, corner},
-                     {40, 30}},
-                    shadows[i % 4], outline);
-        blade.shape({{0, 0, corner}, {60, 2}, {118, 30, corner}, {90, 26}, {56, 34}, {34, 24}},
-                    paints[i % 4], outline);
-        blade.ink({{18, 6}, {48, 14}, {84, 20}}, fineLine);
+        blade.shape("0,0^ 50,-8 104,2 118,30^ 86,62 60,60^ 40,30"_nodes, shadows[i % 4], outline);
+        blade.shape("0,0^ 60,2 118,30^ 90,26 56,34 34,24"_nodes, paints[i % 4], outline);
+        blade.ink("18,6 48,14 84,20"_nodes, fineLine);
     }
     painter.shape(Ellipse({0, 0}, 13, 13), white, outline);
     painter.shape(Ellipse({0, 0}, 5, 5), red, fineLine);
@@ -288,66 +182,25 @@ void DrawGirl(const Painter& painter) {
     DrawSash(painter);
 
     DrawPinwheel(painter.placed({262, 440}, 1, -0.03));
-    DrawArm(painter, {{420, 690, corner},
-                      {370, 680},
-                      {322, 636},
-                      {300, 610, corner},
-                      {332, 590, corner},
-                      {366, 620},
-                      {420, 646, corner}});
-    painter.tone({{420, 700, corner},
-                  {368, 690},
-                  {310, 630, corner},
-                  {322, 620},
-                  {370, 660},
-                  {420, 672, corner}},
-                 skin, skinShadow);
+    DrawArm(painter, "420,690^ 370,680 322,636 300,610^ 332,590^ 366,620 420,646^"_nodes);
+    painter.tone("420,700^ 368,690 310,630^ 322,620 370,660 420,672^"_nodes, skin, skinShadow);
     DrawFoldingFan(painter.placed({1030, 520}, 1));
-    DrawArm(painter, {{920, 650, corner},
-                      {965, 630},
-                      {1000, 590},
-                      {1010, 560, corner},
-                      {1044, 566, corner},
-                      {1036, 610},
-                      {1000, 660},
-                      {930, 720, corner}});
-    painter.tone({{930, 690, corner},
-                  {990, 650},
-                  {1030, 560, corner},
-                  {1060, 560, corner},
-                  {1040, 640},
-                  {930, 730, corner}},
-                 skin, skinShadow);
+    DrawArm(painter,
+            "920,650^ 965,630 1000,590 1010,560^ 1044,566^ 1036,610 1000,660 930,720^"_nodes);
+    painter.tone("930,690^ 990,650 1030,560^ 1060,560^ 1040,640 930,730^"_nodes, skin, skinShadow);
     painter.shape(leftSleeve, cloth, outline);
     painter.shape(rightSleeve, cloth, outline);
-    painter.tone(
-        {{360, 668, corner}, {356, 740}, {392, 920, corner}, {420, 920, corner}, {388, 780}}, cloth,
-        clothShadow);
-    painter.tone({{540, 600, corner},
-                  {490, 720},
-                  {480, 920, corner},
-                  {550, 900, corner},
-                  {560, 620, corner}},
-                 cloth, clothShadow);
-    painter.tone({{980, 600, corner},
-                  {948, 740},
-                  {900, 920, corner},
-                  {1010, 920, corner},
-                  {1020, 620, corner}},
-                 cloth, clothShadow);
-    painter.tone({{760, 600, corner},
-                  {800, 720},
-                  {800, 900, corner},
-                  {780, 900, corner},
-                  {740, 620, corner}},
-                 cloth, clothShadow);
+    painter.tone("360,668^ 356,740 392,920^ 420,920^ 388,780"_nodes, cloth, clothShadow);
+    painter.tone("540,600^ 490,720 480,920^ 550,900^ 560,620^"_nodes, cloth, clothShadow);
+    painter.tone("980,600^ 948,740 900,920^ 1010,920^ 1020,620^"_nodes, cloth, clothShadow);
+    painter.tone("760,600^ 800,720 800,900^ 780,900^ 740,620^"_nodes, cloth, clothShadow);
     DrawPattern(painter);
-    painter.ink({{480, 640}, {500, 720}, {486, 800}}, line);
-    painter.ink({{420, 680}, {440, 760}, {430, 840}}, line);
-    painter.ink({{520, 600}, {496, 622}, {470, 630}}, line);
-    painter.ink({{850, 640}, {836, 720}, {850, 820}}, line);
-    painter.ink({{930, 640}, {910, 740}, {908, 830}}, line);
-    painter.ink({{770, 590}, {800, 622}, {830, 634}}, line);
+    painter.ink("480,640 500,720 486,800"_nodes, line);
+    painter.ink("420,680 440,760 430,840"_nodes, line);
+    painter.ink("520,600 496,622 470,630"_nodes, line);
+    painter.ink("850,640 836,720 850,820"_nodes, line);
+    painter.ink("930,640 910,740 908,830"_nodes, line);
+    painter.ink("770,590 800,622 830,634"_nodes, line);
     DrawHand(painter.placed({312, 596}, 1, -0.04).mirrored(0));
     DrawHand(painter.placed({1030, 548}, 1.0, 0.02));
     DrawHead(painter);
