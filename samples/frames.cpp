@@ -29,7 +29,7 @@ void DrawBlade(const Painter& painter, double length, double bend, PF_Pixel colo
 /// The figure in a meadow. The blades of grass keep their size in pixels however large the frame
 /// is.
 Image8 Busy(int width, int height) {
-    const PF_Pixel paints[] = {green, greenShadow, yellowShadow, iron, clothShadow};
+    const PF_Pixel paints[] = {green, green.shadow, yellow.shadow, iron, cloth.shadow};
     Image8 image(width, height, green);
     const Painter meadow(image, {}, 1);
     Chance chance(1);
@@ -51,7 +51,8 @@ Image8 Busy(int width, int height) {
 Image8 Noise(int width, int height) {
     Image8 image(width, height);
     Chance chance(2);
-    for (PF_Pixel& pixel : image.pixels) pixel = Paint(static_cast<unsigned>(chance.roll(1 << 24)));
+    for (PF_Pixel& pixel : image.pixels)
+        pixel = Colour(static_cast<unsigned>(chance.roll(1 << 24)));
     return image;
 }
 

@@ -33,7 +33,7 @@ using Image16 = Image<PF_Pixel16>;
 using ImageFloat = Image<PF_PixelFloat>;
 
 /// An opaque colour from its usual hexadecimal form, 0xRRGGBB.
-constexpr PF_Pixel Paint(unsigned rgb) {
+constexpr PF_Pixel Colour(unsigned rgb) {
     return {255, static_cast<A_u_char>(rgb >> 16 & 255), static_cast<A_u_char>(rgb >> 8 & 255),
             static_cast<A_u_char>(rgb & 255)};
 }

@@ -91,6 +91,15 @@ void Painter::tone(const Nodes& nodes, PF_Pixel from, PF_Pixel to) const {
     });
 }
 
+void Painter::shade(const Nodes& nodes, const Paint& paint) const {
+    tone(nodes, paint.light, paint.shadow);
+}
+
+void Painter::pattern(const Nodes& nodes, const Paint& from, const Paint& to) const {
+    tone(nodes, from.light, to.light);
+    tone(nodes, from.shadow, to.shadow);
+}
+
 void Painter::ink(const Nodes& nodes, const Pen& pen) const {
     const std::vector<Point> line = Flatten(nodes, Ends::open, placement_);
     const auto pieces = static_cast<double>(line.size() - 1);

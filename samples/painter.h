@@ -5,6 +5,15 @@
 #include "samples/curve.h"
 #include "samples/image.h"
 
+/// A paint and the one for its shadow; where a single colour is asked for, it is the first.
+struct Paint {
+    constexpr Paint(unsigned lightRgb, unsigned shadowRgb)
+        : light(Colour(lightRgb)), shadow(Colour(shadowRgb)) {}
+    constexpr operator PF_Pixel() const { return light; }
+
+    PF_Pixel light, shadow;
+};
+
 /// An ink line: its widths at both ends and in the middle, in pixels of a 1080-line picture, and
 /// its paint. No line gets thinner than one pixel.
 struct Pen {
@@ -26,8 +35,12 @@ class Painter {
 
     /// Fills a closed curve.
     void fill(const Nodes& nodes, PF_Pixel colour) const;
-    /// Repaints what has the paint `from` inside a closed curve: a shadow, a highlight, a pattern.
+    /// Repaints what has the colour `from` inside a closed curve.
     void tone(const Nodes& nodes, PF_Pixel from, PF_Pixel to) const;
+    /// Puts what has the paint inside a closed curve into shadow.
+    void shade(const Nodes& nodes, const Paint& paint) const;
+    /// Repaints what has the paint `from` inside a closed curve, in light and in shadow.
+    void pattern(const Nodes& nodes, const Paint& from, const Paint& to) const;
     /// Draws an open curve.
     void ink(const Nodes& nodes, const Pen& pen) const;
     /// Draws a closed curve; the line is as wide as the pen's middle.

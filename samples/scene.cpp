@@ -21,21 +21,21 @@ void DrawLantern(const Painter& painter, unsigned seed) {
     const Nodes body =
         "-34,-58^ -64,-28 -70,8 -58,42 -32,64^ 32,64^ 58,42 70,8 64,-28 34,-58^"_nodes;
     painter.shape(body, red, outline);
-    painter.tone("30,-80 44,-20 40,30 10,90^ 90,90^ 90,-80^"_nodes, red, redShadow);
+    painter.shade("30,-80 44,-20 40,30 10,90^ 90,90^ 90,-80^"_nodes, red);
     for (int i = -2; i <= 2; ++i) {
         const double y = 20.0 * i - 6;
         const double half = 69.5 - 0.0085 * (y - 8) * (y - 8);
         painter.ink({{-half, y}, {-half / 2, y + 7}, {half / 2, y + 7}, {half, y}},
-                    {1, 1.2, 1, redShadow});
+                    {1, 1.2, 1, red.shadow});
     }
     DrawMarks(painter, {-24, -34}, 46, 2, {2.5, 4.5, 2.5, ink}, seed);
     for (const double y : {-70.0, 60.0}) {
-        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), ironShadow,
+        painter.shape(Straight({{-36, y}, {36, y}, {36, y + 14}, {-36, y + 14}}), iron.shadow,
                       outline);
     }
     painter.shape(Straight("-5,74 5,74 7,88 -7,88"_nodes), yellow, outline);
     for (int i = -2; i <= 2; ++i)
-        painter.ink({{1.5 * i, 88}, {2.5 * i, 104}, {3.5 * i, 122}}, {1.4, 1.4, 1, yellowShadow});
+        painter.ink({{1.5 * i, 88}, {2.5 * i, 104}, {3.5 * i, 122}}, {1.4, 1.4, 1, yellow.shadow});
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ void DrawLanterns(const Painter& painter) {
     painter.ink("-20,20 120,58 310,76 520,62 760,26 1000,58 1240,60 1460,20 1560,-20"_nodes,
                 outline);
     painter.ink("-20,26 120,63 310,80 520,65 760,30 1000,62 1240,63 1460,23 1560,-15"_nodes,
-                {1, 1.2, 1, woodShadow});
+                {1, 1.2, 1, wood.shadow});
     DrawLantern(painter.placed({96, 160}, 1, 0.01), 3);
     DrawLantern(painter.placed({318, 186}, 1, -0.012), 7);
     DrawLantern(painter.placed({1010, 152}, 0.86, 0.008), 12);

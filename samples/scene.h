@@ -7,7 +7,7 @@
 #include "samples/painter.h"
 
 /// The background of the cel, meant to be keyed out; nothing drawn on it has this colour.
-inline constexpr PF_Pixel paper = Paint(0xFFFFFF);
+inline constexpr PF_Pixel paper = Colour(0xFFFFFF);
 
 /// The sample picture.
 [[nodiscard]] Image8 SamplePicture();

@@ -15,16 +15,16 @@ const Nodes fringe =
 void DrawEyeShape(const Painter& painter) {
     const Nodes eye = "548,384 558,360 586,350 612,358 620,384 610,414 586,424 560,414"_nodes;
     painter.fill(eye, white);
-    painter.tone("540,384^ 560,366 590,360 624,372^ 620,340^ 545,340^"_nodes, white, whiteShadow);
+    painter.shade("540,384^ 560,366 590,360 624,372^ 620,340^ 545,340^"_nodes, white);
     const auto insideEye = [&](const Nodes& nodes, PF_Pixel colour) {
-        for (const PF_Pixel under : {white, whiteShadow, iris, irisShadow})
+        for (const PF_Pixel under : {white.light, white.shadow, iris.light, iris.shadow})
             painter.tone(nodes, under, colour);
     };
     insideEye(Ellipse({587, 388}, 26, 35), ink);
     painter.tone(Ellipse({587, 388}, 23.5, 33), ink, iris);
-    painter.tone("560,350^ 560,392^ 587,380 616,392^ 616,350^"_nodes, iris, irisShadow);
+    painter.shade("560,350^ 560,392^ 587,380 616,392^ 616,350^"_nodes, iris);
     painter.tone(Ellipse({587, 414}, 14, 9), iris, irisLight);
-    for (const PF_Pixel under : {iris, irisShadow})
+    for (const PF_Pixel under : {iris.light, iris.shadow})
         painter.tone(Ellipse({587, 386}, 10, 17), under, ink);
     painter.fill("538,392^ 550,362 584,343 614,350 628,374^ 612,362 586,356 562,366"_nodes, ink);
     painter.fill("546,370^ 532,364^ 554,356^"_nodes, ink);
@@ -50,8 +50,8 @@ void DrawFaceLines(const Painter& painter) {
 
 void DrawFace(const Painter& painter) {
     painter.shape(face, skin, {2.4, 2.4, 2.4, skinLine});
-    painter.tone(Moved(fringe, {5, 18}), skin, skinShadow);
-    painter.tone("760,300^ 736,380 712,440 660,492^ 700,500^ 770,420^"_nodes, skin, skinShadow);
+    painter.shade(Moved(fringe, {5, 18}), skin);
+    painter.shade("760,300^ 736,380 712,440 660,492^ 700,500^ 770,420^"_nodes, skin);
     DrawFaceLines(painter);
     DrawEyeShape(painter);
     DrawEyeShape(painter.mirrored(640));
@@ -63,8 +63,8 @@ void DrawFace(const Painter& painter) {
 
 void DrawFringe(const Painter& painter) {
     painter.shape(fringe, hair, outline);
-    painter.tone("790,180^ 756,280 748,380 764,500^ 820,480^ 820,200^"_nodes, hair, hairShadow);
-    painter.tone("520,300^ 508,390 516,500^ 560,480^ 560,310^"_nodes, hair, hairShadow);
+    painter.shade("790,180^ 756,280 748,380 764,500^ 820,480^ 820,200^"_nodes, hair);
+    painter.shade("520,300^ 508,390 516,500^ 560,480^ 560,310^"_nodes, hair);
     painter.tone(
         Straight("520,236 536,214 546,232 566,200 576,222 600,190 608,216 636,186 646,214 672,188 "
                  "684,216 708,196 718,224 744,212 756,244 738,236 726,256 706,232 690,252 668,226 "
@@ -78,12 +78,12 @@ void DrawFringe(const Painter& painter) {
         "658,124 724,180 744,262"_nodes,         "510,230 496,300 502,380"_nodes,
         "780,230 788,300 782,380"_nodes,         "590,250 582,300 576,340"_nodes,
         "630,250 626,300 630,340"_nodes,         "674,250 678,300 684,336"_nodes};
-    for (const Nodes& strand : strands) painter.ink(strand, {1, 1.8, 1, hairShadow});
+    for (const Nodes& strand : strands) painter.ink(strand, {1, 1.8, 1, hair.shadow});
 }
 
 void DrawBun(const Painter& painter) {
     painter.shape(Ellipse({574, 104}, 66, 58), hair, outline);
-    painter.tone("590,60^ 616,100 590,160^ 660,160^ 650,60^"_nodes, hair, hairShadow);
+    painter.shade("590,60^ 616,100 590,160^ 660,160^ 650,60^"_nodes, hair);
     painter.tone("530,90^ 550,62 580,58^ 562,76 548,100^"_nodes, hair, hairLight);
     painter.ink("600,150 540,140 528,100 560,66 606,72 620,104 596,130 566,120 566,98"_nodes, line);
     painter.ink("586,158 520,130 514,96"_nodes, fineLine);
@@ -97,8 +97,8 @@ void DrawHairFlower(const Painter& painter) {
     for (int i = 0; i < 5; ++i) {
         const Painter petal = painter.placed({0, 0}, 1, 0.2 * i + 0.03);
         petal.shape("0,0^ 18,-20 42,-18 48,-2^ 44,16 20,18"_nodes, pink, outline);
-        petal.tone("0,0^ 20,2 46,8^ 40,24 18,24^"_nodes, pink, pinkShadow);
-        petal.ink("10,0 24,-2 36,-3"_nodes, {1, 1.2, 1, redShadow});
+        petal.shade("0,0^ 20,2 46,8^ 40,24 18,24^"_nodes, pink);
+        petal.ink("10,0 24,-2 36,-3"_nodes, {1, 1.2, 1, red.shadow});
     }
     painter.shape(Ellipse({0, 0}, 10, 10), yellow, outline);
     for (int i = 0; i < 3; ++i) {
@@ -115,7 +115,7 @@ void DrawBackHair(const Painter& painter) {
         "640,120 540,140 486,220 474,330 482,430 498,520 508,572^ 532,540 544,520^ 552,560 "
         "574,590^ 592,560 604,530^ 676,530^ 690,560 704,588^ 728,556 736,520^ 750,546 774,570^ "
         "788,510 800,430 806,330 794,220 740,140"_nodes,
-        hairShadow, outline);
+        hair.shadow, outline);
     for (const Painter& side : {painter, painter.mirrored(640)}) {
         for (int i = 0; i < 9; ++i) {
             const double x = 492 + 9.0 * i;
