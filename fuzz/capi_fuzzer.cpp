@@ -68,34 +68,21 @@ bool SpoilOne(ByteSource& source, Shape& shape, nevrel_settings& settings, nevre
     int32_t* fields[] = {&settings.color_threshold,  &settings.softness,      &settings.bias,
                          &settings.color_key_enable, &settings.key_red,       &settings.key_green,
                          &settings.key_blue,         &settings.key_threshold, &settings.key_invert};
-    switch (source.below(9)) {
+    switch (source.below(4)) {
         case 0:
             *fields[source.below(9)] = source.raw<int32_t>();
             return false;
         case 1:
-            settings.size = source.oneOf({0U, 36U, 39U, 41U, UINT32_MAX});
+            (source.flag() ? shape.width : shape.height) =
+                source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
             return true;
         case 2:
-            shape.order = static_cast<nevrel_order>(source.raw<int32_t>() | 4);
-            return true;
-        case 3:
-            shape.sample = static_cast<nevrel_sample>(source.raw<int32_t>() | 8);
-            return true;
-        case 4:
-            shape.width = source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
-            return true;
-        case 5:
-            shape.height = source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
-            return true;
-        case 6:
             image.row_bytes = source.oneOf(
                 {PTRDIFF_MAX, PTRDIFF_MIN, PTRDIFF_MIN + 1, PTRDIFF_MAX / 2, std::ptrdiff_t{0}});
             return shape.height > 1;
-        case 7:
+        default:
             image.pixels = nullptr;
             return true;
-        default:
-            return false;
     }
 }
 

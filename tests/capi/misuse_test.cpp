@@ -34,6 +34,15 @@ struct Call {
     }
     Call(const Call&) = delete;
 
+    Call& halfAsWide() {
+        w /= 2;
+        return *this;
+    }
+    /// The output begins so many bytes behind the input's first.
+    void placeOutput(std::ptrdiff_t bytes, std::ptrdiff_t rowBytes = width * 4) {
+        out = {static_cast<std::uint8_t*>(in.pixels) + bytes, rowBytes};
+    }
+
     nevrel_status run() {
         return nevrel_smooth(settings.data(), order, sample, w, h, input, output, &callbacks);
     }
@@ -95,31 +104,12 @@ constexpr Misuse misuses[] = {
          c.w /= 2;
          c.out.pixels = static_cast<std::uint8_t*>(c.out.pixels) + 1;
      }},
-    {NEVREL_OVERLAP,
-     [](Call& c) { c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + width * 4; }},
-    {NEVREL_OVERLAP,
-     [](Call& c) {
-         c.out = {c.in.pixels, width * 8};
-     }},
-    {NEVREL_OVERLAP,
-     [](Call& c) {  // the same image upside down
-         c.out = {static_cast<std::uint8_t*>(c.in.pixels) + (height - 1) * width * 4, -width * 4};
-     }},
-    {NEVREL_OVERLAP,
-     [](Call& c) {
-         c.w = width / 2;
-         c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + (width / 2 - 1) * 4;
-     }},
-    {NEVREL_OVERLAP,
-     [](Call& c) {
-         c.w = width / 2;
-         c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + 3 * width * 4 - 4;
-     }},
-    {NEVREL_OK,
-     [](Call& c) {  // the halves of one picture, side by side
-         c.w = width / 2;
-         c.out.pixels = static_cast<std::uint8_t*>(c.in.pixels) + width / 2 * 4;
-     }},
+    {NEVREL_OVERLAP, [](Call& c) { c.placeOutput(width * 4); }},
+    {NEVREL_OVERLAP, [](Call& c) { c.placeOutput(0, width * 8); }},
+    {NEVREL_OVERLAP, [](Call& c) { c.placeOutput((height - 1) * width * 4, -width * 4); }},
+    {NEVREL_OVERLAP, [](Call& c) { c.halfAsWide().placeOutput((width / 2 - 1) * 4); }},
+    {NEVREL_OVERLAP, [](Call& c) { c.halfAsWide().placeOutput(3 * width * 4 - 4); }},
+    {NEVREL_OK, [](Call& c) { c.halfAsWide().placeOutput(width / 2 * 4); }},
     {NEVREL_OK,
      [](Call& c) {  // of one row
          c.h = 1;

@@ -5,12 +5,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+
+#include "tests/temp_folder.h"
 
 struct CommandRun {
     int status = -1;
@@ -26,11 +27,7 @@ inline void ExpectError(const CommandRun& run, int status, const std::vector<std
         EXPECT_NE(run.errors.find(word), std::string::npos) << run.errors;
 }
 
-inline std::string FileText(const std::filesystem::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
+inline std::string FileText(const std::string& path) { return ReadText(path); }
 
 /// A fresh folder for each test, in which the command runs.
 class CommandTest : public testing::Test {
@@ -49,8 +46,8 @@ class CommandTest : public testing::Test {
                                  " >logs/output 2>logs/errors '" +
                                  std::filesystem::absolute("nevrel").string() + "' " + arguments;
         const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileText(folder / "logs/output"),
-                FileText(folder / "logs/errors")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileText(path("logs/output")),
+                FileText(path("logs/errors"))};
     }
 
     /// `nevrel smooth INPUT -o out_INPUT`, with options before them.

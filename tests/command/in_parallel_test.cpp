@@ -47,15 +47,4 @@ TEST(DoInParallel, WorksAtOnceAndWaitsWithWhatCameTooEarly) {
     EXPECT_EQ(told, "012");
 }
 
-TEST(DoInParallel, BeginsNoMoreOnceItIsTold) {
-    std::string told;
-    const auto tell = [&](std::size_t piece, const nevrel::Outcome&) {
-        told += std::to_string(piece);
-        return piece < 3;
-    };
-    nevrel::DoInParallel(
-        9, 1, [](std::size_t) { return nevrel::Outcome{}; }, tell);
-    EXPECT_EQ(told, "0123");
-}
-
 }  // namespace

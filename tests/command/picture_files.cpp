@@ -43,28 +43,20 @@ double Unit(const TestPicture& picture, int x, int y, int channel) {
 void FillWithNoise(TestPicture& picture, unsigned seed) {
     std::mt19937 generator(seed);
     const auto next = [&] { return static_cast<double>(generator() % 1024) / 1023; };
-    for (int y = 0; y < picture.spec.height; ++y) {
-        for (int x = 0; x < picture.spec.width; ++x) {
-            for (int c = 0; c < picture.spec.nchannels; ++c) SetUnit(picture, x, y, c, next());
-            // Colour behind an alpha of 0 has to survive too.
-            if (picture.spec.alpha_channel >= 0 && x % 3 == 0)
-                SetUnit(picture, x, y, picture.spec.alpha_channel, 0);
-        }
-    }
+    ForEachSample(picture, [&](int x, int y, int c) {
+        // Colour behind an alpha of 0 has to survive too.
+        const bool clear = c == picture.spec.alpha_channel && x % 3 == 0;
+        SetUnit(picture, x, y, c, clear ? 0 : next());
+    });
 }
 
 void DrawDisc(TestPicture& picture, const std::vector<double>& inside,
               const std::vector<double>& outside) {
     const int width = picture.spec.width, height = picture.spec.height;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const bool within = std::hypot(x - width / 2, y - height / 2) < height * 0.4;
-            for (int c = 0; c < picture.spec.nchannels; ++c) {
-                SetUnit(picture, x, y, c,
-                        (within ? inside : outside).at(static_cast<std::size_t>(c)));
-            }
-        }
-    }
+    ForEachSample(picture, [&](int x, int y, int c) {
+        const bool within = std::hypot(x - width / 2, y - height / 2) < height * 0.4;
+        SetUnit(picture, x, y, c, (within ? inside : outside).at(static_cast<std::size_t>(c)));
+    });
 }
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture) {

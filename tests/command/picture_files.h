@@ -45,6 +45,14 @@ void DrawDisc(TestPicture& picture, const std::vector<double>& inside,
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value);
 double Unit(const TestPicture& picture, int x, int y, int channel);
 
+/// Calls visit(x, y, channel).
+template <typename Visit>
+void ForEachSample(const TestPicture& picture, Visit&& visit) {
+    for (int y = 0; y < picture.spec.height; ++y)
+        for (int x = 0; x < picture.spec.width; ++x)
+            for (int c = 0; c < picture.spec.nchannels; ++c) visit(x, y, c);
+}
+
 void WriteTestPicture(const std::string& path, const TestPicture& picture);
 /// A file of several parts or pages.
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts);

@@ -1,17 +1,14 @@
-// The kernels' arithmetic against the judge's, over everything that can be counted.
+// The blends of the integer depths against the judge's, over everything that can be counted.
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <vector>
 
-#include "kernel/blend/ramp_state.h"
 #include "kernel/forms.h"
 #include "kernel/pixels/depth16.h"
 #include "kernel/pixels/depth8.h"
-#include "kernel/pixels/depth_float.h"
 #include "tests/judge/depths.h"
 
 namespace {
@@ -73,30 +70,6 @@ int RoundingEdge(int source, int target, int value) {
     return static_cast<int>(slope > 0 ? (gap + slope - 1) / slope : (gap + 65536 + slope) / slope);
 }
 
-/// On the controls' scale, of which the key colour and both thresholds are taken to 16 bits.
-TEST(Exhaustive, ScaleOf16Bits) {
-    for (int v = -65536; v <= 65535; ++v) ASSERT_EQ(Scale16(v), judge::Scale16(v)) << v;
-}
-
-/// Around every key and threshold of one channel, which the others share.
-TEST(Exhaustive, KeyOfEveryDistance) {
-    for (int key = 0; key < 256; key += stride)
-        for (int threshold = 0; threshold < 256; threshold += stride) {
-            EffectValues values{};
-            values.keyRed = values.keyGreen = values.keyBlue = key;
-            values.keyThreshold = threshold;
-            const Depth8::Key key8(values);
-            for (int v = 0; v < 256; ++v) {
-                const auto channel = static_cast<std::uint8_t>(v);
-                const auto other = static_cast<std::uint8_t>(key);
-                const bool matches = std::abs(v - key) <= threshold;
-                ASSERT_EQ(key8.matches({255, channel, other, other}), matches)
-                    << v << " of " << key;
-                ASSERT_EQ(key8.matches({0, other, channel, other}), matches) << v << " of " << key;
-            }
-        }
-}
-
 TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
     for (int s = 0; s < 256; s += stride)
         for (int d = 0; d < 256; ++d) {
@@ -119,19 +92,6 @@ TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
         }
-}
-
-TEST(Exhaustive, Blend8OfEveryPairOfAlphas) {
-    for (int s = 0; s < 256; s += stride)
-        for (int d = 0; d < 256; ++d)
-            for (int w = 0; w < 65536; w += 251) {
-                const auto source = static_cast<std::uint8_t>(s),
-                           target = static_cast<std::uint8_t>(d);
-                const bool same = SameBlend<Depth8, judge::Depth8>({target, 0, 255, 100},
-                                                                   {source, 255, 0, 200}, w);
-                ASSERT_TRUE(same) << "source alpha " << s << ", target alpha " << d << ", weight "
-                                  << w;
-            }
 }
 
 TEST(Exhaustive, Blend16AtEveryWeight) {
@@ -161,82 +121,6 @@ TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
         EXPECT_TRUE(
             (SameAcross<Depth16, judge::Depth16>({9, 9, 0, 1}, {9, 200, 255, 254}, w, false)))
             << w;
-    }
-}
-
-/// Nothing keeps such alphas out of a float picture.
-TEST(Exhaustive, BlendFloatOfUnusualAlphas) {
-    using Limits = std::numeric_limits<float>;
-    constexpr float alphas[] = {0.0F,
-                                -0.0F,
-                                Limits::denorm_min(),
-                                0.5F,
-                                1.0F,
-                                -1.0F,
-                                3.0F,
-                                Limits::infinity(),
-                                Limits::quiet_NaN()};
-    for (const float s : alphas)
-        for (const float d : alphas)
-            for (const float w : {0.0F, Limits::denorm_min(), 0.25F, 1.0F}) {
-                PixelFloat blended{d, 0.25F, 0.5F, 2.0F};
-                DepthFloat::blend(blended, {s, 1.0F, 0.0F, -1.0F}, w);
-                judge::PixelFloat judged{d, 0.25F, 0.5F, 2.0F};
-                judge::DepthFloat::blend(judged, {s, 1.0F, 0.0F, -1.0F}, w);
-                const auto same = [](float a, float b) {
-                    return a == b || (std::isnan(a) && std::isnan(b));
-                };
-                ASSERT_TRUE(same(blended.alpha, judged.alpha) && same(blended.red, judged.red) &&
-                            same(blended.green, judged.green) && same(blended.blue, judged.blue))
-                    << "source alpha " << s << ", target alpha " << d << ", weight " << w;
-            }
-}
-
-/// Every weight of a ramp is the judge's, and both end in the same step.
-template <typename KernelRamp, typename JudgeRamp>
-bool SameRamp(KernelRamp kernel, JudgeRamp judged) {
-    while (!judged.done) {
-        if (kernel.done) return false;
-        const auto expected = judged.next();
-        const auto weight = RampWeight(kernel);
-        if (std::memcmp(&weight, &expected, sizeof weight) != 0) return false;
-    }
-    return kernel.done;
-}
-
-template <typename KernelWeights, typename JudgeWeights>
-void CompareRamps() {
-    for (int bias = -100; bias <= 100; bias += stride) {
-        for (int percent = -20; percent <= 143; ++percent)
-            for (int n = 1; n <= 24; ++n)
-                ASSERT_TRUE(SameRamp(BlendWeights<KernelWeights>(70, bias).runRamp(n, percent),
-                                     judge::RampKinds<JudgeWeights>{70, bias}.run(n, percent)))
-                    << "bias " << bias << ", factor " << percent << ", run " << n;
-        for (int softness = 0; softness <= 100; ++softness) {
-            const BlendWeights<KernelWeights> kernel(softness, bias);
-            const judge::RampKinds<JudgeWeights> judged{softness, bias};
-            for (int n = 2; n <= 24; ++n)
-                ASSERT_TRUE(SameRamp(kernel.thinLineRamp(n - 1), judged.thinLine(n - 1)) &&
-                            SameRamp(kernel.staircaseRamp(n), judged.staircase(n)) &&
-                            SameRamp(kernel.restoringRamp(n), judged.staircaseRestore(n)))
-                    << "bias " << bias << ", softness " << softness << ", length " << n;
-        }
-    }
-}
-
-TEST(Exhaustive, RampsOfEveryFactorSoftnessAndBias) {
-    CompareRamps<IntegerWeights, judge::IntegerWeights>();
-    CompareRamps<FloatWeights, judge::FloatWeights>();
-}
-
-TEST(Exhaustive, CornerAndTipWeightsOfEverySoftness) {
-    for (int softness = 0; softness <= 100; ++softness) {
-        const BlendWeights<IntegerWeights> integer(softness, 0);
-        EXPECT_EQ(integer.cornerWeight, judge::IntegerWeights::corner(softness)) << softness;
-        EXPECT_EQ(integer.tipWeight, judge::IntegerWeights::tip(softness)) << softness;
-        const BlendWeights<FloatWeights> floating(softness, 0);
-        EXPECT_EQ(floating.cornerWeight, judge::FloatWeights::corner(softness)) << softness;
-        EXPECT_EQ(floating.tipWeight, judge::FloatWeights::tip(softness)) << softness;
     }
 }
 

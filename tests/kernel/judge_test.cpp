@@ -117,6 +117,40 @@ TYPED_TEST(KernelAgainstJudge, WidthsOfManyVectors) {
     agreeAtWidth(2005);
 }
 
+/// The longest sides that a host's images have.
+TYPED_TEST(KernelAgainstJudge, LongestSides) {
+    Dice dice(2);
+    const judge::Values values{.colorThreshold = 10, .softness = 100};
+    const std::vector<TypeParam> palette = RandomPalette<TypeParam>(values, dice);
+    for (const auto& [width, height] : {std::pair{32767, 5}, {5, 32767}})
+        EXPECT_TRUE(this->agree(values, RandomShapes(width, height, dice), palette, 1));
+}
+
+/// What lies in the last corner of more than 2^31 bytes comes out as it does alone; 10 GB in all,
+/// run by hand.
+TEST(LargeImage, DISABLED_PassesTwoGigabytes) {
+    constexpr int size = 24000, corner = 240;
+    const judge::Values values{.colorThreshold = 10, .softness = 100};
+    Dice dice(2);
+    IndexPicture shapes(corner, corner);
+    const IndexPicture inside = RandomShapes(corner / 2, corner / 2, dice);
+    for (int y = 0; y < inside.height; ++y)
+        for (int x = 0; x < inside.width; ++x)
+            shapes.set(x + corner / 2, y + corner / 2, inside.get(x, y));
+    const auto small = Paint(shapes, RandomPalette<judge::Pixel8>(values, dice));
+    judge::Picture<judge::Pixel8> large(size, size);
+    std::fill(large.pixels.begin(), large.pixels.end(), small.at(0, 0));
+    const auto rowSize = corner * sizeof(judge::Pixel8);
+    const auto place = [&](auto& picture, int y) {
+        return &picture.at(size - corner, size - corner + y);
+    };
+    for (int y = 0; y < corner; ++y) std::memcpy(place(large, y), &small.at(0, y), rowSize);
+    const auto expected = RunKernel(values, small, 1);
+    const auto result = RunKernel(values, large, 1, FastestForms());
+    for (int y = 0; y < corner; ++y)
+        EXPECT_EQ(std::memcmp(place(result, y), &expected.at(0, y), rowSize), 0) << y;
+}
+
 /// Runs, thin lines and staircases far longer than the random pictures hold.
 TYPED_TEST(KernelAgainstJudge, LongShapes) {
     const auto palette = std::vector<TypeParam>{{}, {1, 1, 1, 1}, {}, {}};

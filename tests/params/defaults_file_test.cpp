@@ -1,9 +1,9 @@
-// The defaults file, through a host that tells the module's path.
+// The defaults file, through a host that tells the module's path. Its keys are held where they
+// show: in the controls and after the options dialog.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string>
 
 #include "params/defaults_file.h"
@@ -27,12 +27,8 @@ class DefaultsFile : public testing::Test {
         pathCode = PF_Err_NONE;
         utils_.get_platform_data = TellPath;
         in_.utils = &utils_;
-        setHost(PF_AppID_AfterEffects, 13, 0);
-    }
-
-    void setHost(A_long applId, A_short major, A_short minor) {
-        in_.appl_id = applId;
-        in_.version = {major, minor};
+        in_.appl_id = PF_AppID_AfterEffects;
+        in_.version = {13, 0};
     }
 
     [[nodiscard]] ParamDefaults read() const {
@@ -66,33 +62,6 @@ TEST_F(DefaultsFile, PathIsTheModulesWithAnotherExtension) {
     modulePath = "C:\\nevrel.aex";
     pathCode = PF_Err_OUT_OF_MEMORY;
     EXPECT_EQ(DefaultsFilePath(&in_), "");
-}
-
-TEST_F(DefaultsFile, EveryKeyIsWrittenEachTime) {
-    constexpr A_long most = std::numeric_limits<A_long>::max();
-    constexpr A_long least = std::numeric_limits<A_long>::min();
-    const ParamDefaults values{{300, -1, most, least, 5, 6, 7, 8, 9}, 2};
-    WriteParamDefaults(values, &in_);
-    EXPECT_EQ(read(), values);
-    const std::string text = ReadText(ini_);
-    for (const char* line :
-         {"[defaults]", "ColorThreshold=300", "Softness=-1", "Bias=2147483647",
-          "ColorkeyEnable=-2147483648", "KeycolorR=5", "KeycolorG=6", "KeycolorB=7",
-          "ColorkeyThreshold=8", "ColorkeyInvert=9", "[ui]", "ColorkeyGroup=2"}) {
-        EXPECT_NE(text.find(line), std::string::npos) << line;
-    }
-    WriteParamDefaults(builtInDefaults, &in_);
-    EXPECT_EQ(read(), builtInDefaults);
-}
-
-TEST_F(DefaultsFile, OldAfterEffectsReadsAndWritesTheLayoutAlone) {
-    setHost(PF_AppID_AfterEffects, 12, 11);
-    WriteText(ini_, "[defaults]\nBias=3\n[ui]\nColorkeyGroup=0\n");
-    EXPECT_EQ(read(), (ParamDefaults{{10, 70, 0, 0, 255, 255, 255, 0, 0}, 0}));
-    WriteParamDefaults({{1, 2, 4, 4, 5, 6, 7, 8, 9}, 1}, &in_);
-    EXPECT_EQ(read(), builtInDefaults);
-    setHost(PF_AppID_AfterEffects, 12, 12);
-    EXPECT_EQ(read(), (ParamDefaults{{10, 70, 3, 0, 255, 255, 255, 0, 0}, 1}));
 }
 
 TEST_F(DefaultsFile, WithoutAPathNothingIsReadOrWritten) {
