@@ -2,8 +2,6 @@
 
 namespace host_kit {
 
-Observer Host::nobody;
-
 PF_Handle Host::makeHandle(std::size_t size) {
     PF_Handle handle = handles.make(size);
     if (handle != nullptr) {

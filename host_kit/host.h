@@ -39,7 +39,7 @@ struct Host {
     void disposeHandle(PF_Handle handle);
 
   private:
-    static Observer nobody;
+    static inline Observer nobody;
 };
 
 }  // namespace host_kit

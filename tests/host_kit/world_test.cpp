@@ -7,17 +7,6 @@
 namespace host_kit {
 namespace {
 
-TEST(WorldTest, RowsLieAsTheRecordSays) {
-    for (const bool bottomUp : {false, true}) {
-        World world(PF_PixelFormat_ARGB64, 5, 3,
-                    {.padding = 4, .misalignment = 16, .bottomUp = bottomUp});
-        EXPECT_EQ(world.record().rowbytes, bottomUp ? -44 : 44);
-        for (A_long y = 0; y < 3; ++y)
-            EXPECT_EQ(world.row<char>(y),
-                      static_cast<char*>(world.record().data) + y * world.record().rowbytes);
-    }
-}
-
 TEST(WorldTest, OneByteOutsideThePixelsIsNoticed) {
     for (const bool bottomUp : {false, true}) {
         World world(PF_PixelFormat_ARGB32, 4, 4, {8, 0, bottomUp, true, 7});
