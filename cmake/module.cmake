@@ -1,32 +1,47 @@
 # The module itself: everything of nevrel_effect and the core in one file that exports EntryPointFunc and nothing else.
-add_library(nevrel_module MODULE $<TARGET_OBJECTS:nevrel_effect>)
-target_link_libraries(nevrel_module PRIVATE nevrel_core ${CMAKE_DL_LIBS})
-set_target_properties(nevrel_module PROPERTIES LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel)
-
 if(WIN32)
   enable_language(RC)
-  set_target_properties(nevrel_module PROPERTIES SUFFIX .aex)
-  target_sources(nevrel_module PRIVATE resources/nevrel.rc)
   set_source_files_properties(resources/nevrel.rc PROPERTIES
     OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/resources/dialogs.h;${PROJECT_SOURCE_DIR}/resources/effect_identity.h")
 endif()
 
-if(MSVC)
-  target_link_options(nevrel_module PRIVATE /DYNAMICBASE /NXCOMPAT /HIGHENTROPYVA)
-elseif(WIN32)
-  target_sources(nevrel_module PRIVATE module/mingw_exception_state.cpp)
-  target_link_options(nevrel_module PRIVATE
-    -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
-else()
-  # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
-  set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
-  target_link_options(nevrel_module PRIVATE -Wl,--version-script=${exports})
-  set_target_properties(nevrel_module PROPERTIES LINK_DEPENDS ${exports})
+# nevrel_add_module(NAME ENTRY FOLDER): a build of the module with this entry, in a folder of the build's.
+function(nevrel_add_module name entry folder)
+  add_library(${name} MODULE $<TARGET_OBJECTS:nevrel_effect> $<TARGET_OBJECTS:${entry}>)
+  target_link_libraries(${name} PRIVATE nevrel_core ${CMAKE_DL_LIBS})
+  set_target_properties(${name} PROPERTIES
+    LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${folder})
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES SUFFIX .aex)
+    target_sources(${name} PRIVATE resources/nevrel.rc)
+    target_compile_definitions(${name} PRIVATE $<TARGET_PROPERTY:${entry},INTERFACE_COMPILE_DEFINITIONS>)
+  endif()
+
+  if(MSVC)
+    target_link_options(${name} PRIVATE /DYNAMICBASE /NXCOMPAT /HIGHENTROPYVA)
+  elseif(WIN32)
+    target_sources(${name} PRIVATE module/mingw_exception_state.cpp)
+    target_link_options(${name} PRIVATE
+      -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
+  else()
+    # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
+    set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    target_link_options(${name} PRIVATE -Wl,--version-script=${exports})
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
+  endif()
+endfunction()
+
+nevrel_add_module(nevrel_module nevrel_entry .)
+set(parts nevrel_core nevrel_effect nevrel_entry)
+if(NEVREL_MULTI_FRAME)
+  nevrel_add_module(nevrel_module_multi_frame nevrel_entry_multi_frame mfr)
+  list(APPEND parts nevrel_entry_multi_frame)
 endif()
 
 # NEVREL_COVERAGE: counts what tests reach of the module's code, compiled just as it is written.
 if(NEVREL_COVERAGE)
-  target_compile_options(nevrel_core PRIVATE --coverage -fprofile-update=atomic -O0)
-  target_compile_options(nevrel_effect PRIVATE --coverage -fprofile-update=atomic -O0)
+  foreach(part IN LISTS parts)
+    target_compile_options(${part} PRIVATE --coverage -fprofile-update=atomic -O0)
+  endforeach()
   target_link_options(nevrel_options INTERFACE --coverage)
 endif()

@@ -106,8 +106,16 @@ CommandResult Instance::sequenceResetup(std::optional<std::span<const std::byte>
 }
 
 CommandResult Instance::sequenceFlatten(std::vector<std::byte>& flat) {
+    return sendForCopy(PF_Cmd_SEQUENCE_FLATTEN, flat);
+}
+
+CommandResult Instance::flattenedCopy(std::vector<std::byte>& flat) {
+    return sendForCopy(PF_Cmd_GET_FLATTENED_SEQUENCE_DATA, flat);
+}
+
+CommandResult Instance::sendForCopy(PF_Cmd selector, std::vector<std::byte>& flat) {
     Host& host = effect_.host();
-    const CommandResult result = sendSequence(PF_Cmd_SEQUENCE_FLATTEN, sequenceData_);
+    const CommandResult result = sendSequence(selector, sequenceData_);
     const std::span<std::byte> bytes = host.handles.bytes(result.out.sequence_data);
     flat.assign(bytes.begin(), bytes.end());
     host.disposeHandle(result.out.sequence_data);

@@ -34,8 +34,9 @@ class Instance {
     CommandResult sequenceSetup();
     /// Hands a stored record, or none, back; the live record is replaced by the effect's answer.
     CommandResult sequenceResetup(std::optional<std::span<const std::byte>> stored);
-    /// Puts the flat copy into `flat`; the live record stays.
+    // Both put the flat copy into `flat`; the live record stays, and the second leaves it as it is.
     CommandResult sequenceFlatten(std::vector<std::byte>& flat);
+    CommandResult flattenedCopy(std::vector<std::byte>& flat);
     CommandResult sequenceSetdown();
     [[nodiscard]] PF_Handle sequenceData() const { return sequenceData_; }
 
@@ -55,6 +56,7 @@ class Instance {
 
   private:
     CommandResult sendSequence(PF_Cmd selector, PF_Handle incoming);
+    CommandResult sendForCopy(PF_Cmd selector, std::vector<std::byte>& flat);
     CommandResult sendWithParams(PF_Cmd selector);
     PF_ParamDef& find(A_long id);
 

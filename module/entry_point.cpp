@@ -38,6 +38,10 @@ PF_Err Dispatch(PF_Cmd cmd, PF_InData* inData, PF_OutData* outData, PF_ParamDef*
             return SmartPreRender(inData, outData, static_cast<PF_PreRenderExtra*>(extra));
         case PF_Cmd_SMART_RENDER:
             return SmartRender(inData, outData, static_cast<PF_SmartRenderExtra*>(extra));
+#ifdef NEVREL_MULTI_FRAME
+        case PF_Cmd_GET_FLATTENED_SEQUENCE_DATA:
+            return GetFlattenedSequenceData(inData, outData);
+#endif
         default:
             return PF_Err_NONE;
     }

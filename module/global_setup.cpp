@@ -14,9 +14,16 @@ static_assert(NEVREL_VERSION_WORD ==
 static_assert(NEVREL_OUT_FLAGS ==
               (PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING | PF_OutFlag_I_DO_DIALOG |
                PF_OutFlag_DEEP_COLOR_AWARE | PF_OutFlag_SEND_UPDATE_PARAMS_UI));
+#ifdef NEVREL_MULTI_FRAME
+constexpr A_long multiFrameFlags2 =
+    PF_OutFlag2_SUPPORTS_THREADED_RENDERING | PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA;
+#else
+constexpr A_long multiFrameFlags2 = 0;
+#endif
 static_assert(NEVREL_OUT_FLAGS2 ==
               (PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG | PF_OutFlag2_I_AM_THREADSAFE |
-               PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE));
+               PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE |
+               multiFrameFlags2));
 
 PF_Err GlobalSetup(const PF_InData* inData, PF_OutData* outData) {
     assert(inData != nullptr && outData != nullptr);

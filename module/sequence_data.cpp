@@ -31,6 +31,24 @@ bool IsOwnRecord(const PF_HandleSuite1& suite, PF_Handle handle, const void* byt
     return record.valid == freshRecord.valid;
 }
 
+enum class Live { Rewritten, Untouched };
+
+/// Puts a flat copy of the instance's record into `outData`. A render engine gets it as it is, any
+/// other host a fresh one, which the instance's own record becomes too if it may be written.
+PF_Err StoreFlatCopy(const PF_InData* inData, PF_OutData* outData, Live mode) {
+    assert(inData != nullptr && outData != nullptr);
+    SuiteHandler suites(inData->pica_basicP);
+    if (inData->sequence_data == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+    const auto& suite = suites.get<PF_HandleSuite1>();
+    const HandleLock live(suite, inData->sequence_data);
+    if (live.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+    const bool fresh = !IsRenderEngine(inData);
+    if (fresh && mode == Live::Rewritten)
+        std::memcpy(live.data(), &freshRecord, sizeof(SequenceData));
+    return StoreRecord(suite, fresh && mode == Live::Untouched ? &freshRecord : live.data(),
+                       outData);
+}
+
 }  // namespace
 
 PF_Err SequenceSetup(const PF_InData* inData, PF_OutData* outData) {
@@ -57,15 +75,14 @@ PF_Err SequenceResetup(const PF_InData* inData, PF_OutData* outData) {
 }
 
 PF_Err SequenceFlatten(const PF_InData* inData, PF_OutData* outData) {
-    assert(inData != nullptr && outData != nullptr);
-    SuiteHandler suites(inData->pica_basicP);
-    if (inData->sequence_data == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
-    const auto& suite = suites.get<PF_HandleSuite1>();
-    const HandleLock live(suite, inData->sequence_data);
-    if (live.data() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
-    if (!IsRenderEngine(inData)) std::memcpy(live.data(), &freshRecord, sizeof(SequenceData));
-    return StoreRecord(suite, live.data(), outData);
+    return StoreFlatCopy(inData, outData, Live::Rewritten);
 }
+
+#ifdef NEVREL_MULTI_FRAME
+PF_Err GetFlattenedSequenceData(const PF_InData* inData, PF_OutData* outData) {
+    return StoreFlatCopy(inData, outData, Live::Untouched);
+}
+#endif
 
 PF_Err SequenceSetdown(const PF_InData* inData, PF_OutData* /*outData*/) {
     assert(inData != nullptr);

@@ -24,5 +24,9 @@ static_assert(sizeof(SequenceData) == 4, "as stored in projects");
 /// SequenceSetup; without a record, PF_Err_INTERNAL_STRUCT_DAMAGED.
 [[nodiscard]] PF_Err SequenceFlatten(const PF_InData* inData, PF_OutData* outData);
 
+/// The same as a copy of the instance's own record, which is not written; for hosts that render
+/// several frames at once meanwhile. Codes as for SequenceFlatten.
+[[nodiscard]] PF_Err GetFlattenedSequenceData(const PF_InData* inData, PF_OutData* outData);
+
 /// Frees the record in `inData`, if there is one. Always PF_Err_NONE.
 [[nodiscard]] PF_Err SequenceSetdown(const PF_InData* inData, PF_OutData* outData);

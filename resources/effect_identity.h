@@ -17,6 +17,17 @@
    holds them against their parts. */
 #define NEVREL_VERSION_WORD 0x84601L
 #define NEVREL_OUT_FLAGS 0x6000030L
+
+/* NEVREL_MULTI_FRAME: for hosts from 2022 on, which render several frames at once. Flags and version
+   of the host's effect interface. */
+#ifdef NEVREL_MULTI_FRAME
+#define NEVREL_OUT_FLAGS2 0x8801418L
+#define NEVREL_INTERFACE_MAJOR 13
+#define NEVREL_INTERFACE_MINOR 25
+#else
 #define NEVREL_OUT_FLAGS2 0x1418L
+#define NEVREL_INTERFACE_MAJOR 13
+#define NEVREL_INTERFACE_MINOR 0
+#endif
 
 #endif

@@ -16,6 +16,7 @@ inline constexpr PF_Cmd PF_Cmd_USER_CHANGED_PARAM = 13;
 inline constexpr PF_Cmd PF_Cmd_UPDATE_PARAMS_UI = 14;
 inline constexpr PF_Cmd PF_Cmd_SMART_PRE_RENDER = 23;
 inline constexpr PF_Cmd PF_Cmd_SMART_RENDER = 24;
+inline constexpr PF_Cmd PF_Cmd_GET_FLATTENED_SEQUENCE_DATA = 28;
 
 inline constexpr A_long PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING = 0x10;
 inline constexpr A_long PF_OutFlag_I_DO_DIALOG = 0x20;
@@ -27,6 +28,8 @@ inline constexpr A_long PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG = 0x8;
 inline constexpr A_long PF_OutFlag2_I_AM_THREADSAFE = 0x10;
 inline constexpr A_long PF_OutFlag2_SUPPORTS_SMART_RENDER = 0x400;
 inline constexpr A_long PF_OutFlag2_FLOAT_COLOR_AWARE = 0x1000;
+inline constexpr A_long PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA = 0x800000;
+inline constexpr A_long PF_OutFlag2_SUPPORTS_THREADED_RENDERING = 0x8000000;
 
 inline constexpr A_long PF_Stage_RELEASE = 3;
 

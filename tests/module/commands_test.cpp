@@ -22,8 +22,10 @@ bool SameOut(const PF_OutData& a, const PF_OutData& b) {
 
 TEST(EntryPoint, UnknownCommandsDoNothing) {
     const Session session;
-    std::vector<PF_Cmd> unknown{2, 3, 10, 12, 25, 1000, -1, std::numeric_limits<PF_Cmd>::min()};
+    std::vector<PF_Cmd> unknown{
+        2, 3, 10, 12, 25, 26, 27, 29, 1000, -1, std::numeric_limits<PF_Cmd>::min()};
     for (PF_Cmd cmd = 15; cmd <= 22; ++cmd) unknown.push_back(cmd);
+    if (!ForMultiFrame()) unknown.push_back(28);
     for (const PF_Cmd cmd : unknown) {
         EXPECT_EQ(session.module.entryPoint()(cmd, nullptr, nullptr, nullptr, nullptr, nullptr), 0)
             << cmd;
@@ -40,6 +42,9 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     session.host.blankOut = NoisyOut();
     session.host.calls.resetCount();
     std::vector<std::byte> flat;
+    if (ForMultiFrame()) {
+        EXPECT_EQ(instance.flattenedCopy(flat).error, PF_Err_BAD_CALLBACK_PARAM);
+    }
     for (const CommandResult& result :
          {session.effect.about(), session.effect.globalSetup(), session.effect.paramsSetup(),
           instance.sequenceFlatten(flat), instance.sequenceSetdown(), instance.updateParamsUi(),
@@ -58,7 +63,7 @@ TEST(Module, TakesNothingFromItsProcess) {
     Host host;
     host.givesBasicSuite = false;
     for (int round = 0; round < 2000; ++round) {
-        const Module module(MODULE_FILE);
+        const Module module(ModuleFile());
         ASSERT_EQ(Effect(host, module.entryPoint()).globalSetup().error, PF_Err_BAD_CALLBACK_PARAM)
             << round;
     }
@@ -71,7 +76,7 @@ TEST(GlobalSetup, TellsVersionAndFlagsAndNothingElse) {
     PF_OutData expected = NoisyOut();
     expected.my_version = 0x84601;
     expected.out_flags = 0x6000030;
-    expected.out_flags2 = 0x1418;
+    expected.out_flags2 = ForMultiFrame() ? 0x8801418 : 0x1418;
     EXPECT_TRUE(SameOut(session.effect.globalSetup().out, expected));
     EXPECT_EQ(session.host.calls.count(), 0);
 }
@@ -120,22 +125,32 @@ TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
 }
 
 TEST(SequenceData, IsFlattenedIntoACopy) {
-    for (const bool renderEngine : {false, true}) {
-        Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
-        Instance instance(session.effect);
-        std::vector<std::byte> flat;
-        EXPECT_EQ(instance.sequenceFlatten(flat).error, PF_Err_INTERNAL_STRUCT_DAMAGED)
-            << "there is none yet";
-        EXPECT_TRUE(instance.sequenceSetdown().ok());
-        EXPECT_TRUE(instance.sequenceSetup().ok());
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
-        session.host.handles.bytes(instance.sequenceData())[2] = std::byte{9};
-        EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
-        // A render engine keeps the record as it came.
-        const Record expected = renderEngine ? Record{1, 0, 9, 0} : fresh;
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
-        ASSERT_EQ(flat.size(), expected.size());
-        EXPECT_EQ(std::memcmp(flat.data(), expected.data(), expected.size()), 0);
+    struct Way {
+        CommandResult (Instance::*flatten)(std::vector<std::byte>&);
+        bool rewrites;
+    };
+    std::vector<Way> ways{{&Instance::sequenceFlatten, true}};
+    if (ForMultiFrame()) ways.push_back({&Instance::flattenedCopy, false});
+    for (const auto& [flatten, rewrites] : ways) {
+        for (const bool renderEngine : {false, true}) {
+            Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
+            Instance instance(session.effect);
+            std::vector<std::byte> flat;
+            EXPECT_EQ((instance.*flatten)(flat).error, PF_Err_INTERNAL_STRUCT_DAMAGED)
+                << "there is none yet";
+            EXPECT_TRUE(instance.sequenceSetdown().ok());
+            EXPECT_TRUE(instance.sequenceSetup().ok());
+            EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
+            session.host.handles.bytes(instance.sequenceData())[2] = std::byte{9};
+            EXPECT_TRUE((instance.*flatten)(flat).ok());
+            // A render engine keeps the record as it came.
+            const Record found{1, 0, 9, 0};
+            EXPECT_EQ(RecordIn(session, instance.sequenceData()),
+                      renderEngine || !rewrites ? found : fresh);
+            const Record& expected = renderEngine ? found : fresh;
+            ASSERT_EQ(flat.size(), expected.size());
+            EXPECT_EQ(std::memcmp(flat.data(), expected.data(), expected.size()), 0);
+        }
     }
 }
 

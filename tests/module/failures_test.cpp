@@ -61,12 +61,15 @@ struct Case {
 const std::vector<KeyMode> everyKey{KeyMode::Off, KeyMode::On, KeyMode::Inverted};
 const HostIdentity renderEngine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
 
+constexpr char flattenedCopy[] = "flattened copy";
+
 const Case cases[] = {
     {"about", [](Stage& s) { return s.session.effect.about(); }},
     {"parameter set-up", [](Stage& s) { return Effect(s.session.effect).paramsSetup(); }},
     {"sequence set-up", [](Stage& s) { return s.bare.sequenceSetup(); }},
     {"re-set-up", Resetup},
     {"flatten", [](Stage& s) { return s.instance.sequenceFlatten(s.bytes); }},
+    {flattenedCopy, [](Stage& s) { return s.instance.flattenedCopy(s.bytes); }},
     {"set-down", [](Stage& s) { return s.instance.sequenceSetdown(); }},
     {"UI update", [](Stage& s) { return s.instance.updateParamsUi(); }},
     {"UI update in a render engine", [](Stage& s) { return s.instance.userChangedParam(); }, k8Bit,
@@ -250,7 +253,7 @@ TEST(Failures, GiveTheRightCodeAndLeaveNothingBorrowed) {
     for (const Case& c : cases) {
         const int failures = FailEveryCall(c, "") + FailEveryCall(c, flatLayout);
         std::printf("%5d failures of %s\n", failures, c.name);
-        EXPECT_GT(failures, 0) << c.name;
+        EXPECT_EQ(failures > 0, c.name != flattenedCopy || ForMultiFrame()) << c.name;
         total += failures;
     }
     std::printf("%5d failures in all\n", total);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -24,6 +25,15 @@ enum ControlId : A_long {
     idKeyInvert,
     idBias
 };
+
+/// The build of the module under test: the one that NEVREL_TEST_MODULE names, or the first.
+inline std::filesystem::path ModuleFile() {
+    const char* file = std::getenv("NEVREL_TEST_MODULE");
+    return file == nullptr ? MODULE_FILE : file;
+}
+
+/// Whether that is the one for hosts that render several frames at once.
+inline bool ForMultiFrame() { return ModuleFile().parent_path().filename() == "mfr"; }
 
 /// A host with a copy of the module in a folder of its own: its once-only values are fresh and its
 /// defaults file is `ini`. Set up and with its parameters declared; every loan has to be back in
@@ -50,8 +60,9 @@ class Session {
 
   private:
     std::filesystem::path copyModule() {
-        std::filesystem::copy_file(MODULE_FILE, folder.path() / MODULE_FILE);
-        return folder.path() / MODULE_FILE;
+        const std::filesystem::path copy = folder.path() / MODULE_FILE;
+        std::filesystem::copy_file(ModuleFile(), copy);
+        return copy;
     }
 };
 

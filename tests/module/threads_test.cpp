@@ -1,5 +1,7 @@
-// Frames of different depths and values on eight threads, while other commands arrive on one more.
+// Frames on eight threads, of instances with depths and values of their own or of one instance,
+// while other commands arrive on one more.
 #include <atomic>
+#include <deque>
 #include <thread>
 
 #include "tests/module/session.h"
@@ -12,18 +14,19 @@ constexpr int renderers = 8;
 constexpr int frames = 12;
 constexpr int rounds = 10;
 
-/// An instance with values, a depth and a render command of its own.
+PF_PixelFormat FormatOf(int number) {
+    constexpr PF_PixelFormat formats[] = {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64,
+                                          PF_PixelFormat_ARGB128};
+    return formats[number % 3];
+}
+
+/// Renders one instance, at a depth and by a render command of its own.
 class Renderer {
   public:
-    Renderer(const Session& session, int number)
-        : instance_(session.effect),
-          input_(number % 3 == 0   ? PF_PixelFormat_ARGB32
-                 : number % 3 == 1 ? PF_PixelFormat_ARGB64
-                                   : PF_PixelFormat_ARGB128),
-          smart_(number % 2 == 0 || number % 3 == 2) {  // only the smart commands render floats
-        SetControls(instance_, {5 + number, 30 + 10 * number, 12 * number, number % 4 / 2, 0, 255,
-                                0, 0, number % 4 / 3});
-    }
+    Renderer(Instance& instance, int number)
+        : instance_(instance),
+          input_(FormatOf(number)),
+          smart_(number % 2 == 0 || number % 3 == 2) {}  // only the smart commands render floats
 
     std::vector<char> render() {
         EXPECT_EQ(thrownCode(), PF_Err_BAD_CALLBACK_PARAM);
@@ -43,18 +46,39 @@ class Renderer {
                                                nullptr);
     }
 
-    Instance instance_;
+    Instance& instance_;
     Picture input_;
     bool smart_;
 };
 
-std::vector<char> RenderAlone(const std::string& layout, int number) {
+/// The instances of a session: one for each renderer, or one for all.
+class Instances {
+  public:
+    Instances(const Session& session, bool oneForAll) {
+        for (int number = 0; number < (oneForAll ? 1 : renderers); ++number) {
+            Instance& instance = instances_.emplace_back(session.effect);
+            EXPECT_TRUE(instance.sequenceSetup().ok());
+            SetControls(instance, {5 + number, 30 + 10 * number, 12 * number, number % 4 / 2, 0,
+                                   255, 0, 0, number % 4 / 3});
+        }
+    }
+
+    Instance& of(int number) {
+        return instances_[static_cast<std::size_t>(number) % instances_.size()];
+    }
+
+  private:
+    std::deque<Instance> instances_;
+};
+
+std::vector<char> RenderAlone(const std::string& layout, bool oneForAll, int number) {
     const Session session(layout);
-    return Renderer(session, number).render();
+    Instances instances(session, oneForAll);
+    return Renderer(instances.of(number), number).render();
 }
 
-/// What comes on a host's main thread.
-void SendOtherCommands(const Session& session) {
+/// What comes on a host's main thread, where `rendered` is being rendered.
+void SendOtherCommands(const Session& session, Instance& rendered) {
     EXPECT_TRUE(session.effect.about().ok());
     EXPECT_TRUE(session.effect.send(PF_Cmd_GLOBAL_SETUP).ok());
     EXPECT_TRUE(Effect(session.effect).paramsSetup().ok());
@@ -65,36 +89,46 @@ void SendOtherCommands(const Session& session) {
     EXPECT_TRUE(instance.sequenceResetup(flat).ok());
     EXPECT_TRUE(instance.updateParamsUi().ok());
     EXPECT_TRUE(instance.userChangedParam().ok());
+    EXPECT_TRUE(rendered.updateParamsUi().ok());
+    if (ForMultiFrame()) {
+        EXPECT_TRUE(rendered.flattenedCopy(flat).ok());
+        EXPECT_EQ(flat.size(), 4U);
+    }
+}
+
+void RenderOnThreads(const std::string& layout, bool oneForAll) {
+    std::vector<std::vector<char>> expected;
+    for (int number = 0; number < renderers; ++number)
+        expected.push_back(RenderAlone(layout, oneForAll, number));
+    for (int round = 0; round < rounds; ++round) {
+        Session session(layout);
+        Instances instances(session, oneForAll);
+        std::atomic<int> rendering = renderers;
+        std::atomic<int> missing = renderers + 1;
+        const auto arriveAndWait = [&missing] {
+            --missing;
+            while (missing > 0) std::this_thread::yield();  // so that all go at the same moment
+        };
+        std::vector<std::thread> threads;
+        for (int number = 0; number < renderers; ++number) {
+            threads.emplace_back([&, number] {
+                Renderer renderer(instances.of(number), number);
+                arriveAndWait();
+                for (int frame = 0; frame < frames; ++frame)
+                    EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)])
+                        << number;
+                --rendering;
+            });
+        }
+        arriveAndWait();
+        while (rendering > 0) SendOtherCommands(session, instances.of(0));
+        for (std::thread& thread : threads) thread.join();
+    }
 }
 
 TEST(Threads, RenderWhatOneThreadRenders) {
     for (const std::string layout : {"", flatLayout}) {
-        std::vector<std::vector<char>> expected;
-        for (int number = 0; number < renderers; ++number)
-            expected.push_back(RenderAlone(layout, number));
-        for (int round = 0; round < rounds; ++round) {
-            Session session(layout);
-            std::atomic<int> rendering = renderers;
-            std::atomic<int> missing = renderers + 1;
-            const auto arriveAndWait = [&missing] {
-                --missing;
-                while (missing > 0) std::this_thread::yield();  // so that all go at the same moment
-            };
-            std::vector<std::thread> threads;
-            for (int number = 0; number < renderers; ++number) {
-                threads.emplace_back([&, number] {
-                    Renderer renderer(session, number);
-                    arriveAndWait();
-                    for (int frame = 0; frame < frames; ++frame)
-                        EXPECT_EQ(renderer.render(), expected[static_cast<std::size_t>(number)])
-                            << number;
-                    --rendering;
-                });
-            }
-            arriveAndWait();
-            while (rendering > 0) SendOtherCommands(session);
-            for (std::thread& thread : threads) thread.join();
-        }
+        for (const bool oneForAll : {false, true}) RenderOnThreads(layout, oneForAll);
     }
 }
 
