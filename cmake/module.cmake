@@ -14,6 +14,7 @@ function(nevrel_add_module name entry folder)
   if(WIN32)
     set_target_properties(${name} PROPERTIES SUFFIX .aex)
     target_sources(${name} PRIVATE resources/nevrel.rc)
+    target_include_directories(${name} PRIVATE ${CMAKE_BINARY_DIR})  # the version
     target_compile_definitions(${name} PRIVATE $<TARGET_PROPERTY:${entry},INTERFACE_COMPILE_DEFINITIONS>)
   endif()
 
@@ -22,7 +23,11 @@ function(nevrel_add_module name entry folder)
   elseif(WIN32)
     target_sources(${name} PRIVATE module/mingw_exception_state.cpp)
     target_link_options(${name} PRIVATE
-      -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
+      -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp,--build-id)
+    # Debuggers find the symbols by the build id that both files hold.
+    add_custom_command(TARGET ${name} POST_BUILD
+      COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${name}> $<TARGET_FILE:${name}>.debug
+      COMMAND ${CMAKE_STRIP} --strip-all --preserve-dates $<TARGET_FILE:${name}> VERBATIM)
   else()
     # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
@@ -36,6 +41,12 @@ set(parts nevrel_core nevrel_effect nevrel_entry)
 if(NEVREL_MULTI_FRAME)
   nevrel_add_module(nevrel_module_multi_frame nevrel_entry_multi_frame mfr)
   list(APPEND parts nevrel_entry_multi_frame)
+endif()
+if(MINGW)
+  foreach(part IN LISTS parts)  # the same symbols wherever it is built
+    target_compile_options(${part} PRIVATE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=nevrel
+                                              -ffile-prefix-map=${CMAKE_BINARY_DIR}=nevrel/build)
+  endforeach()
 endif()
 
 # NEVREL_COVERAGE: counts what tests reach of the module's code, compiled just as it is written.

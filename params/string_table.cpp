@@ -1,6 +1,7 @@
 #include "params/string_table.h"
 
 #include "params/ui_language.h"
+#include "resources/version.h"
 #include "windows_stand_in/windows_api.h"
 
 namespace {
@@ -15,7 +16,7 @@ struct StringRecord {
 // not matter.
 constexpr StringRecord stringTable[] = {
     {TextId::EffectName, "nevrel", nullptr},
-    {TextId::Copyright, "Copyright (c) 2026 The nevrel authors", nullptr},
+    {TextId::Copyright, NEVREL_COPYRIGHT, nullptr},
     {TextId::ColorThreshold, "color threshold", nullptr},
     {TextId::Softness, "softness", nullptr},
     {TextId::ColorKeyEnable, "color key enable", nullptr},
