@@ -1,42 +1,43 @@
 #include "params/defaults_file.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <string>
 
 #include "host/plugin_path.h"
-#include "windows_stand_in/windows_api.h"
 
 namespace {
 
 struct ValueKey {
-    const char* name;
+    const TCHAR* name;
     std::int32_t EffectValues::*field;
 };
 
-constexpr char valuesSection[] = "defaults";
+constexpr TCHAR valuesSection[] = TEXT("defaults");
 constexpr ValueKey valueKeys[] = {
-    {"ColorThreshold", &EffectValues::colorThreshold},
-    {"Softness", &EffectValues::softness},
-    {"Bias", &EffectValues::bias},
-    {"ColorkeyEnable", &EffectValues::colorKeyEnable},
-    {"KeycolorR", &EffectValues::keyRed},
-    {"KeycolorG", &EffectValues::keyGreen},
-    {"KeycolorB", &EffectValues::keyBlue},
-    {"ColorkeyThreshold", &EffectValues::keyThreshold},
-    {"ColorkeyInvert", &EffectValues::keyInvert},
+    {TEXT("ColorThreshold"), &EffectValues::colorThreshold},
+    {TEXT("Softness"), &EffectValues::softness},
+    {TEXT("Bias"), &EffectValues::bias},
+    {TEXT("ColorkeyEnable"), &EffectValues::colorKeyEnable},
+    {TEXT("KeycolorR"), &EffectValues::keyRed},
+    {TEXT("KeycolorG"), &EffectValues::keyGreen},
+    {TEXT("KeycolorB"), &EffectValues::keyBlue},
+    {TEXT("ColorkeyThreshold"), &EffectValues::keyThreshold},
+    {TEXT("ColorkeyInvert"), &EffectValues::keyInvert},
 };
 
-constexpr char layoutSection[] = "ui";
-constexpr char groupKey[] = "ColorkeyGroup";
+constexpr TCHAR layoutSection[] = TEXT("ui");
+constexpr TCHAR groupKey[] = TEXT("ColorkeyGroup");
 
-void ReadValue(const std::string& path, const char* section, const char* key, std::int32_t& value) {
-    value = static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, value, path.c_str()));
+void ReadValue(const SystemText& path, const TCHAR* section, const TCHAR* key,
+               std::int32_t& value) {
+    value = static_cast<std::int32_t>(GetPrivateProfileInt(section, key, value, path.c_str()));
 }
 
-void WriteValue(const std::string& path, const char* section, const char* key, std::int32_t value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%d", value);
-    static_cast<void>(WritePrivateProfileStringA(section, key, text, path.c_str()));
+void WriteValue(const SystemText& path, const TCHAR* section, const TCHAR* key,
+                std::int32_t value) {
+    const std::string digits = std::to_string(value);
+    const SystemText text(digits.begin(), digits.end());
+    static_cast<void>(WritePrivateProfileString(section, key, text.c_str(), path.c_str()));
 }
 
 }  // namespace
@@ -47,11 +48,12 @@ bool hostIgnoresDefaults(const PF_InData* inData) {
            (version.major < 12 || (version.major == 12 && version.minor < 12));
 }
 
-std::string DefaultsFilePath(const PF_InData* inData) {
-    std::string path = PluginPath(inData);
+SystemText DefaultsFilePath(const PF_InData* inData) {
+    SystemText path = PluginPath(inData);
     if (path.empty()) return {};
-    const std::size_t dot = path.rfind('.');
-    path = (dot == std::string::npos ? path + '.' : path.substr(0, dot + 1)) + "ini";
+    const std::size_t dot = path.rfind(TEXT('.'));
+    path.resize(std::min(dot, path.size()));
+    path += TEXT(".ini");
     path.resize(std::min(path.size(), PF_MAX_PATH_LEN - 1));
     return path;
 }
@@ -60,7 +62,7 @@ std::string DefaultsFilePath(const PF_InData* inData) {
 // asked.
 
 void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData) {
-    const std::string path = DefaultsFilePath(inData);
+    const SystemText path = DefaultsFilePath(inData);
     if (path.empty()) return;
     if (!hostIgnoresDefaults(inData)) {
         for (const ValueKey& key : valueKeys)
@@ -70,7 +72,7 @@ void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData) {
 }
 
 void WriteParamDefaults(const ParamDefaults& defaults, const PF_InData* inData) {
-    const std::string path = DefaultsFilePath(inData);
+    const SystemText path = DefaultsFilePath(inData);
     if (path.empty()) return;
     if (!hostIgnoresDefaults(inData)) {
         for (const ValueKey& key : valueKeys)

@@ -1,10 +1,9 @@
 // The user's defaults for new instances, in an INI file beside the module.
 #pragma once
 
-#include <string>
-
 #include "kernel/effect_values.h"
 #include "sdk/effect_api.h"
+#include "windows_stand_in/system_text.h"
 
 /// The default values of the controls and the choice of their layout. Values come from a file that
 /// anyone may edit: they can be any integer.
@@ -31,9 +30,8 @@ inline constexpr ParamDefaults builtInDefaults{{.colorThreshold = 10,
 /// effect interface. The layout choice counts everywhere.
 [[nodiscard]] bool hostIgnoresDefaults(const PF_InData* inData);
 
-/// The file's path: the module's own, as the host tells it, with the extension "ini". Empty when it
-/// does not tell.
-[[nodiscard]] std::string DefaultsFilePath(const PF_InData* inData);
+/// The file's path: the module's own with the extension "ini". Empty when there is none.
+[[nodiscard]] SystemText DefaultsFilePath(const PF_InData* inData);
 
 /// Overwrites each field that the file has a key for; a file that cannot be read has none.
 void ReadParamDefaults(ParamDefaults& defaults, const PF_InData* inData);

@@ -1,7 +1,5 @@
 #include "ui/option_dialog.h"
 
-#include <string>
-
 #include "host/plugin_path.h"
 #include "host/suite_handler.h"
 #include "resources/dialogs.h"
@@ -22,11 +20,6 @@ HWND HostWindow(const PF_InData& inData) {
     HWND window = nullptr;
     inData.utils->get_platform_data(inData.effect_ref, PF_PlatData_MAIN_WND, &window);
     return window;
-}
-
-HMODULE OwnModule(const PF_InData& inData) {
-    const std::string path = PluginPath(&inData);
-    return path.empty() ? nullptr : GetModuleHandleA(path.c_str());
 }
 
 }  // namespace
@@ -65,7 +58,7 @@ void DoDialog(PF_InData* inData, PF_ParamDef* params[]) {
     // Made for what it throws: without the basic suite the command fails before it does anything.
     const SuiteHandler suites(inData->pica_basicP);
     HWND parent = HostWindow(*inData);
-    HMODULE instance = OwnModule(*inData);
+    HMODULE instance = PluginModule(inData);
     // Without a module of its own to look into, the dialog manager would take the host's dialog of
     // the same id.
     if (instance == nullptr) return;

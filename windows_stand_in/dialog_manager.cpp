@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cassert>
 #include <filesystem>
+#include <string_view>
 #include <utility>
 
 #include "windows_stand_in/dialog_shower.h"
@@ -128,12 +129,26 @@ struct Event {
 
 }  // namespace
 
-HMODULE GetModuleHandleA(LPCSTR fileName) {
+HMODULE GetModuleHandle(LPCTSTR fileName) {
     std::error_code error;
     const Dl_info own = OwnModule();
     const bool same =
         own.dli_fname != nullptr && std::filesystem::equivalent(fileName, own.dli_fname, error);
     return same ? static_cast<HMODULE>(own.dli_fbase) : nullptr;
+}
+
+BOOL GetModuleHandleEx(DWORD /*flags*/, LPCTSTR /*address*/, HMODULE* module) {
+    *module = OwnHandle();
+    return *module != nullptr ? TRUE : FALSE;
+}
+
+DWORD GetModuleFileName(HMODULE module, LPTSTR path, DWORD size) {
+    const Dl_info own = OwnModule();
+    if (module != own.dli_fbase || own.dli_fname == nullptr || size == 0) return 0;
+    const std::string_view name = own.dli_fname;
+    const std::size_t length = name.copy(path, size - 1);
+    path[length] = '\0';
+    return length < name.size() ? size : static_cast<DWORD>(length);
 }
 
 INT_PTR DialogBoxParamA(HINSTANCE module, LPCSTR templateName, HWND owner, DLGPROC procedure,

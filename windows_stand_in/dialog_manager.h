@@ -51,7 +51,16 @@ inline LPCSTR MAKEINTRESOURCEA(WORD id) {
 }
 
 /// The handle of the file's module; null unless it is the very module that this code is part of.
-HMODULE GetModuleHandleA(LPCSTR fileName);
+HMODULE GetModuleHandle(LPCTSTR fileName);
+
+inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT = 2;
+inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS = 4;
+
+/// Knows the module that this code is part of, by an address in it, and no other form.
+BOOL GetModuleHandleEx(DWORD flags, LPCTSTR address, HMODULE* module);
+/// Writes the path of that module and returns its length; what does not fit is cut, and `size`
+/// returned.
+DWORD GetModuleFileName(HMODULE module, LPTSTR path, DWORD size);
 
 /// Shows a dialog until it is ended and returns the code it was ended with; -1 when the module has
 /// no such template or nobody shows the dialogs of `owner`.

@@ -141,8 +141,7 @@ bool ReplaceFile(const fs::path& path, std::string_view text) {
 
 }  // namespace
 
-unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallback,
-                               const char* file) {
+unsigned GetPrivateProfileInt(LPCTSTR section, LPCTSTR key, int fallback, LPCTSTR file) {
     const std::optional<std::string> text = ReadFile(file);
     const ValuePlace place = text ? FindValue(*text, section, key) : ValuePlace{};
     if (place.size == 0) return static_cast<unsigned>(fallback);
@@ -157,8 +156,7 @@ unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallbac
     return negative ? 0 - value : value;
 }
 
-int WritePrivateProfileStringA(const char* section, const char* key, const char* value,
-                               const char* file) {
+int WritePrivateProfileString(LPCTSTR section, LPCTSTR key, LPCTSTR value, LPCTSTR file) {
     // A link stays a link: what it points to is replaced.
     std::error_code error;
     const fs::path real = fs::canonical(file, error);

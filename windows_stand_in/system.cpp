@@ -1,5 +1,7 @@
 #include "windows_stand_in/system.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -53,4 +55,9 @@ int _getmbcp() {  // NOLINT(bugprone-reserved-identifier): the runtime's name
 short GetKeyState(int virtualKey) {
     const std::string shift = Environment("NEVREL_SHIFT");
     return virtualKey == VK_SHIFT && !shift.empty() && shift != "0" ? short{-1} : short{0};
+}
+
+DWORD GetFileAttributes(LPCTSTR path) {
+    constexpr DWORD normal = 0x80;
+    return ::access(path, F_OK) == 0 ? normal : INVALID_FILE_ATTRIBUTES;
 }

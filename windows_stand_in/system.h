@@ -3,6 +3,8 @@
 // relies on them.
 #pragma once
 
+#include "windows_stand_in/windows_types.h"
+
 inline constexpr int VK_SHIFT = 0x10;
 
 /// The command line of this process as one string: the arguments joined by blanks, those that hold
@@ -21,10 +23,14 @@ inline constexpr int VK_SHIFT = 0x10;
 /// The integer that `file` holds for `key` in `section`, modulo 2^32; 0 when the text is no decimal
 /// integer; `fallback` when the file, the section, the key or its text is missing. Names are
 /// compared without regard to case.
-[[nodiscard]] unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallback,
-                                             const char* file);
+[[nodiscard]] unsigned GetPrivateProfileInt(LPCTSTR section, LPCTSTR key, int fallback,
+                                            LPCTSTR file);
 
 /// Sets `key` in `section` of `file`, which is created as needed and replaced as a whole; every
 /// other byte of it stays. Returns 0 on failure, when the file is as it was.
-int WritePrivateProfileStringA(const char* section, const char* key, const char* value,
-                               const char* file);
+int WritePrivateProfileString(LPCTSTR section, LPCTSTR key, LPCTSTR value, LPCTSTR file);
+
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+
+/// INVALID_FILE_ATTRIBUTES when there is no such file or folder.
+[[nodiscard]] DWORD GetFileAttributes(LPCTSTR path);

@@ -3,6 +3,7 @@
 #pragma once
 
 #ifdef _WIN32
+#define UNICODE  // names without a suffix take texts in the system's own encoding
 #include <windows.h>
 // windows.h comes first everywhere.
 #include <mbctype.h>

@@ -15,6 +15,9 @@ using ULONG_PTR = std::uintptr_t;
 using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
 using LRESULT = LONG_PTR;
+using TCHAR = char;  // the system's own encoding
+using LPTSTR = TCHAR*;
+using LPCTSTR = const TCHAR*;
 using LPSTR = char*;
 using LPCSTR = const char*;
 using HANDLE = void*;
@@ -24,6 +27,8 @@ using HWND = struct Window*;
 
 inline constexpr BOOL FALSE = 0;
 inline constexpr BOOL TRUE = 1;
+
+#define TEXT(literal) literal
 
 struct RECT {
     LONG left, top, right, bottom;

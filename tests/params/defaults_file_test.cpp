@@ -46,10 +46,9 @@ class DefaultsFile : public testing::Test {
 TEST_F(DefaultsFile, PathIsTheModulesWithAnotherExtension) {
     const std::string longest(250, 'x');
     const std::string cases[][2] = {
-        {"C:\\Plug-ins\\nevrel.aex", "C:\\Plug-ins\\nevrel.ini"},
-        {"/a.b/nevrel.v1.so", "/a.b/nevrel.v1.ini"},
+        {modulePath, ini_},
+        {folder_.file("nevrel.v1.so"), folder_.file("nevrel.v1.ini")},
         {"nevrel", "nevrel.ini"},
-        {"", ""},
         {longest + ".plugin12", longest + ".ini"},
         {longest + "1234567.x", longest + "1234567.i"},  // cut at 259 characters
         {std::string(PF_MAX_PATH_LEN, 'x'),
@@ -57,19 +56,22 @@ TEST_F(DefaultsFile, PathIsTheModulesWithAnotherExtension) {
     };
     for (const auto& [module, file] : cases) {
         modulePath = module;
-        EXPECT_EQ(DefaultsFilePath(&in_), file) << module;
+        EXPECT_EQ(DefaultsFilePath(&in_), FromSystemCodePage(file.c_str())) << module;
     }
-    modulePath = "C:\\nevrel.aex";
-    pathCode = PF_Err_OUT_OF_MEMORY;
-    EXPECT_EQ(DefaultsFilePath(&in_), "");
 }
 
-TEST_F(DefaultsFile, WithoutAPathNothingIsReadOrWritten) {
-    WriteText(ini_, "[defaults]\nBias=3\n");
-    pathCode = PF_Err_BAD_CALLBACK_PARAM;
-    EXPECT_EQ(read(), builtInDefaults);
-    WriteParamDefaults({}, &in_);
-    EXPECT_EQ(ReadText(ini_), "[defaults]\nBias=3\n");
+/// As from a host whose code page cannot hold the folder's name, or which does not tell.
+TEST_F(DefaultsFile, PathThatLeadsNowhereIsTheSystems) {
+    for (const PF_Err code : {PF_Err_NONE, PF_Err_OUT_OF_MEMORY}) {
+        pathCode = code;
+        for (const std::string& path :
+             {std::string(), folder_.file("missing/nevrel.aex"), folder_.file("?/nevrel.aex"),
+              folder_.file("nevrel?.aex")}) {
+            modulePath = path;
+            const std::filesystem::path file = DefaultsFilePath(&in_);
+            EXPECT_EQ(file.filename(), "defaults_file_test.ini") << path;
+        }
+    }
 }
 
 }  // namespace

@@ -174,15 +174,33 @@ TEST(OptionsDialog, SpeaksTheLanguageOfTheProcess) {
         EXPECT_EQ(seen->controls.at(id).text, IsJapanese() ? texts.second : texts.first);
 }
 
-TEST(OptionsDialog, DoesNotOpenInAHostThatLacksWhatItNeeds) {
-    Desk desk;
-    desk.session.host.calls.inject(
-        {.call = HostCall::GetPlatformData, .nth = 2, .fromThereOn = true});
-    EXPECT_FALSE(desk.work({})) << "without the module's path";
-    desk.session.host.calls.clearFault();
-    desk.session.host.identity.pluginPath = desk.session.folder.file("other.aex");
-    EXPECT_FALSE(desk.work({})) << "with the path of another module";
+/// A folder whose name no code page of one script can hold: the host tells it with question marks.
+TEST(OptionsDialog, OpensAndStoresWhereTheHostsPathLeadsNowhere) {
+    for (const bool tells : {true, false}) {
+        Desk desk;
+        const std::filesystem::path folder = desk.session.folder.path() / u"\u30D7\u0119\u05D0";
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(ModuleFile(), folder / MODULE_FILE);
+        const Module module(folder / MODULE_FILE);
+        desk.session.host.identity.pluginPath = desk.session.folder.file("???") + "/" MODULE_FILE;
+        Effect effect(desk.session.host, module.entryPoint());
+        ASSERT_TRUE(effect.paramsSetup().ok());
+        Instance instance(effect);
+        instance.setSlider(idThreshold, 42);
+        if (!tells) {
+            desk.session.host.calls.inject(
+                {.call = HostCall::GetPlatformData, .nth = 2, .fromThereOn = true});
+        }
+        EXPECT_TRUE(desk.user.work({STORE_BUTTON_ID, escape}, [&] { instance.doDialog(); }));
+        desk.session.host.calls.clearFault();
+        EXPECT_TRUE(std::filesystem::exists(folder / "nevrel.ini"));
+        EXPECT_TRUE(effect.paramsSetup().ok());
+        EXPECT_EQ(Instance(effect).param(idThreshold).u.sd.dephault, 42);
+    }
+}
 
+TEST(OptionsDialog, DoesNotOpenWithoutTheBasicSuite) {
+    Desk desk;
     desk.session.host.givesBasicSuite = false;
     desk.session.host.calls.resetCount();
     EXPECT_EQ(desk.instance.doDialog().error, PF_Err_BAD_CALLBACK_PARAM);

@@ -19,11 +19,12 @@ namespace {
 constexpr int fallback = 77;
 
 int Read(const std::string& file) {
-    return static_cast<int>(GetPrivateProfileIntA("defaults", "Bias", fallback, file.c_str()));
+    return static_cast<int>(
+        GetPrivateProfileInt(TEXT("defaults"), TEXT("Bias"), fallback, file.c_str()));
 }
 
 bool Write(const std::string& file, const char* value) {
-    return WritePrivateProfileStringA("defaults", "Bias", value, file.c_str()) != 0;
+    return WritePrivateProfileString(TEXT("defaults"), TEXT("Bias"), value, file.c_str()) != 0;
 }
 
 TEST(Profile, ReadsIntegers) {
