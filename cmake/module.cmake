@@ -9,30 +9,13 @@ endif()
 function(nevrel_add_module name entry folder)
   add_library(${name} MODULE $<TARGET_OBJECTS:nevrel_effect> $<TARGET_OBJECTS:${entry}>)
   target_link_libraries(${name} PRIVATE nevrel_core ${CMAKE_DL_LIBS})
-  set_target_properties(${name} PROPERTIES
-    LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME nevrel LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${folder})
+  nevrel_plugin_file(${name} ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${folder})
   if(WIN32)
     set_target_properties(${name} PROPERTIES SUFFIX .aex)
     target_sources(${name} PRIVATE resources/nevrel.rc)
     target_include_directories(${name} PRIVATE ${CMAKE_BINARY_DIR})  # the version
     target_compile_definitions(${name} PRIVATE $<TARGET_PROPERTY:${entry},INTERFACE_COMPILE_DEFINITIONS>)
-  endif()
-
-  if(MSVC)
-    target_link_options(${name} PRIVATE /DYNAMICBASE /NXCOMPAT /HIGHENTROPYVA)
-  elseif(WIN32)
-    target_sources(${name} PRIVATE module/mingw_exception_state.cpp)
-    target_link_options(${name} PRIVATE
-      -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp,--build-id)
-    # Debuggers find the symbols by the build id that both files hold.
-    add_custom_command(TARGET ${name} POST_BUILD
-      COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${name}> $<TARGET_FILE:${name}>.debug
-      COMMAND ${CMAKE_STRIP} --strip-all --preserve-dates $<TARGET_FILE:${name}> VERBATIM)
-  else()
-    # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
-    set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-    target_link_options(${name} PRIVATE -Wl,--version-script=${exports})
-    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
   endif()
 endfunction()
 
