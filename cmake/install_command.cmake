@@ -1,4 +1,5 @@
-# Installs the command with its module, manual page, completions and documents, and makes a Debian package of them.
+# Installs the command with its module, manual page, completions and documents, and makes a Debian package of them and
+# the OpenFX bundle.
 include(GNUInstallDirs)
 
 set(texts ${CMAKE_CURRENT_BINARY_DIR}/texts)
@@ -24,6 +25,7 @@ install(FILES ${texts}/nevrel DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completi
 install(FILES ${texts}/_nevrel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${component})
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} ${component})
 install(FILES ${changelog}.gz ${PROJECT_SOURCE_DIR}/docs/nevrel.md ${PROJECT_SOURCE_DIR}/docs/farms.md
+              ${PROJECT_SOURCE_DIR}/docs/hosts.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR} ${component})
 
 set(CPACK_GENERATOR DEB)
@@ -33,7 +35,7 @@ set(CPACK_PACKAGE_DESCRIPTION "Measures every staircase in a picture's edges and
 lines keep their weight, flat paint keeps its value to the last bit.
 For pictures and sequences in PNG, TIFF, TGA, BMP, OpenEXR and DPX, on
 desktops and render farms.")
-set(CPACK_COMPONENTS_ALL command)
+set(CPACK_COMPONENTS_ALL command openfx)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)

@@ -1,5 +1,6 @@
-# The zip that people install from: the module, its licence and the user guide.
+# The zip that people install from: the module, the OpenFX bundle, their licence and the user guide.
 install(FILES $<TARGET_FILE:nevrel_module> DESTINATION .)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/nevrel.ofx.bundle DESTINATION .)
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
 install(FILES docs/user-guide.html DESTINATION .)
 

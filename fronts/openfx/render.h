@@ -1,0 +1,8 @@
+// A frame of a clip, smoothed.
+#pragma once
+
+#include "fronts/openfx/openfx.h"
+
+/// Answers the render action of an instance.
+[[nodiscard]] ofx::Status Render(ofx::Effect effect, ofx::PropertySet inArgs,
+                                 ofx::PropertySet outArgs);
