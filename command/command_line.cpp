@@ -262,9 +262,9 @@ std::unique_ptr<CLI::App> MakeParser(CommandLine& line) {
     app->add_subcommand("about", "prints what the module says about itself");
     app->add_subcommand("params", "prints the controls with their ranges and defaults");
     app->add_subcommand("completion", "prints what completes the command's words in a shell")
-        ->add_option("shell", line.shell, "bash or zsh")
+        ->add_option("shell", line.shell, "the shell")
         ->required()
-        ->type_name("SHELL");
+        ->type_name("bash|zsh");
     app->add_subcommand("manual", "prints the manual page")->group("");
     return app;
 }

@@ -212,6 +212,10 @@ int Run(int argc, const char* const* argv, const Complain& complain) {
         return 0;
     } catch (const CLI::ParseError& error) {
         RequireKnownCommand(*app);
+        const bool lacksWord =
+            error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
+        if (lacksWord && app->get_subcommands().empty())
+            throw UsageError("a command is required, such as smooth; see nevrel --help");
         throw UsageError(OneLine(error.what()));
     }
     FinishCommandLine(line);

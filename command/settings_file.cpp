@@ -107,17 +107,22 @@ void SetByLine(std::string_view line, const std::string& where, Instance& instan
 void ReadSettingsFile(const std::filesystem::path& path, Instance& instance) {
     std::ifstream file(path);
     std::string whole;
-    bool isOurs = false;
+    bool isOurs = false, hasOurs = false;
     for (int number = 1; std::getline(file, whole); ++number) {
         const std::string_view line = Trimmed(whole);
         if (line.empty() || line.front() == ';') continue;
         if (line.front() == '[') {
             isOurs = line.back() == ']' && IsName(line.substr(1, line.size() - 2), sectionName);
+            hasOurs = hasOurs || isOurs;
         } else if (isOurs) {
             SetByLine(line, path.string() + ":" + std::to_string(number) + ": ", instance);
         }
     }
     if (!file.eof()) throw UsageError("--settings: " + path.string() + ": cannot be read");
+    if (!hasOurs) {
+        throw UsageError("--settings: " + path.string() + ": has no section [" +
+                         std::string(sectionName) + "]");
+    }
 }
 
 std::string SettingsText(const Instance& instance) {

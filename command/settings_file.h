@@ -9,7 +9,8 @@
 namespace nevrel {
 
 /// Sets the controls that the file's section [defaults] names; the others stay. Throws UsageError,
-/// naming file and line, for what is no control or not in its range.
+/// naming file and line, for what is no control or not in its range, and where there is no such
+/// section.
 void ReadSettingsFile(const std::filesystem::path& path, host_kit::Instance& instance);
 
 /// All controls, as such a file holds them.

@@ -146,7 +146,8 @@ Picture ReadPicture(const std::filesystem::path& path) try {
 Picture ReadStandardInput() {
     MemoryFile file;
     std::vector<std::byte> block(1 << 20);
-    for (std::size_t size = 0;;) {
+    std::size_t size = 0;
+    for (;;) {
         const ssize_t got = read(STDIN_FILENO, block.data(), block.size());
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) ThrowSystemError(standardStream, "cannot be read");
@@ -154,6 +155,7 @@ Picture ReadStandardInput() {
         file.set(size, std::span(block).first(static_cast<std::size_t>(got)));
         size += static_cast<std::size_t>(got);
     }
+    if (size == 0) throw UnreadablePicture(standardStream, "the standard input is empty");
     try {
         return ReadPicture(file.path());
     } catch (const UnreadablePicture& error) {

@@ -219,6 +219,9 @@ void PictureList::setOutputFile() {
         if (!format_.empty()) RequireFormat("*." + format_, "--format: ");
         return;
     }
+    if (output_ == standardStream)
+        throw UsageError("--output: the standard output takes one picture, not " +
+                         std::to_string(size_));
     const std::string name = std::string("'").append(output_.string()).append("'");
     if (!format_.empty()) {
         throw UsageError("--format: is for a folder as output; the extension of " + name +
@@ -237,8 +240,9 @@ void PictureList::setOutputFile() {
 
 void PictureList::setMask(const PictureRequest& request) {
     mask_ = request.mask;
-    if (request.patterns && !Exists(mask_)) masks_ = NamePattern::parse(mask_);
-    if (!masks_) return;
+    if (mask_.empty() || Exists(mask_)) return;
+    if (request.patterns) masks_ = NamePattern::parse(mask_);
+    if (!masks_) throw UsageError("--mask: " + mask_.string() + ": no such file");
     std::vector<FrameNumber> missing;
     for (const Source& source : sources_) {
         if (!source.pattern)
@@ -289,7 +293,10 @@ void PictureList::requireDistinct() const {
 void PictureList::requireNoInput() const {
     std::vector<FileIdentity> inputs;
     for (std::size_t i = 0; i < size_; ++i) {
-        if (const auto identity = Identity((*this)[i].input)) inputs.push_back(*identity);
+        const PicturePaths paths = (*this)[i];
+        for (const fs::path& read : {paths.input, paths.mask}) {
+            if (const auto identity = Identity(read)) inputs.push_back(*identity);
+        }
     }
     std::sort(inputs.begin(), inputs.end());
     for (std::size_t i = 0; i < size_; ++i) {
