@@ -44,9 +44,17 @@ const FileKind fileKinds[] = {
     {"y.exr", TypeDesc::HALF, 1, Alpha::Associated},
 };
 
+TestPicture MakePictureOf(const FileKind& kind, int width, int height) {
+    TestPicture picture = MakePicture(width, height, kind.channels, kind.type, kind.alpha);
+    if (kind.bits > 0) picture.spec.attribute("oiio:BitsPerSample", kind.bits);
+    return picture;
+}
+
 std::string Bytes(const TestPicture& picture) {
     return {reinterpret_cast<const char*>(picture.samples.data()), picture.samples.size()};
 }
+
+using Colors = std::vector<double>;
 
 class PictureTest : public CommandTest {
   protected:
@@ -64,6 +72,19 @@ class PictureTest : public CommandTest {
         const CommandRun result = smooth(name, options);
         EXPECT_EQ(result.status, 0) << name << result.errors;
         return result.status == 0 ? read("out_" + name) : TestPicture{};
+    }
+    /// Draws discs in "in" in all files with so many channels.
+    [[nodiscard]] std::vector<FileKind> drawDiscs(int channels, const Colors& inside,
+                                                  const Colors& outside) const {
+        std::vector<FileKind> kinds;
+        for (const FileKind& kind : fileKinds) {
+            if (kind.channels != channels) continue;
+            kinds.push_back(kind);
+            TestPicture picture = MakePictureOf(kind, 48, 40);
+            DrawDisc(picture, inside, outside);
+            write(std::string("in/") + kind.name, picture);
+        }
+        return kinds;
     }
     /// Makes pictures in the folder `to` of all in the folder "in".
     void smoothAll(const std::string& to, const std::string& options = "") const {
@@ -102,12 +123,6 @@ class PictureTest : public CommandTest {
         EXPECT_EQ(before.spec.to_xml(), after.spec.to_xml()) << name;
     }
 };
-
-TestPicture MakePictureOf(const FileKind& kind, int width, int height) {
-    TestPicture picture = MakePicture(width, height, kind.channels, kind.type, kind.alpha);
-    if (kind.bits > 0) picture.spec.attribute("oiio:BitsPerSample", kind.bits);
-    return picture;
-}
 
 TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
     const TypeDesc profileType(TypeDesc::UINT8, 160);
@@ -201,14 +216,7 @@ double StepOf(const TypeDesc& type, int bits = 0) {
 }
 
 TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
-    std::vector<FileKind> kinds;
-    for (const FileKind& kind : fileKinds) {
-        if (kind.channels != 4) continue;
-        kinds.push_back(kind);
-        TestPicture picture = MakePictureOf(kind, 48, 40);
-        DrawDisc(picture, {0.25, 0.125, 0.0625, 0.5}, {0.5, 0.75, 0.25, 1.0});
-        write(std::string("in/") + kind.name, picture);
-    }
+    const auto kinds = drawDiscs(4, {0.25, 0.125, 0.0625, 0.5}, {0.5, 0.75, 0.25, 1.0});
     smoothAll("own");
     const struct {
         std::string option, rawForm;
@@ -248,21 +256,14 @@ TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
 }
 
 TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
-    const auto isGrey = [](const FileKind& kind) { return kind.channels == 1; };
-    std::vector<FileKind> kinds;
-    for (const FileKind& kind : fileKinds) {
-        if (!isGrey(kind) && kind.channels != 3) continue;
-        kinds.push_back(kind);
-        TestPicture picture = MakePictureOf(kind, 48, 40);
-        DrawDisc(picture, {0, 0, 0}, {1, isGrey(kind) ? 1.0 : 0.0, 0});
-        write(std::string("in/") + kind.name, picture);
-    }
+    std::vector<FileKind> kinds = drawDiscs(3, {0, 0, 0}, {1, 0, 0});
+    for (const FileKind& kind : drawDiscs(1, {0}, {1})) kinds.push_back(kind);
     for (const std::string color : {"red", "white"}) {
         smoothAll(color, "--color-key " + color);
         smoothAll(color + "inverted", "--invert --color-key " + color);
     }
     for (const FileKind& kind : kinds) {
-        const std::string name = kind.name, color = isGrey(kind) ? "white" : "red";
+        const std::string name = kind.name, color = kind.channels == 1 ? "white" : "red";
         const TestPicture keyed = read(color + "/" + name);
         const TestPicture inverted = read(color + "inverted/" + name);
         const bool greyBecomesColor = name == "y.tga";
@@ -352,31 +353,25 @@ TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
     ExpectError(smooth("damaged.tif"), 1, {"damaged.tif", "page 2"});
 }
 
-TEST_F(PictureTest, AnotherFormatGetsItsOwnAlphaConvention) {
+/// Its own alpha convention; and no time of writing, which would make other bytes of the same
+/// picture each time.
+TEST_F(PictureTest, AnotherFormatGetsWhatItIsUsedTo) {
     TestPicture straight = MakePicture(48, 40, 4, TypeDesc::UINT8);
     DrawDisc(straight, {1, 0.5, 0, 0.4}, {0, 0.5, 1, 0.8});
     write("in.png", straight);
-    ASSERT_EQ(run("smooth --softness 0 -o out.exr in.png").status, 0);
+    for (const std::string name : {"out.exr", "out.tif", "out.tga", "out.dpx"}) {
+        ASSERT_EQ(run("smooth --softness 0 -o " + name + " in.png").status, 0) << name;
+        const std::string date = read(name).spec.get_string_attribute("DateTime");
+        EXPECT_EQ(date.find_first_of("0123456789"), std::string::npos) << name << ": " << date;
+    }
     ExpectError(run("smooth --softness 0 -o back.png out.exr"), 0, {"back.png", "linear"});
     EXPECT_EQ(FileText(path("back.png")).find("gAMA"), std::string::npos);
-    const TestPicture associated = read("out.exr");
-    const TestPicture back = read("back.png");
+    const TestPicture associated = read("out.exr"), back = read("back.png");
     ForEachSample(straight, [&](int x, int y, int c) {
         const double alpha = c < 3 ? Unit(straight, x, y, 3) : 1;
         EXPECT_NEAR(Unit(associated, x, y, c), Unit(straight, x, y, c) * alpha, 0.0003);
         EXPECT_NEAR(Unit(back, x, y, c), Unit(straight, x, y, c), 0.001);
     });
-}
-
-/// The time of writing would make other bytes of the same picture each time.
-TEST_F(PictureTest, FilesOfPicturesWithoutADateHaveNone) {
-    TestPicture picture = MakePicture(8, 8, 3, TypeDesc::UINT8);
-    write("in.png", picture);
-    for (const std::string name : {"out.exr", "out.tif", "out.tga", "out.dpx"}) {
-        ASSERT_EQ(run("smooth -o " + name + " in.png").status, 0) << name;
-        const std::string date = read(name).spec.get_string_attribute("DateTime");
-        EXPECT_EQ(date.find_first_of("0123456789"), std::string::npos) << name << ": " << date;
-    }
 }
 
 TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTheyAre) {

@@ -130,25 +130,23 @@ TYPED_TEST(KernelAgainstJudge, LongestSides) {
 /// run by hand.
 TEST(LargeImage, DISABLED_PassesTwoGigabytes) {
     constexpr int size = 24000, corner = 240;
-    const judge::Values values{.colorThreshold = 10, .softness = 100};
     Dice dice(2);
-    IndexPicture shapes(corner, corner);
     const IndexPicture inside = RandomShapes(corner / 2, corner / 2, dice);
+    IndexPicture small(corner, corner), large(size, size);
     for (int y = 0; y < inside.height; ++y)
-        for (int x = 0; x < inside.width; ++x)
-            shapes.set(x + corner / 2, y + corner / 2, inside.get(x, y));
-    const auto small = Paint(shapes, RandomPalette<judge::Pixel8>(values, dice));
-    judge::Picture<judge::Pixel8> large(size, size);
-    std::fill(large.pixels.begin(), large.pixels.end(), small.at(0, 0));
-    const auto rowSize = corner * sizeof(judge::Pixel8);
-    const auto place = [&](auto& picture, int y) {
-        return &picture.at(size - corner, size - corner + y);
-    };
-    for (int y = 0; y < corner; ++y) std::memcpy(place(large, y), &small.at(0, y), rowSize);
-    const auto expected = RunKernel(values, small, 1);
-    const auto result = RunKernel(values, large, 1, FastestForms());
+        for (int x = 0; x < inside.width; ++x) {
+            small.set(corner / 2 + x, corner / 2 + y, inside.get(x, y));
+            large.set(size - corner / 2 + x, size - corner / 2 + y, inside.get(x, y));
+        }
+    const judge::Values values{.colorThreshold = 10, .softness = 100};
+    const auto palette = RandomPalette<judge::Pixel8>(values, dice);
+    const auto expected = RunKernel(values, Paint(small, palette), 1);
+    const auto result = RunKernel(values, Paint(large, palette), 1, FastestForms());
     for (int y = 0; y < corner; ++y)
-        EXPECT_EQ(std::memcmp(place(result, y), &expected.at(0, y), rowSize), 0) << y;
+        EXPECT_EQ(std::memcmp(&result.at(size - corner, size - corner + y), &expected.at(0, y),
+                              corner * sizeof(judge::Pixel8)),
+                  0)
+            << y;
 }
 
 /// Runs, thin lines and staircases far longer than the random pictures hold.
