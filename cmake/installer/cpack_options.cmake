@@ -1,0 +1,4 @@
+# Read by CPack once for each generator.
+if(CPACK_GENERATOR STREQUAL NSIS)
+  set(CPACK_PACKAGE_FILE_NAME ${CPACK_PACKAGE_NAME}-${CPACK_PACKAGE_VERSION}-setup)
+endif()
