@@ -7,14 +7,14 @@
 
 namespace host_kit {
 
-struct WatchedHost : Host, private Observer {
+struct WatchedHost : Host, protected Observer {
     WatchedHost() { observer = this; }
 
     Accounts accounts;
     CallMonitor calls;
     bool watchesInputs = false;  ///< compares inputs before and after each command; slow
 
-  private:
+  protected:
     CallVerdict enter(HostCall call, A_long number, const char* name) override;
     void lend(const Loan& loan) override;
     void giveBack(LoanKind kind, const void* key, const CommandTag& by) override;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host_kit/books/watched_host.h"
+#include "host_kit/books/multi_frame_host.h"
 #include "host_kit/frame.h"
 #include "host_kit/module.h"
 #include "kernel/effect_values.h"
@@ -55,7 +55,7 @@ class Session {
 
     TempFolder folder;
     host_kit::Module module{copyModule()};
-    host_kit::WatchedHost host;
+    host_kit::MultiFrameHost host;
     host_kit::Effect effect{host, module.entryPoint()};
 
   private:
