@@ -102,7 +102,3 @@ ofx::Status ReadControls(ofx::Effect effect, double time, nevrel_settings& setti
     }
     return status;
 }
-
-bool ChangesNothing(const nevrel_settings& settings) {
-    return settings.softness == 0 && settings.color_key_enable == 0;
-}

@@ -9,6 +9,3 @@
 
 /// The values of an instance's parameters at a time, within their ranges.
 [[nodiscard]] ofx::Status ReadControls(ofx::Effect effect, double time, nevrel_settings& settings);
-
-/// Whether the result is the picture as it is.
-[[nodiscard]] bool ChangesNothing(const nevrel_settings& settings);

@@ -46,7 +46,7 @@ ofx::Status Describe(ofx::Effect effect, ofx::PropertySet /*inArgs*/,
     properties.set("OfxImageEffectPropSupportedContexts", filterContext, 0);
     properties.set("OfxImageEffectPropSupportedContexts", generalContext, 1);
     properties.set("OfxImageEffectPluginRenderThreadSafety", "OfxImageEffectRenderFullySafe");
-    // The result at one end of a picture depends on the other.
+    // Frames are smoothed whole: what a pixel becomes depends on pixels far away.
     properties.set("OfxImageEffectPluginPropHostFrameThreading", 0);
     properties.set("OfxImageEffectPropSupportsTiles", 0);
     for (std::size_t i = 0; i < depths.size(); ++i) {
@@ -125,7 +125,7 @@ ofx::Status IsIdentity(ofx::Effect effect, ofx::PropertySet inArgs, ofx::Propert
     ofx::Status status = arguments.status;
     if (status == ofx::ok) status = ReadControls(effect, time, settings);
     if (status != ofx::ok) return status;
-    if (!ChangesNothing(settings)) return ofx::replyDefault;
+    if (settings.softness != 0 || settings.color_key_enable != 0) return ofx::replyDefault;
     Properties answer{outArgs};
     answer.set("OfxPropName", "Source");
     return answer.status;
