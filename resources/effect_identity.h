@@ -14,8 +14,8 @@
    holds them against their parts. */
 #define NEVREL_OUT_FLAGS 0x6000030L
 
-/* NEVREL_MULTI_FRAME: for hosts from 2022 on, which render several frames at once. Flags, version of
-   the host's effect interface, and what the system's file manager tells people. */
+/* NEVREL_MULTI_FRAME: for hosts from 2022 on, which render several frames at once. Flags, version
+   of the host's effect interface, and what the system's file manager tells people. */
 #ifdef NEVREL_MULTI_FRAME
 #define NEVREL_OUT_FLAGS2 0x8801418L
 #define NEVREL_INTERFACE_MAJOR 13
