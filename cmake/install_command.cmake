@@ -36,6 +36,9 @@ lines keep their weight, flat paint keeps its value to the last bit.
 For pictures and sequences in PNG, TIFF, TGA, BMP, OpenEXR and DPX, on
 desktops and render farms.")
 set(CPACK_COMPONENTS_ALL command openfx)
+if(NEVREL_BUILD_FREI0R)
+  list(APPEND CPACK_COMPONENTS_ALL frei0r)
+endif()
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "fronts/control_fields.h"
 #include "fronts/openfx/host.h"
 
 namespace {
@@ -97,8 +98,7 @@ ofx::Status ReadControls(ofx::Effect effect, double time, nevrel_settings& setti
     ofx::Status status = suites.effects->getParamSet(effect, &set);
     for (std::size_t i = 0; status == ofx::ok && i < nevrel_control_count(); ++i) {
         const nevrel_control& control = *nevrel_control_at(i);
-        auto* bytes = reinterpret_cast<std::byte*>(&settings) + control.offset;
-        status = ReadControl(set, time, control, reinterpret_cast<std::int32_t*>(bytes));
+        status = ReadControl(set, time, control, FieldsOf(control, settings));
     }
     return status;
 }
