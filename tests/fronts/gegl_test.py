@@ -72,7 +72,8 @@ def in_gimp(folder):
     with open(f"{folder}/gimp/gimprc", "w") as settings:
         settings.write(f'(plug-in-path "{folder}/gimp/plug-ins")\n')
     run("gimp-console", "--no-interface", "--no-data", "--no-fonts", "--no-splash", "--batch", "(gimp-quit 1)",
-        env={**os.environ, "GIMP2_DIRECTORY": f"{folder}/gimp", "LD_DEBUG": "files", "LD_DEBUG_OUTPUT": f"{folder}/files"})
+        env={**os.environ, "GIMP2_DIRECTORY": f"{folder}/gimp", "LD_DEBUG": "files",
+             "LD_DEBUG_OUTPUT": f"{folder}/files"})
     loaded = [name for name in os.listdir(folder) if name.startswith("files.")
               and f"calling init: {OPERATION}" in open(f"{folder}/{name}", errors="replace").read()]
     assert loaded, "GIMP has not loaded the operation"

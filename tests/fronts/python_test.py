@@ -77,15 +77,11 @@ def errors():
     for exception, part, arguments, controls in [
             (TypeError, "int64", [array.astype("i8")], {}),
             (TypeError, ">u2", [array.astype(">u2")], {}),
-            (TypeError, "dtype('O')", [None], {}),
             (TypeError, "hardness", [array], {"hardness": 3}),
             (TypeError, "float", [array], {"softness": 0.5}),
             (TypeError, "uint16", [array], {"out": array.astype("u2")}),
-            (TypeError, "list", [array], {"out": [1]}),
             (ValueError, "(7, 4)", [array[0]], {}),
-            (ValueError, "(5, 7, 2)", [array[..., :2]], {}),
             (ValueError, "color_threshold must be from 1 to 255, not 0", [array], {"color_threshold": 0}),
-            (ValueError, "softness must be from 0 to 100, not 101", [array], {"softness": 101}),
             (ValueError, "bias", [array], {"bias": 1 << 80}),
             (ValueError, "key_color", [array], {"key_color": (1, 2)}),
             (ValueError, "key_color must be from 0 to 255", [array], {"key_color": (1, 2, 256)}),
@@ -108,8 +104,6 @@ def stubs():
     parameters = inspect.signature(nevrel.smooth).parameters
     assert list(parameters) == ["array", *written]
     assert written == {name: p.default for name, p in parameters.items() if name != "array"}
-    for text in ("shape (height, width, 3 or 4)", "int, 1 to 255", "three ints, 0 to 255"):
-        assert text in nevrel.smooth.__doc__
 
 
 def threads():
