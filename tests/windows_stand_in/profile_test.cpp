@@ -12,19 +12,21 @@
 #include <string>
 
 #include "tests/temp_folder.h"
-#include "windows_stand_in/windows_api.h"
+#include "windows_stand_in/system_text.h"
 
 namespace {
 
 constexpr int fallback = 77;
 
 int Read(const std::string& file) {
-    return static_cast<int>(
-        GetPrivateProfileInt(TEXT("defaults"), TEXT("Bias"), fallback, file.c_str()));
+    return static_cast<int>(GetPrivateProfileInt(TEXT("defaults"), TEXT("Bias"), fallback,
+                                                 FromSystemCodePage(file.c_str()).c_str()));
 }
 
 bool Write(const std::string& file, const char* value) {
-    return WritePrivateProfileString(TEXT("defaults"), TEXT("Bias"), value, file.c_str()) != 0;
+    return WritePrivateProfileString(TEXT("defaults"), TEXT("Bias"),
+                                     FromSystemCodePage(value).c_str(),
+                                     FromSystemCodePage(file.c_str()).c_str()) != 0;
 }
 
 TEST(Profile, ReadsIntegers) {
