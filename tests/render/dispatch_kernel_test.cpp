@@ -57,6 +57,7 @@ struct Stage {
 
 constexpr EffectValues smooth{10, 70, 0, 0, 0, 0, 0, 0, 0};
 constexpr EffectValues keyed{10, 70, 0, 1, 1, 2, 3, 0, 0};
+constexpr EffectValues leastSmooth{10, 1, 0, 0, 0, 0, 0, 0, 0};
 constexpr EffectValues copied{10, 0, 0, 0, 0, 0, 0, 0, 1};
 
 TEST(DispatchKernel, RefusesWhatItCannotRender) {
@@ -86,7 +87,9 @@ TEST(DispatchKernel, AsksForNoMoreThanItNeeds) {
                                                               std::to_string(mapStride / 4)}));
     }
     const std::pair<EffectValues, std::vector<std::string>> others[] = {
-        {copied, {kPFWorldTransformSuite}}, {keyed, {kPFWorldSuite, "4"}}};
+        {copied, {kPFWorldTransformSuite}},
+        {keyed, {kPFWorldSuite, "4"}},
+        {leastSmooth, {kPFWorldTransformSuite, kPFWorldSuite, "4"}}};
     for (const auto& [values, requests] : others) {
         Stage stage(9);
         EXPECT_EQ(stage.run(values), PF_Err_NONE);
