@@ -454,9 +454,12 @@ TEST_F(PictureTest, SettingsGoThroughFiles) {
     EXPECT_NE(read.output.find("Softness=7\nBias=4\nColorkeyEnable=0\nKeycolorR=1\n"),
               std::string::npos)
         << read.output;
-    WriteText(path("bad.ini"), "[ui]\nColorkeyGroup=9\n[defaults]\nbias=101\n");
-    ExpectError(run("smooth a.png -o b.png --settings bad.ini"), 2,
-                {"bad.ini:4: Bias is '101'", "0 to 100"});
+    for (const auto& [key, range] : {std::pair{"Bias", "0 to 100"}, {"KeycolorR", "0 to 255"}}) {
+        WriteText(path("bad.ini"),
+                  std::string("[ui]\nColorkeyGroup=9\n[defaults]\n") + key + "=256\n");
+        ExpectError(run("smooth a.png -o b.png --settings bad.ini"), 2,
+                    {std::string("bad.ini:4: ") + key + " is '256'", range});
+    }
 }
 
 }  // namespace

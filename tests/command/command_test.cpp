@@ -174,7 +174,8 @@ TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
     std::filesystem::create_directory(path("elsewhere"));
     std::filesystem::create_symlink("elsewhere/new.png", path("dangling.png"));
     std::filesystem::create_symlink("loop.png", path("loop.png"));
-    for (const std::string link : {"link.png", "dangling.png"}) {
+    std::filesystem::create_symlink("beside.png", path("elsewhere/link.png"));
+    for (const std::string link : {"link.png", "dangling.png", "elsewhere/link.png"}) {
         ASSERT_EQ(run("smooth in.png -o " + link).status, 0);
         EXPECT_TRUE(std::filesystem::is_symlink(path(link)));
     }
@@ -185,13 +186,26 @@ TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
     EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(),
               perms::owner_all | perms::others_write);
     EXPECT_EQ(ReadTestPicture(path("old.png")).spec.width, 120);
-    EXPECT_EQ(files("elsewhere"), std::vector<std::string>{"new.png"});
+    EXPECT_EQ(files("elsewhere"), (std::vector<std::string>{"beside.png", "link.png", "new.png"}));
 
     std::ofstream(path("old.png")) << "old";
     const auto before = files();
     ExpectError(run("smooth in.png -o old.png", "ulimit -f 1;"), 1, {"old.png"});
     EXPECT_EQ(FileText(path("old.png")), "old");
     EXPECT_EQ(files(), before);
+}
+
+/// In the last corner: 96 x 64 pixels, enlarged by eight, below the picture.
+TEST_F(CommandTest, AComparisonEnlargesASpot) {
+    WriteDisc(path("in.png"));
+    ASSERT_EQ(run("smooth in.png --softness 0 --compare look.png --at 119,89").status, 0);
+    const TestPicture in = ReadTestPicture(path("in.png")),
+                      look = ReadTestPicture(path("look.png"));
+    constexpr int gap = 8, spotWidth = 96 * 8, spotHeight = 64 * 8, top = gap + 90 + gap;
+    ASSERT_EQ(look.spec.width, 3 * gap + 2 * spotWidth);
+    ASSERT_EQ(look.spec.height, top + spotHeight + gap);
+    for (const int c : {0, 1, 2})
+        EXPECT_EQ(Unit(look, gap + spotWidth - 1, top + spotHeight - 1, c), Unit(in, 119, 89, c));
 }
 
 }  // namespace
