@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cassert>
+#include <cstddef>
 #include <cstdint>
 
 #include "host/suite_handler.h"
@@ -24,8 +25,11 @@ class MapWorld {
     /// lacks the suite.
     [[nodiscard]] PF_Err allocate(int width, int height) {
         assert(world_.data == nullptr && width > 0 && height > 0);
-        const auto pixelWidth =
-            static_cast<A_long>(EdgeMap::stride(width) / A_long{sizeof(PF_Pixel)});
+        // A byte for each pixel, and margins. The map is content with about half of it.
+        const A_long pixelWidth = (width + 5 + 3) / A_long{sizeof(PF_Pixel)};
+        assert(EdgeMap::byteCount(width, height) <= sizeof(PF_Pixel) *
+                                                        static_cast<std::size_t>(pixelWidth) *
+                                                        (static_cast<std::size_t>(height) + 2));
         const PF_Err err =
             suites_.get<PF_WorldSuite1>().new_world(effectRef_, pixelWidth, height + 2, 0, &world_);
         if (err != PF_Err_NONE) {

@@ -3,10 +3,8 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cstddef>
-#include <span>
 
 #include "kernel/blend/ramp.h"
 #include "kernel/pixels/color_key.h"
@@ -123,14 +121,16 @@ class ImagePair {
 
     /// Averages the output pixel with its direct neighbours in the input.
     void tipAverage(int x, int y, Weight tipWeight) const noexcept {
-        std::array<Pixel, 4> neighbours;
-        std::size_t count = 0;
-        if (x > 0) neighbours[count++] = source(x - 1, y);
-        if (x + 1 < width()) neighbours[count++] = source(x + 1, y);
-        if (y > 0) neighbours[count++] = source(x, y - 1);
-        if (y + 1 < height()) neighbours[count++] = source(x, y + 1);
-        Depth::tipAverage(output_.at(x, y), std::span<const Pixel>(neighbours.data(), count),
-                          tipWeight);
+        typename Depth::TipSums sums;
+        const auto share = Depth::tipShare(tipWeight);
+        for (const Offset next : {Offset{-1, 0}, Offset{1, 0}, Offset{0, -1}, Offset{0, 1}}) {
+            if (contains(x + next.dx, y + next.dy))
+                sums.add(source(x + next.dx, y + next.dy), share);
+        }
+        if (!(sums.weight > 0)) return;
+        Pixel& centre = output_.at(x, y);
+        sums.add(centre, Depth::tipShare(Depth::Weights::one));
+        Depth::setAverage(centre, sums);
     }
 
   private:

@@ -1,4 +1,4 @@
-// The edge map: one byte of edge flags a pixel, inside a border of clear bytes.
+// The edge map: four planes of one bit a pixel, inside a border of clear bits.
 #pragma once
 
 #include <cassert>
@@ -6,39 +6,38 @@
 #include <cstdint>
 #include <cstring>
 
-/// The byte of pixel (x, y) describes the 2 x 2 cell whose top-left pixel is (x, y):
+/// The flags of pixel (x, y) describe the 2 x 2 cell whose top-left pixel is (x, y). Each has a
+/// plane of its own.
 ///
 ///     (x, y)   | R |  (x+1, y)      R: these two differ      G: (x, y) and (x+1, y+1) differ
 ///     ----D----                     D: these two differ      A: (x+1, y) and (x, y+1) differ
 ///     (x, y+1)        (x+1, y+1)
-enum EdgeFlag : std::uint8_t {
-    EdgeRight = 1,
-    EdgeDown = 2,
-    EdgeDiagonal = 4,
-    EdgeAntiDiagonal = 8,
-};
+enum EdgeFlag : std::uint8_t { EdgeRight, EdgeDown, EdgeDiagonal, EdgeAntiDiagonal };
+inline constexpr int edgePlanes = 4;
 
-/// A view of the map's memory: (height + 2) rows of stride(width) bytes. The border answers reads
-/// just outside the image with "clear": a whole row above and below, four bytes before each row and
-/// at least one after it (reads further right land in the next row's left margin). Rows further
-/// above are not there and must not be asked for.
+/// A view of the map's memory: the rows of the image from top to bottom, each as its rows of the
+/// four planes, of planeBytes(width) bytes. Column x is bit x % 8 of byte x / 8. The border answers
+/// reads just outside the image with "clear": a whole row above and below, and between two rows of
+/// a plane at least as many columns as `margin` says. Rows further away are not there and must not
+/// be asked for.
 class EdgeMap {
   public:
-    static constexpr int leftMargin = 4;  // keeps the first byte of every row 4-byte aligned
+    static constexpr int margin = 4;
 
-    /// Bytes from one row to the next for an image of this width.
-    [[nodiscard]] static std::ptrdiff_t stride(int width) {
-        return (std::ptrdiff_t{width} + 5 + 3) & ~std::ptrdiff_t{3};
+    /// Bytes of one row of a plane.
+    [[nodiscard]] static std::ptrdiff_t planeBytes(int width) {
+        return (std::ptrdiff_t{width} + margin + 7) / 8;
     }
 
     /// Bytes of the whole map.
     [[nodiscard]] static std::size_t byteCount(int width, int height) {
-        return static_cast<std::size_t>(stride(width)) * (static_cast<std::size_t>(height) + 2);
+        const std::size_t rows = static_cast<std::size_t>(height) + 2;
+        return ends + edgePlanes * static_cast<std::size_t>(planeBytes(width)) * rows + ends;
     }
 
     EdgeMap(std::uint8_t* memory, int width, int height)
-        : origin_(memory + stride(width) + leftMargin),
-          stride_(stride(width)),
+        : origin_(memory + ends + edgePlanes * planeBytes(width)),
+          planeBytes_(planeBytes(width)),
           width_(width),
           height_(height) {
         assert(memory != nullptr && width > 0 && height > 0);
@@ -46,45 +45,50 @@ class EdgeMap {
 
     [[nodiscard]] int width() const { return width_; }
     [[nodiscard]] int height() const { return height_; }
-    [[nodiscard]] std::ptrdiff_t stride() const { return stride_; }
+    [[nodiscard]] std::ptrdiff_t planeBytes() const { return planeBytes_; }
+    [[nodiscard]] std::ptrdiff_t stride() const { return edgePlanes * planeBytes_; }
 
     /// The first byte of a row, from -1 (the border above) to height (the border below).
     [[nodiscard]] std::uint8_t* row(int y) const {
         assert(y >= -1 && y <= height_);
-        return origin_ + y * stride_;
+        return origin_ + y * stride();
+    }
+
+    /// The columns from x on of a row of a plane; x is a multiple of 8.
+    [[nodiscard]] const std::uint8_t* columns(EdgeFlag flag, int x, int y) const {
+        assert(x % 8 == 0);
+        return row(y) + flag * planeBytes_ + x / 8;
     }
 
     /// Behind the last byte of the map.
-    [[nodiscard]] const std::uint8_t* end() const { return row(height_) - leftMargin + stride_; }
+    [[nodiscard]] const std::uint8_t* end() const { return row(height_) + stride() + ends; }
 
-    /// Clears the row above (-1) or below (height) the image.
-    void clearBorderRow(int y) const {
-        assert(y == -1 || y == height_);
-        std::memset(row(y) - leftMargin, 0, static_cast<std::size_t>(stride_));
+    void clearRow(int y) const { std::memset(row(y), 0, static_cast<std::size_t>(stride())); }
+
+    /// Sets the flag of a pixel of the image.
+    void set(EdgeFlag flag, int x, int y) const {
+        assert(x >= 0 && x < width_ && y >= 0 && y < height_);
+        std::uint8_t& byte = row(y)[flag * planeBytes_ + x / 8];
+        byte = static_cast<std::uint8_t>(byte | 1U << x % 8);
     }
 
-    /// Clears the bytes before and after a row of the image.
-    void clearMargins(int y) const {
-        assert(y >= 0 && y < height_);
-        std::memset(row(y) - leftMargin, 0, leftMargin);
-        for (std::uint8_t* byte = row(y) + width_; byte < row(y) - leftMargin + stride_; ++byte)
-            *byte = 0;
+    /// The flag of a pixel of the image or its border.
+    [[nodiscard]] bool has(EdgeFlag flag, int x, int y) const {
+        assert(x >= -margin && x < width_ + margin);
+        return (row(y)[flag * planeBytes_ + (x >> 3)] >> (x & 7) & 1) != 0;
     }
 
-    /// The flags at a position of the image or its border.
-    [[nodiscard]] std::uint8_t flags(int x, int y) const {
-        assert(x >= -leftMargin && x < stride_ - (y < height_ ? 0 : leftMargin));
-        return row(y)[x];
-    }
-
-    [[nodiscard]] bool R(int x, int y) const { return (flags(x, y) & EdgeRight) != 0; }
-    [[nodiscard]] bool D(int x, int y) const { return (flags(x, y) & EdgeDown) != 0; }
-    [[nodiscard]] bool G(int x, int y) const { return (flags(x, y) & EdgeDiagonal) != 0; }
-    [[nodiscard]] bool A(int x, int y) const { return (flags(x, y) & EdgeAntiDiagonal) != 0; }
+    [[nodiscard]] bool R(int x, int y) const { return has(EdgeRight, x, y); }
+    [[nodiscard]] bool D(int x, int y) const { return has(EdgeDown, x, y); }
+    [[nodiscard]] bool G(int x, int y) const { return has(EdgeDiagonal, x, y); }
+    [[nodiscard]] bool A(int x, int y) const { return has(EdgeAntiDiagonal, x, y); }
 
   private:
+    // Bytes at both ends, so that words may begin and end outside of the rows.
+    static constexpr int ends = 4;
+
     std::uint8_t* origin_;
-    std::ptrdiff_t stride_;
+    std::ptrdiff_t planeBytes_;
     int width_;
     int height_;
 };
@@ -102,20 +106,25 @@ struct Truth {
 /// The flags around one pixel, for walks that stay inside the map.
 class FlagsAround {
   public:
-    FlagsAround(const EdgeMap& map, int x, int y) : at_(map.row(y) + x), stride_(map.stride()) {}
+    FlagsAround(const EdgeMap& map, int x, int y)
+        : row_(map.row(y)), planeBytes_(map.planeBytes()), x_(x) {}
 
     [[nodiscard]] Truth test(int dx, int dy, EdgeFlag flag) const {
-        return {(at_[dy * stride_ + dx] & flag) != 0};
+        const int x = x_ + dx;
+        const std::ptrdiff_t plane = std::ptrdiff_t{dy} * edgePlanes + flag;
+        return {(row_[plane * planeBytes_ + (x >> 3)] >> (x & 7) & 1) != 0};
     }
 
     /// The same around another pixel.
     [[nodiscard]] FlagsAround moved(int dx, int dy) const {
-        return {at_ + dy * stride_ + dx, stride_};
+        return {row_ + std::ptrdiff_t{dy} * edgePlanes * planeBytes_, planeBytes_, x_ + dx};
     }
 
   private:
-    FlagsAround(const std::uint8_t* at, std::ptrdiff_t stride) : at_(at), stride_(stride) {}
+    FlagsAround(const std::uint8_t* row, std::ptrdiff_t planeBytes, int x)
+        : row_(row), planeBytes_(planeBytes), x_(x) {}
 
-    const std::uint8_t* at_;
-    std::ptrdiff_t stride_;
+    const std::uint8_t* row_;  // of the first plane
+    std::ptrdiff_t planeBytes_;
+    int x_;
 };

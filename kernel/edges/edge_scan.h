@@ -1,108 +1,113 @@
 // Edge detection: compares every pixel with its neighbours and fills the edge map.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "kernel/edges/edge_map.h"
 #include "kernel/pixels/image_view.h"
 #include "kernel/pixels/pixel.h"
 
-/// The four flags of the cell at (x, y), tested against the depth's edge threshold.
-template <typename Depth>
-class CellTests {
-    using Pixel = typename Depth::Pixel;
+/// Cells of a row that are tested together; a multiple of the four columns whose diagonals depend
+/// on each other.
+inline constexpr int cellsAtOnce = 16;
 
-  public:
-    CellTests(const Depth& depth, const Pixel* row, const Pixel* below)
-        : depth_(depth), row_(row), below_(below) {}
-
-    /// EdgeRight and EdgeDown.
-    [[nodiscard]] unsigned straight(int x) const {
-        return flag(EdgeRight, row_[x], row_[x + 1]) | flag(EdgeDown, row_[x], below_[x]);
-    }
-
-    /// EdgeDiagonal and EdgeAntiDiagonal.
-    [[nodiscard]] unsigned diagonal(int x) const {
-        return flag(EdgeDiagonal, row_[x], below_[x + 1]) |
-               flag(EdgeAntiDiagonal, row_[x + 1], below_[x]);
-    }
-
-  private:
-    [[nodiscard]] unsigned flag(unsigned bit, const Pixel& p, const Pixel& q) const {
-        return depth_.isEdge(p, q) ? bit : 0U;
-    }
-
-    const Depth& depth_;
-    const Pixel* row_;
-    const Pixel* below_;
+/// The flags of such cells, one bit each, by plane.
+struct CellBits {
+    std::uint32_t of[edgePlanes];
 };
 
-/// Scans the cells of one row that has a row below it. Columns go in groups of four, in which a
-/// column's diagonals are tested only once a straight edge has been found no further right than the
-/// column after it; the last column of a group and the columns past the last whole group always
-/// have theirs tested.
-template <typename Depth>
-void ScanCells(const CellTests<Depth>& cell, std::uint8_t* flags, int width) {
-    const int grouped = (width - 1) & ~3;
-    for (int x = 0; x < grouped; x += 4) {
-        unsigned found = cell.straight(x);
-        unsigned ahead[4] = {found, 0, 0, 0};
-        for (int k = 0; k < 3; ++k) {
-            ahead[k + 1] = cell.straight(x + k + 1);
-            found |= ahead[k + 1];
-            if (found != 0) ahead[k] |= cell.diagonal(x + k);
-        }
-        ahead[3] |= cell.diagonal(x + 3);
-        for (int k = 0; k < 4; ++k) flags[x + k] = static_cast<std::uint8_t>(ahead[k]);
+/// Which of `count` cells have their diagonals tested: in a group of four those from the first
+/// straight edge on, as seen one cell ahead, and the last cell. Those behind the last whole group
+/// all have.
+[[nodiscard]] constexpr std::uint32_t TestedDiagonals(std::uint32_t straight, int count) {
+    constexpr std::uint32_t everyFourth = 0x11111111;
+    const std::uint32_t ungrouped = ~0U << (count & ~3);
+    const std::uint32_t first = straight | straight >> 1;
+    const std::uint32_t second = first | straight << 1;
+    const std::uint32_t third = second | straight << 2;
+    return ungrouped | (first & everyFourth) | (second & everyFourth << 1) |
+           (third & everyFourth << 2) | everyFourth << 3;
+}
+
+/// Writes the flags of cells from column x on, a multiple of 8, into a row of the map.
+inline void StoreCells(const CellBits& cells, int x, int count, std::uint8_t* row,
+                       std::ptrdiff_t planeBytes) {
+    for (const std::uint32_t plane : cells.of) {
+        std::memcpy(row + x / 8, &plane, static_cast<std::size_t>(count + 7) / 8);
+        row += planeBytes;
     }
-    for (int x = grouped; x < width - 1; ++x) {
-        flags[x] = static_cast<std::uint8_t>(cell.straight(x) | cell.diagonal(x));
+}
+
+/// Tests `count` cells of a row one by one.
+template <typename Depth, typename Pixel = typename Depth::Pixel>
+CellBits TestCells(const Depth& depth, const Pixel* row, const Pixel* below, int count) {
+    CellBits cells{};
+    const auto test = [&](EdgeFlag flag, int i, const Pixel& p, const Pixel& q) {
+        cells.of[flag] |= std::uint32_t{depth.isEdge(p, q)} << i;
+    };
+    for (int i = 0; i < count; ++i) {
+        test(EdgeRight, i, row[i], row[i + 1]);
+        test(EdgeDown, i, row[i], below[i]);
     }
+    std::uint32_t tested =
+        ((1U << count) - 1) & TestedDiagonals(cells.of[EdgeRight] | cells.of[EdgeDown], count);
+    for (; tested != 0; tested &= tested - 1) {
+        const int i = std::countr_zero(tested);
+        test(EdgeDiagonal, i, row[i], below[i + 1]);
+        test(EdgeAntiDiagonal, i, row[i + 1], below[i]);
+    }
+    return cells;
 }
 
 /// An edge threshold in the range of a pixel type.
 template <typename Pixel>
 using ThresholdOf = std::conditional_t<std::is_same_v<Pixel, PixelFloat>, float, std::int32_t>;
 
-/// A form of the scan of one row: the cells (0, y) to (width - 2, y), width >= smallestScan. The
-/// threshold is not negative. May also clear up to 31 bytes behind them.
+/// A form of the scan of a row that has a row below it, of cellsAtOnce cells or more. The threshold
+/// is not negative, the row of the map clear.
 template <typename Pixel>
-using ScanRow = void(const Pixel* row, const Pixel* below, int width, ThresholdOf<Pixel> threshold,
-                     std::uint8_t* flags);
-inline constexpr int smallestScan = 33;
+using ScanRow = void(const Pixel* row, const Pixel* below, int cells, ThresholdOf<Pixel> threshold,
+                     std::uint8_t* flags, std::ptrdiff_t planeBytes);
 
-/// The flags of the last row, which has no row below: EdgeRight only.
-template <typename Depth>
-void ScanLastRow(const Depth& depth, const typename Depth::Pixel* row, std::uint8_t* flags,
-                 int width) {
-    for (int x = 0; x < width - 1; ++x) flags[x] = depth.isEdge(row[x], row[x + 1]) ? EdgeRight : 0;
-    flags[width - 1] = 0;
+/// The same for any row, cell by cell.
+template <typename Depth, typename Pixel = typename Depth::Pixel>
+void ScanCells(const Depth& depth, const Pixel* row, const Pixel* below, int cells,
+               std::uint8_t* flags, std::ptrdiff_t planeBytes) {
+    for (int x = 0; x < cells; x += cellsAtOnce) {
+        const int count = std::min(cells - x, cellsAtOnce);
+        StoreCells(TestCells(depth, row + x, below + x, count), x, count, flags, planeBytes);
+    }
 }
 
-/// Fills the map with the edges of a non-empty image. Every byte of the map's memory is written,
-/// once. The last column gets only EdgeDown flags. `scanRow` may be null.
+/// Fills the map with the edges of a non-empty image. Every byte of the map's rows is written. In
+/// the last row there is EdgeRight only, in the last column EdgeDown. `scanRow` may be null.
 template <typename Depth, typename Pixel = typename Depth::Pixel>
 void ScanEdges(const Depth& depth, const ImageView<const Pixel>& image, const EdgeMap& map,
                ScanRow<Pixel>* scanRow) {
     assert(!image.isEmpty() && map.width() == image.width() && map.height() == image.height());
     const int lastRow = image.height() - 1;
-    const int lastColumn = image.width() - 1;
-    if (image.width() < smallestScan || !(depth.edgeThreshold() >= 0)) scanRow = nullptr;
-    map.clearBorderRow(-1);
+    const int cells = image.width() - 1;
+    if (cells < cellsAtOnce || !(depth.edgeThreshold() >= 0)) scanRow = nullptr;
+    map.clearRow(-1);
     for (int y = 0; y < lastRow; ++y) {
         const Pixel* row = image.row(y);
         const Pixel* below = image.row(y + 1);
+        map.clearRow(y);
         if (scanRow != nullptr) {
-            scanRow(row, below, image.width(), depth.edgeThreshold(), map.row(y));
+            scanRow(row, below, cells, depth.edgeThreshold(), map.row(y), map.planeBytes());
         } else {
-            ScanCells(CellTests<Depth>(depth, row, below), map.row(y), image.width());
+            ScanCells(depth, row, below, cells, map.row(y), map.planeBytes());
         }
-        map.row(y)[lastColumn] = depth.isEdge(row[lastColumn], below[lastColumn]) ? EdgeDown : 0;
-        map.clearMargins(y);
+        if (depth.isEdge(row[cells], below[cells])) map.set(EdgeDown, cells, y);
     }
-    ScanLastRow(depth, image.row(lastRow), map.row(lastRow), image.width());
-    map.clearMargins(lastRow);
-    map.clearBorderRow(image.height());
+    map.clearRow(lastRow);
+    const Pixel* row = image.row(lastRow);
+    for (int x = 0; x < cells; ++x)
+        if (depth.isEdge(row[x], row[x + 1])) map.set(EdgeRight, x, lastRow);
+    map.clearRow(image.height());
 }

@@ -34,16 +34,11 @@ class SmoothingPass {
     }
 
     void run() noexcept {
-        const MapMemory memory{map_.row(0) - EdgeMap::leftMargin,
-                               map_.stride(),
-                               map_.end(),
-                               map_.width(),
-                               map_.height(),
-                               watch_};
+        const SearchedMap searched{map_, watch_};
         Windows windows;
         StepList list;
         for (int x = 0, y = 0; y < map_.height();) {
-            findWindows_(memory, x, y, windows);
+            findWindows_(searched, x, y, windows);
             list.list(windows, map_.width());
             if (list.size() < mostScattered) prefetch(windows, list);
             for (int i = 0; i < list.size(); ++i) takeStep(windows, list, i);

@@ -18,14 +18,14 @@ struct WatchedSearch {
     }
 
   private:
-    static void findWindows(const MapMemory& map, int& x, int& y, Windows& windows) {
+    static void findWindows(const SearchedMap& map, int& x, int& y, Windows& windows) {
         WatchedSearch& self = *map.watch;
         if (y >= self.due) {
             self.due = y + Progress::band;
             self.ended = !self.progress.goOn(self.progress.context, y);
         }
         if (!self.ended) return self.find(map, x, y, windows);
-        y = map.height;
+        y = map.edges.height();
         windows.count = 0;
     }
 };

@@ -1,6 +1,7 @@
 // Windows: stretches of rows that are decided on at once, with what the patterns find there.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cstddef>
@@ -17,7 +18,7 @@
 /// patterns to look at.
 struct Windows {
     static constexpr int columns = 64;
-    static constexpr int margin = EdgeMap::leftMargin;
+    static constexpr int margin = 8;
     static constexpr int pixels = columns - 2 * margin;
 
     int count;
@@ -34,73 +35,52 @@ struct Windows {
 
 struct WatchedSearch;
 
-/// The memory of an edge map.
-struct MapMemory {
-    const std::uint8_t* flags;  ///< of row 0, column -Windows::margin
-    std::ptrdiff_t stride;      ///< bytes from row to row
-    const std::uint8_t* end;    ///< behind the last byte of the map
-    int width;
-    int height;
+/// What is searched.
+struct SearchedMap {
+    const EdgeMap& edges;
     WatchedSearch* watch = nullptr;  ///< when it is that search that is asked
 };
 
-/// A form of the search: finds the next windows with straight edges, row by row from (x, y) on, and
-/// what the patterns find in them. Moves (x, y) on behind them; y is the map's height when it is
-/// done.
-using FindWindows = void(const MapMemory& map, int& x, int& y, Windows& windows);
+/// A form of the search: finds the next windows in which there may be something to do, row by row
+/// from (x, y) on, and what the patterns find in them. Moves (x, y) on behind them, x being a
+/// multiple of 8; y is the map's height when it is done.
+using FindWindows = void(const SearchedMap& map, int& x, int& y, Windows& windows);
 
-/// The flags of windows and their surroundings as bit planes. Vectors names the instructions of one
-/// set; see PlainVectors for those that are needed here.
-template <typename Vectors>
+/// The flags of windows and their surroundings.
 class WindowPlanes {
   public:
     static constexpr int reach = 4;  // rows above and below that the patterns look at
 
     /// Reads the rows around a window. Rows outside the image are clear.
-    void load(int window, const MapMemory& map, int x, int y) {
-        assert(window < PixelSet::windows && x < map.width && y < map.height);
+    void load(int window, const EdgeMap& map, int x, int y) {
+        assert(window < PixelSet::windows && x < map.width() && y < map.height());
+        const std::ptrdiff_t planeBytes = map.planeBytes();
         for (int dy = -reach; dy <= reach; ++dy) {
-            Planes& planes = planes_[dy + reach];
-            if (y + dy < 0 || y + dy >= map.height) {
+            auto& planes = planes_[dy + reach];
+            if (y + dy < 0 || y + dy >= map.height()) {
                 for (auto& plane : planes) plane[window] = 0;
                 continue;
             }
-            const std::uint8_t* flags = map.flags + (y + dy) * map.stride + x;
-            if (map.end - flags >= Windows::columns) {
-                split(flags, planes, window);
-            } else {
-                std::uint8_t padded[Windows::columns] = {};
-                std::memcpy(padded, flags, static_cast<std::size_t>(map.end - flags));
-                split(padded, planes, window);
-            }
+            const std::uint8_t* columns = map.columns(EdgeRight, x, y + dy) - Windows::margin / 8;
+            for (int plane = 0; plane < edgePlanes; ++plane, columns += planeBytes)
+                std::memcpy(&planes[plane][window], columns, sizeof planes[plane][window]);
         }
     }
 
     /// The words from `window` on.
-    [[nodiscard]] const std::uint64_t* plane(int dy, int flag, int window) const {
+    [[nodiscard]] const std::uint64_t* plane(int dy, EdgeFlag flag, int window) const {
         assert(dy >= -reach && dy <= reach);
         return planes_[dy + reach][flag] + window;
     }
 
   private:
-    using Planes = std::uint64_t[4][PixelSet::windows];
+    static_assert(std::endian::native == std::endian::little);
 
-    static void split(const std::uint8_t* flags, Planes& planes, int window) {
-        std::uint64_t plane[4] = {};
-        for (int i = 0; i < Windows::columns; i += Vectors::bytes) {
-            const auto part = Vectors::load(flags + i);
-            plane[0] |= Vectors::template bitsOf<0>(part) << i;
-            plane[1] |= Vectors::template bitsOf<1>(part) << i;
-            plane[2] |= Vectors::template bitsOf<2>(part) << i;
-            plane[3] |= Vectors::template bitsOf<3>(part) << i;
-        }
-        for (int flag = 0; flag < 4; ++flag) planes[flag][window] = plane[flag];
-    }
-
-    Planes planes_[reach + 1 + reach];
+    std::uint64_t planes_[reach + 1 + reach][edgePlanes][PixelSet::windows];
 };
 
-/// As many windows as a vector has 64-bit lanes, as flags for the patterns.
+/// As many windows as a vector has 64-bit lanes, as flags for the patterns. Vectors names the
+/// instructions of one set; see PlainVectors for those that are needed here.
 template <typename Vectors>
 class WindowFlags {
   public:
@@ -114,24 +94,19 @@ class WindowFlags {
         friend Mask operator~(Mask a) { return {Vectors::bitXor(a.bits, Vectors::fill(-1))}; }
     };
 
-    WindowFlags(const WindowPlanes<Vectors>& planes, int window)
-        : planes_(planes), window_(window) {}
+    WindowFlags(const WindowPlanes& planes, int window) : planes_(planes), window_(window) {}
 
     static void store(Mask mask, std::uint64_t* words) { Vectors::store(words, mask.bits); }
 
     // Bit i of a plane stands for column i, so the flag dx columns on is dx bits up.
     [[nodiscard]] Mask test(int dx, int dy, EdgeFlag flag) const {
-        assert(dx >= -Windows::margin && dx <= Windows::margin);
-        const int index = flag == EdgeRight      ? 0
-                          : flag == EdgeDown     ? 1
-                          : flag == EdgeDiagonal ? 2
-                                                 : 3;
-        const auto plane = Vectors::load(planes_.plane(dy, index, window_));
+        assert(dx >= -EdgeMap::margin && dx <= EdgeMap::margin);
+        const auto plane = Vectors::load(planes_.plane(dy, flag, window_));
         return {dx < 0 ? Vectors::shiftLeft64(plane, -dx) : Vectors::shiftRight64(plane, dx)};
     }
 
   private:
-    const WindowPlanes<Vectors>& planes_;
+    const WindowPlanes& planes_;
     int window_;
 };
 
@@ -147,34 +122,74 @@ void PrefetchFarAhead(const void* at) {
         Vectors::prefetch(reinterpret_cast<const char*>(ahead + static_cast<std::uintptr_t>(i)));
 }
 
+/// The vector that begins at `at`, with zeros from `end` on.
 template <typename Vectors>
-bool HasStraightEdges(const std::uint8_t* flags) {
-    auto all = Vectors::zero();
-    for (int i = 0; i < Windows::columns; i += Vectors::bytes)
-        all = Vectors::bitOr(all, Vectors::load(flags + i));
-    return !Vectors::isZero(Vectors::bitAnd(all, Vectors::fill(0x03030303)));
+auto LoadPart(const std::uint8_t* at, const std::uint8_t* end) {
+    std::uint8_t padded[Vectors::bytes] = {};
+    std::memcpy(padded, at, std::min(sizeof padded, static_cast<std::size_t>(end - at)));
+    return Vectors::load(padded);
+}
+
+/// Where there may be something to do: at a piece near one of the other direction, or at a vertical
+/// one that a corner can be blended across. Bit i stands for the eight pixels from x + 8 * i on.
+template <typename Vectors>
+std::uint64_t FindCandidates(const EdgeMap& map, int x, int y) {
+    const auto load = [&](EdgeFlag flag, int dy) {
+        const std::uint8_t* at = map.columns(flag, x, std::max(y + dy, -1));
+        if (map.end() - at >= std::ptrdiff_t{Vectors::bytes}) return Vectors::load(at);
+        return LoadPart<Vectors>(at, map.end());
+    };
+    const auto either = [](auto a, auto b) { return Vectors::bitOr(a, b); };
+    const auto both = [](auto a, auto b) { return Vectors::bitAnd(a, b); };
+    const auto right = load(EdgeRight, 0);
+    const auto down = load(EdgeDown, 0);
+    if (Vectors::isZero(either(right, down))) return 0;
+    const auto downNear =
+        either(either(load(EdgeDown, -2), load(EdgeDown, -1)), either(down, load(EdgeDown, 1)));
+    const auto rightNear = either(either(load(EdgeRight, -1), right), load(EdgeRight, 1));
+    const auto diagonals = both(either(load(EdgeDiagonal, -1), load(EdgeDiagonal, 0)),
+                                either(load(EdgeAntiDiagonal, -1), load(EdgeAntiDiagonal, 0)));
+    // Columns that are moved in from another word may be anything.
+    const auto ends = Vectors::fill64(0x8000'0000'0000'0003);
+    const auto wide = [&](auto plane) {
+        return either(either(plane, ends), Vectors::shiftLeft64(plane, 1));
+    };
+    const auto besideRight = either(wide(downNear), Vectors::shiftRight64(downNear, 1));
+    const auto besideDown = either(wide(rightNear), Vectors::shiftLeft64(rightNear, 2));
+    const auto straight = Vectors::bitXor(diagonals, Vectors::fill(-1));
+    return Vectors::nonZeroBytes(
+        either(both(right, either(besideRight, straight)), both(down, besideDown)));
 }
 
 /// The search, written once for every instruction set.
 template <typename Vectors>
-void FindWindowsWith(const MapMemory& map, int& x, int& y, Windows& windows) {
-    assert(x >= 0 && y >= 0 && x % Windows::pixels == 0);
-    WindowPlanes<Vectors> planes;
-    int count = 0;
-    for (; y < map.height && count < PixelSet::windows; x = 0, ++y) {
-        const std::uint8_t* row = map.flags + y * map.stride;
-        for (; x < map.width && count < PixelSet::windows; x += Windows::pixels) {
-            const std::uint8_t* flags = row + x;
-            PrefetchFarAhead<Vectors, Windows::pixels>(flags);
-            if (map.end - flags >= Windows::columns && !HasStraightEdges<Vectors>(flags)) continue;
-            windows.x[count] = x;
-            windows.y[count] = y;
-            planes.load(count++, map, x, y);
+void FindWindowsWith(const SearchedMap& searched, int& x, int& y, Windows& windows) {
+    const EdgeMap& map = searched.edges;
+    WindowPlanes planes;
+    windows.count = 0;
+    while (y < map.height() && windows.count < PixelSet::windows) {
+        const int first = x;
+        std::uint64_t candidates = FindCandidates<Vectors>(map, x, y);
+        x += 8 * Vectors::bytes;
+        while (candidates != 0) {
+            const int column = first + 8 * std::countr_zero(candidates);
+            if (column >= map.width()) break;
+            if (windows.count == PixelSet::windows) {
+                x = column;
+                break;
+            }
+            windows.x[windows.count] = column;
+            windows.y[windows.count] = y;
+            planes.load(windows.count++, map, column, y);
+            const int behind = column + Windows::pixels;
+            x = std::max(x, behind);
+            candidates &= behind < x ? ~std::uint64_t{0} << (behind - first) / 8 : 0;
         }
-        if (x < map.width) break;
+        if (x < map.width()) continue;
+        x = 0;
+        ++y;
     }
-    windows.count = count;
-    for (int window = 0; window < count; window += WindowFlags<Vectors>::windows)
+    for (int window = 0; window < windows.count; window += WindowFlags<Vectors>::windows)
         PatternFinder(WindowFlags<Vectors>(planes, window)).find(windows.found, window);
 }
 
@@ -194,6 +209,7 @@ struct PlainVectors {
     static Vector fill(std::int32_t v) {
         return std::uint64_t{static_cast<std::uint32_t>(v)} * 0x1'0000'0001;
     }
+    static Vector fill64(std::uint64_t v) { return v; }
     static bool isZero(Vector v) { return v == 0; }
     static Vector bitAnd(Vector a, Vector b) { return a & b; }
     static Vector bitOr(Vector a, Vector b) { return a | b; }
@@ -201,11 +217,10 @@ struct PlainVectors {
     static Vector shiftLeft64(Vector v, int count) { return v << count; }
     static Vector shiftRight64(Vector v, int count) { return v >> count; }
 
-    /// Bit `flag` of each byte, the first byte's lowest. The product moves the bit of byte i to bit
-    /// 56 + i.
-    template <int flag>
-    static std::uint64_t bitsOf(Vector v) {
-        static_assert(std::endian::native == std::endian::little);
-        return (v >> flag & 0x0101'0101'0101'0101) * 0x0102'0408'1020'4080 >> 56;
+    /// Bit i is set where byte i is not zero. The product moves the lowest bit of byte i to bit 56
+    /// + i.
+    static std::uint64_t nonZeroBytes(Vector v) {
+        constexpr Vector low = 0x7F7F'7F7F'7F7F'7F7F;
+        return ((((v & low) + low) | v) >> 7 & 0x0101'0101'0101'0101) * 0x0102'0408'1020'4080 >> 56;
     }
 };

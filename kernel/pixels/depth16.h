@@ -1,8 +1,6 @@
 // The 16-bit depth: channels run from 0 to 32768.
 #pragma once
 
-#include <span>
-
 #include "kernel/effect_values.h"
 #include "kernel/pixels/integer_pixels.h"
 #include "kernel/pixels/tip_average.h"
@@ -16,14 +14,13 @@ class Depth16 : public IntegerDepth<Pixel16> {
   public:
     explicit Depth16(const EffectValues& values) : IntegerDepth(Scale16(values.colorThreshold)) {}
 
-    /// Replaces the centre by its average with its neighbours, weighted by alpha.
-    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
-                           std::int32_t tipWeight) noexcept {
-        FloatTipSums sums;
-        for (const Pixel& neighbour : neighbours)
-            sums.add(neighbour, static_cast<float>(tipWeight) / 65535.0F);
-        if (!(sums.weight > 0.0F)) return;
-        sums.add(centre, 1.0F);
+    using TipSums = FloatTipSums;
+    [[nodiscard]] static float tipShare(std::int32_t tipWeight) {
+        return static_cast<float>(tipWeight) / 65535.0F;
+    }
+
+    /// Makes a pixel the average of those that were summed up, itself among them.
+    NEVREL_ALWAYS_INLINE static void setAverage(Pixel& centre, const TipSums& sums) noexcept {
         centre.alpha = toChannel((sums.weight * 0.5F + sums.alpha) / sums.weight);
         if (sums.alpha == 0.0F) return;
         const float rounding = sums.alpha * 0.5F;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <bit>
-#include <span>
 
 #include "kernel/effect_values.h"
 #include "kernel/pixels/integer_pixels.h"
@@ -12,20 +11,17 @@ class Depth8 : public IntegerDepth<Pixel8> {
   public:
     explicit Depth8(const EffectValues& values) : IntegerDepth(values.colorThreshold) {}
 
-    /// Replaces the centre by its average with its neighbours, weighted by alpha, in 16.16 fixed
-    /// point.
-    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
-                           std::int32_t tipWeight) noexcept {
-        FixedTipSums sums;
-        for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
-        if (sums.weight <= 0) return;
-        sums.add(centre, Weights::one);
-        centre.alpha = static_cast<std::uint8_t>(((sums.weight >> 1) + sums.alpha) / sums.weight);
+    using TipSums = FixedTipSums;
+    [[nodiscard]] static std::int64_t tipShare(std::int32_t tipWeight) { return tipWeight; }
+
+    /// Makes a pixel the average of those that were summed up, itself among them.
+    static void setAverage(Pixel& centre, const TipSums& sums) noexcept {
+        centre.alpha = roundedQuotient(sums.alpha, sums.weight);
         const std::int64_t alpha = sums.alpha >> 16;
         if (alpha == 0) return;
-        centre.red = static_cast<std::uint8_t>((sums.red + (alpha >> 1)) / alpha);
-        centre.green = static_cast<std::uint8_t>((sums.green + (alpha >> 1)) / alpha);
-        centre.blue = static_cast<std::uint8_t>((sums.blue + (alpha >> 1)) / alpha);
+        centre.red = roundedQuotient(sums.red, alpha);
+        centre.green = roundedQuotient(sums.green, alpha);
+        centre.blue = roundedQuotient(sums.blue, alpha);
     }
 
     /// The colour key in 8-bit channels.
@@ -54,4 +50,14 @@ class Depth8 : public IntegerDepth<Pixel8> {
         IntegerKey key_;
         Pixel exact_;
     };
+
+  private:
+    // Of sums below 2^52: the quotient in double precision, which takes less time, then has the
+    // same integer part.
+    [[nodiscard]] static std::uint8_t roundedQuotient(std::int64_t sum,
+                                                      std::int64_t divisor) noexcept {
+        const auto dividend = static_cast<double>(sum + (divisor >> 1));
+        return static_cast<std::uint8_t>(
+            static_cast<std::int32_t>(dividend / static_cast<double>(divisor)));
+    }
 };

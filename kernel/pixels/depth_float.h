@@ -2,8 +2,6 @@
 // written.
 #pragma once
 
-#include <span>
-
 #include "kernel/effect_values.h"
 #include "kernel/pixels/color_key.h"
 #include "kernel/pixels/pixel.h"
@@ -60,13 +58,11 @@ class DepthFloat {
         dst.alpha = w * src.alpha + fromDst;
     }
 
-    /// Replaces the centre by its average with its neighbours, weighted by alpha.
-    static void tipAverage(Pixel& centre, std::span<const Pixel> neighbours,
-                           float tipWeight) noexcept {
-        FloatTipSums sums;
-        for (const Pixel& neighbour : neighbours) sums.add(neighbour, tipWeight);
-        if (!(sums.weight > 0.0F)) return;
-        sums.add(centre, 1.0F);
+    using TipSums = FloatTipSums;
+    [[nodiscard]] static float tipShare(float tipWeight) { return tipWeight; }
+
+    /// Makes a pixel the average of those that were summed up, itself among them.
+    static void setAverage(Pixel& centre, const TipSums& sums) noexcept {
         centre.alpha = sums.alpha / sums.weight;
         if (sums.alpha == 0.0F) return;
         centre.red = sums.red / sums.alpha;

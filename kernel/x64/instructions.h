@@ -18,7 +18,6 @@ namespace {
 struct Sse2 {
     using Vector = __m128i;
     using Floats = __m128;
-    using Narrow = Sse2;  // the set for what has no more than 32 bytes
     static constexpr int bytes = 16;
 
     static Vector load(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
@@ -26,6 +25,7 @@ struct Sse2 {
     static void prefetch(const void* p) { _mm_prefetch(static_cast<const char*>(p), _MM_HINT_T0); }
     static Vector zero() { return _mm_setzero_si128(); }
     static Vector fill(std::int32_t v) { return _mm_set1_epi32(v); }
+    static Vector fill64(std::uint64_t v) { return _mm_set1_epi64x(static_cast<long long>(v)); }
     static bool isZero(Vector v) { return _mm_movemask_epi8(_mm_cmpeq_epi8(v, zero())) == 0xFFFF; }
     static Vector bitAnd(Vector a, Vector b) { return _mm_and_si128(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm_or_si128(a, b); }
@@ -63,10 +63,9 @@ struct Sse2 {
     static std::uint32_t signs(Vector v) {
         return static_cast<std::uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(v)));
     }
-    /// Bit `flag` of each byte.
-    template <int flag>
-    static std::uint64_t bitsOf(Vector v) {
-        return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_slli_epi16(v, 7 - flag)));
+    /// Bit i is set where byte i is not zero.
+    static std::uint64_t nonZeroBytes(Vector v) {
+        return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, zero()))) ^ 0xFFFF;
     }
 
     static Floats floats(Vector v) { return _mm_castsi128_ps(v); }
@@ -87,21 +86,6 @@ struct Sse2 {
         for (std::ptrdiff_t i = 0; i < 4; ++i) channel[i] = _mm_loadu_ps(p + 4 * i);
         _MM_TRANSPOSE4_PS(channel[0], channel[1], channel[2], channel[3]);
     }
-
-    /// Byte i of 32: `value` where bit i is set, 0 elsewhere.
-    static void expand(std::uint32_t bits, int value, Vector out[2]) {
-        const __m128i bytes4 = _mm_unpacklo_epi8(_mm_cvtsi32_si128(static_cast<int>(bits)), zero());
-        const __m128i twice = _mm_or_si128(bytes4, _mm_slli_epi16(bytes4, 8));
-        const __m128i fourTimes = _mm_unpacklo_epi16(twice, twice);
-        const __m128i select = _mm_set1_epi64x(static_cast<long long>(0x8040201008040201ULL));
-        const __m128i one = _mm_set1_epi8(static_cast<char>(value));
-        const __m128i low =
-            _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(1, 1, 0, 0)), select);
-        const __m128i high =
-            _mm_and_si128(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(3, 3, 2, 2)), select);
-        out[0] = _mm_and_si128(_mm_cmpeq_epi8(low, select), one);
-        out[1] = _mm_and_si128(_mm_cmpeq_epi8(high, select), one);
-    }
 };
 
 #ifdef __AVX2__
@@ -109,7 +93,6 @@ struct Sse2 {
 struct Avx2 {
     using Vector = __m256i;
     using Floats = __m256;
-    using Narrow = Avx2;
     static constexpr int bytes = 32;
 
     static Vector load(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
@@ -117,6 +100,7 @@ struct Avx2 {
     static void prefetch(const void* p) { _mm_prefetch(static_cast<const char*>(p), _MM_HINT_T0); }
     static Vector zero() { return _mm256_setzero_si256(); }
     static Vector fill(std::int32_t v) { return _mm256_set1_epi32(v); }
+    static Vector fill64(std::uint64_t v) { return _mm256_set1_epi64x(static_cast<long long>(v)); }
     static bool isZero(Vector v) { return _mm256_testz_si256(v, v) != 0; }
     static Vector bitAnd(Vector a, Vector b) { return _mm256_and_si256(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm256_or_si256(a, b); }
@@ -152,9 +136,8 @@ struct Avx2 {
     static std::uint32_t signs(Vector v) {
         return static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
     }
-    template <int flag>
-    static std::uint64_t bitsOf(Vector v) {
-        return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_slli_epi16(v, 7 - flag)));
+    static std::uint64_t nonZeroBytes(Vector v) {
+        return ~static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(v, zero())));
     }
 
     static Floats floats(Vector v) { return _mm256_castsi256_ps(v); }
@@ -188,16 +171,6 @@ struct Avx2 {
         channel[2] = _mm256_shuffle_ps(high01, high23, _MM_SHUFFLE(1, 0, 1, 0));
         channel[3] = _mm256_shuffle_ps(high01, high23, _MM_SHUFFLE(3, 2, 3, 2));
     }
-
-    static void expand(std::uint32_t bits, int value, Vector out[1]) {
-        const __m256i places =
-            _mm256_setr_epi64x(0, 0x0101010101010101, 0x0202020202020202, 0x0303030303030303);
-        const __m256i select = _mm256_set1_epi64x(static_cast<long long>(0x8040201008040201ULL));
-        const __m256i bytes4 =
-            _mm256_shuffle_epi8(_mm256_set1_epi32(static_cast<int>(bits)), places);
-        const __m256i set = _mm256_cmpeq_epi8(_mm256_and_si256(bytes4, select), select);
-        out[0] = _mm256_and_si256(set, _mm256_set1_epi8(static_cast<char>(value)));
-    }
 };
 #endif
 
@@ -206,7 +179,6 @@ struct Avx2 {
 struct Avx512 {
     using Vector = __m512i;
     using Floats = __m512;
-    using Narrow = Avx2;
     static constexpr int bytes = 64;
 
     static Vector load(const void* p) { return _mm512_loadu_si512(p); }
@@ -214,6 +186,7 @@ struct Avx512 {
     static void prefetch(const void* p) { _mm_prefetch(static_cast<const char*>(p), _MM_HINT_T0); }
     static Vector zero() { return _mm512_setzero_si512(); }
     static Vector fill(std::int32_t v) { return _mm512_set1_epi32(v); }
+    static Vector fill64(std::uint64_t v) { return _mm512_set1_epi64(static_cast<long long>(v)); }
     static bool isZero(Vector v) { return _mm512_test_epi32_mask(v, v) == 0; }
     static Vector bitAnd(Vector a, Vector b) { return _mm512_and_si512(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm512_or_si512(a, b); }
@@ -258,10 +231,7 @@ struct Avx512 {
         return _mm512_permutexvar_epi64(places, _mm512_castps_si512(halves));
     }
     static std::uint32_t signs(Vector v) { return _mm512_movepi32_mask(v); }
-    template <int flag>
-    static std::uint64_t bitsOf(Vector v) {
-        return _mm512_test_epi8_mask(v, _mm512_set1_epi8(static_cast<char>(1 << flag)));
-    }
+    static std::uint64_t nonZeroBytes(Vector v) { return _mm512_test_epi8_mask(v, v); }
 
     static Floats floats(Vector v) { return _mm512_castsi512_ps(v); }
     static Floats fillFloat(float v) { return _mm512_set1_ps(v); }

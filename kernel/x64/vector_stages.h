@@ -2,6 +2,7 @@
 // throughout, see there.
 #pragma once
 
+#include <bit>
 #include <cstring>
 #include <initializer_list>
 #include <type_traits>
@@ -13,13 +14,8 @@
 // NOLINTBEGIN(misc-definitions-in-headers): each file that includes this has its own
 namespace {
 
-// Cells that are scanned at once; a multiple of the four columns whose diagonals depend on each
-// other.
-constexpr int block = 32;
-constexpr std::uint32_t everyFourth = 0x11111111;
-
-/// Which pairs p[i], q[i] form an edge, one bit each, for as many pixels as a vector has 32-bit
-/// lanes: the depths' own tests.
+/// Which pairs of pixels form an edge, one bit each, for as many pixels as a vector has 32-bit
+/// lanes: the depths' own tests, of pixels made ready for them by load.
 template <typename Isa>
 struct EdgePairs8 {
     using Pixel = ::Pixel8;
@@ -27,18 +23,20 @@ struct EdgePairs8 {
 
     explicit EdgePairs8(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
 
-    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        const Vector d = Isa::difference8(visible(Isa::load(p)), visible(Isa::load(q)));
+    using Pixels = Vector;
+    // A transparent pixel counts as all zero; alpha is a pixel's lowest byte.
+    static Pixels load(const Pixel* p) {
+        const Vector v = Isa::load(p);
+        return Isa::without(v, Isa::equal32(Isa::bitAnd(v, Isa::fill(0xFF)), Isa::zero()));
+    }
+
+    [[nodiscard]] std::uint32_t operator()(const Pixels& p, const Pixels& q) const {
+        const Vector d = Isa::difference8(p, q);
         const Vector pairs = Isa::add16(Isa::bitAnd(d, Isa::fill(0x00FF00FF)), Isa::highBytes16(d));
         return Isa::signs(Isa::greater32(Isa::addPairs16(pairs), threshold_));
     }
 
   private:
-    // A transparent pixel counts as all zero; alpha is a pixel's lowest byte.
-    static Vector visible(Vector v) {
-        return Isa::without(v, Isa::equal32(Isa::bitAnd(v, Isa::fill(0xFF)), Isa::zero()));
-    }
-
     Vector threshold_;
 };
 
@@ -49,16 +47,23 @@ struct EdgePairs16 {
 
     explicit EdgePairs16(std::int32_t threshold) : threshold_(Isa::fill(threshold)) {}
 
-    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        constexpr int half = Isa::bytes / 8;
-        const Vector sums = Isa::lowHalves(distances(p, q), distances(p + half, q + half));
+    struct Pixels {
+        Vector low;
+        Vector high;
+    };
+    static Pixels load(const Pixel* p) {
+        return {visible(Isa::load(p)), visible(Isa::load(p + Isa::bytes / 8))};
+    }
+
+    [[nodiscard]] std::uint32_t operator()(const Pixels& p, const Pixels& q) const {
+        const Vector sums = Isa::lowHalves(distances(p.low, q.low), distances(p.high, q.high));
         return Isa::signs(Isa::greater32(sums, threshold_));
     }
 
   private:
     // The distances of a vector of pixels, each in the low half of 64 bits.
-    static Vector distances(const Pixel* p, const Pixel* q) {
-        const Vector d = Isa::difference16(visible(Isa::load(p)), visible(Isa::load(q)));
+    static Vector distances(Vector p, Vector q) {
+        const Vector d = Isa::difference16(p, q);
         const Vector pairs = Isa::add32(Isa::bitAnd(d, Isa::fill(0xFFFF)), Isa::highWords32(d));
         return Isa::add32(pairs, Isa::highHalves64(pairs));
     }
@@ -77,13 +82,21 @@ struct EdgePairsFloat {
 
     explicit EdgePairsFloat(float threshold) : threshold_(Isa::fillFloat(threshold)) {}
 
+    /// By channel.
+    struct Pixels {
+        Floats channel[4];
+    };
+    static Pixels load(const Pixel* p) {
+        Pixels pixels;
+        Isa::loadChannels(&p->alpha, pixels.channel);
+        return pixels;
+    }
+
     // What is left of the threshold is never below zero for identical pixels, so they need no test
     // of their own.
-    [[nodiscard]] std::uint32_t operator()(const Pixel* p, const Pixel* q) const {
-        Floats a[4];
-        Floats b[4];
-        Isa::loadChannels(&p->alpha, a);
-        Isa::loadChannels(&q->alpha, b);
+    [[nodiscard]] std::uint32_t operator()(const Pixels& p, const Pixels& q) const {
+        const Floats* a = p.channel;
+        const Floats* b = q.channel;
         const Floats zero = Isa::fillFloat(0.0F);
         const Vector clearA = Isa::equal(a[alpha], zero);
         const Vector clearB = Isa::equal(b[alpha], zero);
@@ -123,13 +136,13 @@ typename Isa::Vector RepeatPixel(const Pixel& pixel) {
     return Isa::load(pixels);
 }
 
-/// Whether all pixels of the cells at row[0], row[1], ... are of one colour.
-template <typename Isa, int cells, typename Pixel>
-bool IsBlank(const Pixel* row, const Pixel* below) {
+/// Whether any pixels differ at all in the cells at row[0], row[1], ... that are tested at once.
+template <typename Isa, typename Pixel>
+bool AnyDiffer(const Pixel* row, const Pixel* below) {
     const auto* upper = reinterpret_cast<const char*>(row);
     const auto* lower = reinterpret_cast<const char*>(below);
     typename Isa::Vector differences = Isa::zero();
-    for (int i = 0; i < cells * int{sizeof(Pixel)}; i += Isa::bytes) {
+    for (int i = 0; i < cellsAtOnce * int{sizeof(Pixel)}; i += Isa::bytes) {
         const auto here = Isa::load(upper + i);
         const auto right = Isa::load(upper + i + sizeof(Pixel));
         const auto down = Isa::load(lower + i);
@@ -137,85 +150,61 @@ bool IsBlank(const Pixel* row, const Pixel* below) {
             Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
     }
     // The last cell's lower right pixel is in neither comparison.
-    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the bytes are what counts
-    return Isa::isZero(differences) && std::memcmp(row + cells, below + cells, sizeof(Pixel)) == 0;
+    return !(Isa::isZero(differences) & Identical(row[cellsAtOnce], below[cellsAtOnce]));
 }
 
-struct CellBits {
-    std::uint32_t right = 0;
-    std::uint32_t down = 0;
-    std::uint32_t diagonal = 0;
-    std::uint32_t antiDiagonal = 0;
-};
-
+/// The flags of the cells at row[0], row[1], ... that are tested at once.
 template <typename Isa, typename Pairs, typename Pixel>
-CellBits ScanBlock(const Pairs& pairs, const Pixel* row, const Pixel* below) {
-    CellBits cells;
+CellBits TestCellsWith(const Pairs& pairs, const Pixel* row, const Pixel* below) {
+    CellBits cells{};
     constexpr int lanes = Isa::bytes / 4;
-    for (int i = 0; i < block; i += lanes) {
-        if (IsBlank<Isa, lanes>(row + i, below + i)) continue;
-        cells.right |= pairs(row + i, row + i + 1) << i;
-        cells.down |= pairs(row + i, below + i) << i;
-        cells.diagonal |= pairs(row + i, below + i + 1) << i;
-        cells.antiDiagonal |= pairs(row + i + 1, below + i) << i;
+    for (int i = 0; i < cellsAtOnce; i += lanes) {
+        const auto here = Pairs::load(row + i);
+        const auto right = Pairs::load(row + i + 1);
+        const auto down = Pairs::load(below + i);
+        const auto across = Pairs::load(below + i + 1);
+        cells.of[EdgeRight] |= pairs(here, right) << i;
+        cells.of[EdgeDown] |= pairs(here, down) << i;
+        cells.of[EdgeDiagonal] |= pairs(here, across) << i;
+        cells.of[EdgeAntiDiagonal] |= pairs(right, down) << i;
     }
     return cells;
 }
 
-/// Drops the diagonals that the order of the tests leaves out: in a group of four cells those
-/// before the first straight edge, as seen one cell ahead, but never the last cell's. `ungrouped`
-/// are the cells behind the last whole group.
-CellBits KeepTestedDiagonals(CellBits cells, std::uint32_t ungrouped) {
-    const std::uint32_t straight = cells.right | cells.down;
-    const std::uint32_t first = straight | straight >> 1;
-    const std::uint32_t second = first | straight << 1;
-    const std::uint32_t third = second | straight << 2;
-    const std::uint32_t tested = ungrouped | (first & everyFourth) | (second & everyFourth << 1) |
-                                 (third & everyFourth << 2) | everyFourth << 3;
-    cells.diagonal &= tested;
-    cells.antiDiagonal &= tested;
+CellBits KeepTestedDiagonals(CellBits cells, int count) {
+    const std::uint32_t tested = TestedDiagonals(cells.of[EdgeRight] | cells.of[EdgeDown], count);
+    cells.of[EdgeDiagonal] &= tested;
+    cells.of[EdgeAntiDiagonal] &= tested;
     return cells;
 }
 
-template <typename Isa>
-void StoreFlags(const CellBits& cells, std::uint8_t* flags) {
-    constexpr int parts = block / Isa::bytes;
-    typename Isa::Vector r[parts];
-    typename Isa::Vector d[parts];
-    typename Isa::Vector g[parts];
-    typename Isa::Vector a[parts];
-    Isa::expand(cells.right, EdgeRight, r);
-    Isa::expand(cells.down, EdgeDown, d);
-    Isa::expand(cells.diagonal, EdgeDiagonal, g);
-    Isa::expand(cells.antiDiagonal, EdgeAntiDiagonal, a);
-    for (int i = 0; i < parts; ++i) {
-        Isa::store(flags + i * Isa::bytes,
-                   Isa::bitOr(Isa::bitOr(r[i], d[i]), Isa::bitOr(g[i], a[i])));
-    }
-}
-
+/// First finds where any pixels differ, without a branch: no processor foresees it.
 template <typename Isa, typename Pairs, typename Pixel = typename Pairs::Pixel>
-void ScanRowWith(const Pixel* row, const Pixel* below, int width, ThresholdOf<Pixel> threshold,
-                 std::uint8_t* flags) {
+void ScanRowWith(const Pixel* row, const Pixel* below, int cells, ThresholdOf<Pixel> threshold,
+                 std::uint8_t* flags, std::ptrdiff_t planeBytes) {
     const Pairs pairs(threshold);
-    const int cells = width - 1;
+    constexpr int most = 64;
     int x = 0;
-    for (; x + block <= cells; x += block) {
-        PrefetchFarAhead<Isa, block* int{sizeof(Pixel)}>(below + x);
-        const bool blank = IsBlank<Isa, block>(row + x, below + x);
-        StoreFlags<typename Isa::Narrow>(
-            blank ? CellBits{} : KeepTestedDiagonals(ScanBlock<Isa>(pairs, row + x, below + x), 0),
-            flags + x);
+    while (x + cellsAtOnce <= cells) {
+        const int first = x;
+        std::uint64_t differing = 0;
+        for (int i = 0; i < most && x + cellsAtOnce <= cells; ++i, x += cellsAtOnce) {
+            PrefetchFarAhead<Isa, cellsAtOnce* int{sizeof(Pixel)}>(below + x);
+            differing |= std::uint64_t{AnyDiffer<Isa>(row + x, below + x)} << i;
+        }
+        for (; differing != 0; differing &= differing - 1) {
+            const int at = first + cellsAtOnce * std::countr_zero(differing);
+            StoreCells(
+                KeepTestedDiagonals(TestCellsWith<Isa>(pairs, row + at, below + at), cellsAtOnce),
+                at, cellsAtOnce, flags, planeBytes);
+        }
     }
     if (x == cells) return;
-    // The rest of the cells are scanned as the end of a block of their own, so that no pixel behind
-    // the row is read.
-    const int shift = x + block - cells;
-    CellBits last = ScanBlock<Isa>(pairs, row + x - shift, below + x - shift);
-    last = {last.right >> shift, last.down >> shift, last.diagonal >> shift,
-            last.antiDiagonal >> shift};
-    const int grouped = (cells & ~3) - x;
-    StoreFlags<typename Isa::Narrow>(KeepTestedDiagonals(last, ~0U << grouped), flags + x);
+    // The rest are scanned as the end of as many cells, so that no pixel behind the row is read.
+    const int shift = x + cellsAtOnce - cells;
+    CellBits rest = TestCellsWith<Isa>(pairs, row + x - shift, below + x - shift);
+    for (std::uint32_t& plane : rest.of) plane >>= shift;
+    StoreCells(KeepTestedDiagonals(rest, cells - x), x, cells - x, flags, planeBytes);
 }
 
 /// Which pixels of a vector differ from the key colour by more than its tolerance: lanes of ones,
@@ -304,10 +293,11 @@ int MarkPixelsWith(const Pixel* from, Pixel* to, int count, const typename Misse
     return x;
 }
 
-template <typename Isa>
+/// Search is the set for the search, whose vectors are put together from single words.
+template <typename Isa, typename Search = Isa>
 constexpr Forms MakeForms(const char* name) {
     return {name,
-            FindWindowsWith<Isa>,
+            FindWindowsWith<Search>,
             {{ScanRowWith<Isa, EdgePairs8<Isa>>, MarkPixelsWith<Isa, KeyMisses<Isa, Pixel8>>,
               BlendAcross8},
              {ScanRowWith<Isa, EdgePairs16<Isa>>, MarkPixelsWith<Isa, KeyMisses<Isa, Pixel16>>,
