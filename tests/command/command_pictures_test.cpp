@@ -443,15 +443,15 @@ TEST_F(PictureTest, MasksHoldTheEffectBack) {
 TEST_F(PictureTest, SettingsGoThroughFiles) {
     write("a.png", MakePicture(8, 8, 4, TypeDesc::UINT8));
     const std::string look =
-        "--softness 33 --bias 4 --color-threshold 5 --color-key '#010203' --key-threshold 6 "
+        "--softness 33 --bias 4 --color-threshold 5 --color-key '#123' --key-threshold 6 "
         "--invert";
     ASSERT_EQ(run("smooth a.png -o b.png --save-settings s.ini " + look).status, 0);
     EXPECT_EQ(FileText(path("s.ini")),
               "[defaults]\nColorThreshold=5\nSoftness=33\nBias=4\nColorkeyEnable=1\n"
-              "KeycolorR=1\nKeycolorG=2\nKeycolorB=3\nColorkeyThreshold=6\nColorkeyInvert=1\n");
+              "KeycolorR=17\nKeycolorG=34\nKeycolorB=51\nColorkeyThreshold=6\nColorkeyInvert=1\n");
     const CommandRun read =
         run("smooth a.png -o b.png --dry-run --settings s.ini --softness 7 --no-color-key");
-    EXPECT_NE(read.output.find("Softness=7\nBias=4\nColorkeyEnable=0\nKeycolorR=1\n"),
+    EXPECT_NE(read.output.find("Softness=7\nBias=4\nColorkeyEnable=0\nKeycolorR=17\n"),
               std::string::npos)
         << read.output;
     for (const auto& [key, range] : {std::pair{"Bias", "0 to 100"}, {"KeycolorR", "0 to 255"}}) {
