@@ -1,14 +1,14 @@
 # What people install from, a zip and an installer: the module's builds, the user guide, and the licences of all that is in
 # them. The zip has the OpenFX bundle, too.
 install(FILES $<TARGET_FILE:nevrel_module> DESTINATION .)
-install(DIRECTORY ${CMAKE_BINARY_DIR}/nevrel.ofx.bundle DESTINATION .)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/nevrel.ofx.bundle DESTINATION . PATTERN *.debug EXCLUDE)
 if(NEVREL_MULTI_FRAME)
   install(FILES $<TARGET_FILE:nevrel_module_multi_frame> DESTINATION mfr)
 endif()
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
 install(FILES docs/user-guide.html DESTINATION .)
 
-set(notice "nevrel.aex holds parts of the libraries below, each under the licence that follows.\n")
+set(notice "nevrel.aex and nevrel.ofx hold parts of the libraries below, each under the licence that follows.\n")
 foreach(library IN ITEMS
     "the C++ and support libraries of GCC|gcc-mingw-w64-base" "the runtime library of mingw-w64|mingw-w64-common")
   string(REPLACE "|" ";" library "${library}")
