@@ -219,9 +219,10 @@ void PictureList::setOutputFile() {
         if (!format_.empty()) RequireFormat("*." + format_, "--format: ");
         return;
     }
-    if (output_ == standardStream)
+    if (output_ == standardStream) {
         throw UsageError("--output: the standard output takes one picture, not " +
                          std::to_string(size_));
+    }
     const std::string name = std::string("'").append(output_.string()).append("'");
     if (!format_.empty()) {
         throw UsageError("--format: is for a folder as output; the extension of " + name +
