@@ -18,6 +18,19 @@ namespace {
 
 using host_kit::World;
 
+/// Pixels `begin` to before `end`, counted row after row.
+struct Stretch {
+    std::size_t begin, end;
+};
+
+/// Calls `action` for stretches of `length` that together are all pixels: what it does to one
+/// channel after the other happens within the processor's cache.
+template <typename Action>
+void ForEachStretch(std::size_t pixels, std::size_t length, Action&& action) {
+    for (std::size_t begin = 0; begin < pixels; begin += length)
+        action(Stretch{begin, std::min(begin + length, pixels)});
+}
+
 /// The channels of an image of the effect, pixel by pixel; places are in memory order alpha, red,
 /// green, blue. The image's rows lie without gaps.
 template <typename StoredChannel, typename ConvertedChannel>
@@ -33,6 +46,13 @@ class WorldView {
     [[nodiscard]] Channel get(std::size_t pixel, int place) const { return {*at(pixel, place)}; }
     void set(std::size_t pixel, int place, Channel value) const {
         std::memcpy(at(pixel, place), &value, sizeof value);
+    }
+
+    /// Whether all channels of the stretch are the same bits.
+    [[nodiscard]] bool equals(const WorldView& other, const Stretch& stretch) const {
+        const std::size_t channels = (stretch.end - stretch.begin) * 4;
+        return std::memcmp(at(stretch.begin, 0), other.at(stretch.begin, 0),
+                           channels * sizeof(StoredChannel)) == 0;
     }
 
   private:
@@ -107,20 +127,20 @@ std::array<int, 3> Colors(const ColorChannels& channels) {
 double Straighten(double color, double alpha) { return alpha == 0 ? color : color / alpha; }
 
 template <typename View>
-void LoadChannel(const Part& part, int channel, const View& view, int place) {
-    WithChannel(part, channel, [&](auto samples, auto) {
-        for (std::size_t i = 0; i < part.pixels(); ++i) {
+void LoadChannel(const Part& part, int channel, const Stretch& stretch, View view, int place) {
+    WithChannel(part, channel, [stretch, view, place](auto samples, auto) {
+        for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
             view.set(i, place, Convert<typename View::Channel>(samples.get(i)));
         }
     });
 }
 
 template <typename View>
-void LoadAssociatedColor(const Part& part, int channel, int alphaChannel, const View& view,
-                         int place) {
+void LoadAssociatedColor(const Part& part, int channel, int alphaChannel, const Stretch& stretch,
+                         const View& view, int place) {
     WithChannel(part, alphaChannel, [&](auto alphas, auto) {
         WithChannel(part, channel, [&](auto samples, auto) {
-            for (std::size_t i = 0; i < part.pixels(); ++i) {
+            for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
                 const double straight = Straighten(ToUnit(samples.get(i)), ToUnit(alphas.get(i)));
                 view.set(i, place, FromUnit<typename View::Channel>(straight));
             }
@@ -129,9 +149,10 @@ void LoadAssociatedColor(const Part& part, int channel, int alphaChannel, const 
 }
 
 template <typename View>
-void StoreChannel(const View& before, const View& after, int place, const Part& part, int channel) {
+void StoreChannel(const View& before, const View& after, int place, const Stretch& stretch,
+                  const Part& part, int channel) {
     WithChannel(part, channel, [&](auto samples, auto sample) {
-        for (std::size_t i = 0; i < part.pixels(); ++i) {
+        for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
             const auto value = after.get(i, place);
             if (!SameBits(before.get(i, place), value))
                 samples.set(i, Convert<decltype(sample)>(value));
@@ -140,10 +161,10 @@ void StoreChannel(const View& before, const View& after, int place, const Part& 
 }
 
 template <typename View>
-void StoreAssociatedColor(const View& before, const View& after, int place, const Part& part,
-                          int channel) {
+void StoreAssociatedColor(const View& before, const View& after, int place, const Stretch& stretch,
+                          const Part& part, int channel) {
     WithChannel(part, channel, [&](auto samples, auto sample) {
-        for (std::size_t i = 0; i < part.pixels(); ++i) {
+        for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
             const auto oldAlpha = before.get(i, alphaPlace);
             const auto alpha = after.get(i, alphaPlace);
             const auto value = after.get(i, place);
@@ -223,40 +244,49 @@ Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& 
 }  // namespace
 
 void LoadPixels(const Part& part, const ColorChannels& channels, World& world) {
+    constexpr std::size_t length = 1024;
+    const bool isAssociated = part.associated && channels.alpha >= 0;
     WithView(world, [&](const auto& view) {
         using Channel = typename std::decay_t<decltype(view)>::Channel;
-        if (channels.alpha >= 0) {
-            LoadChannel(part, channels.alpha, view, alphaPlace);
-        } else {
-            for (std::size_t i = 0; i < part.pixels(); ++i)
-                view.set(i, alphaPlace, FromUnit<Channel>(1.0));
-        }
-        int place = redPlace;
-        for (const int channel : Colors(channels)) {
-            if (part.associated && channels.alpha >= 0) {
-                LoadAssociatedColor(part, channel, channels.alpha, view, place++);
+        ForEachStretch(part.pixels(), length, [&](const Stretch& stretch) {
+            if (channels.alpha >= 0) {
+                LoadChannel(part, channels.alpha, stretch, view, alphaPlace);
             } else {
-                LoadChannel(part, channel, view, place++);
+                for (std::size_t i = stretch.begin; i < stretch.end; ++i)
+                    view.set(i, alphaPlace, FromUnit<Channel>(1.0));
             }
-        }
+            int place = redPlace;
+            for (const int channel : Colors(channels)) {
+                if (isAssociated) {
+                    LoadAssociatedColor(part, channel, channels.alpha, stretch, view, place++);
+                } else {
+                    LoadChannel(part, channel, stretch, view, place++);
+                }
+            }
+        });
     });
 }
 
 void StorePixels(const World& before, const World& after, const ColorChannels& channels,
                  Part& part) {
+    constexpr std::size_t length =
+        16;  // little of a picture changes: most stretches are passed over
     WithView(before, [&](const auto& beforeView) {
         const std::decay_t<decltype(beforeView)> afterView(after);
-        int place = redPlace;
-        for (const int channel : Colors(channels)) {
-            if (place > redPlace && channels.isGrey()) break;
-            if (part.associated && channels.alpha >= 0) {
-                StoreAssociatedColor(beforeView, afterView, place++, part, channel);
-            } else {
-                StoreChannel(beforeView, afterView, place++, part, channel);
+        ForEachStretch(part.pixels(), length, [&](const Stretch& stretch) {
+            if (beforeView.equals(afterView, stretch)) return;
+            int place = redPlace;
+            for (const int channel : Colors(channels)) {
+                if (place > redPlace && channels.isGrey()) break;
+                if (part.associated && channels.alpha >= 0) {
+                    StoreAssociatedColor(beforeView, afterView, place++, stretch, part, channel);
+                } else {
+                    StoreChannel(beforeView, afterView, place++, stretch, part, channel);
+                }
             }
-        }
-        if (channels.alpha >= 0)
-            StoreChannel(beforeView, afterView, alphaPlace, part, channels.alpha);
+            if (channels.alpha >= 0)
+                StoreChannel(beforeView, afterView, alphaPlace, stretch, part, channels.alpha);
+        });
     });
 }
 

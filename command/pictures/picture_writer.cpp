@@ -7,6 +7,7 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "command/errors.h"
 #include "command/files/memory_file.h"
@@ -159,6 +160,38 @@ void SetFileName(const MemoryFile& dpx, const std::string& name) {
     dpx.set(fileName, std::as_bytes(std::span(field)));
 }
 
+/// The parts of a file that is written from front to back, which is whole when its ends are there:
+/// the first and the last row of every part, the later of which was written last.
+std::vector<OIIO::ImageSpec> ReadEnds(const std::string& encoded, const Picture& picture) {
+    std::vector<OIIO::ImageSpec> specs;
+    const auto input = OIIO::ImageInput::open(encoded);
+    for (int i = 0; i < static_cast<int>(picture.parts.size()); ++i) {
+        bool isThere = input && input->seek_subimage(i, 0);
+        if (isThere) {
+            const OIIO::ImageSpec& spec = specs.emplace_back(input->spec());
+            std::vector<std::byte> row(spec.scanline_bytes(true));
+            for (const int y : {spec.y, spec.y + spec.height - 1}) {
+                isThere =
+                    isThere && input->read_scanline(y, 0, OIIO::TypeDesc::UNKNOWN, row.data());
+            }
+            isThere = isThere && input->geterror().empty();
+        }
+        if (!isThere) throw UnreadablePicture(encoded, OIIO::geterror());
+    }
+    return specs;
+}
+
+/// What an encoded picture holds. Throws UnreadablePicture where it is not whole.
+std::vector<OIIO::ImageSpec> ReadSpecs(const std::string& encoded, const Picture& picture) {
+    const bool isTiled = std::any_of(picture.parts.begin(), picture.parts.end(),
+                                     [](const Part& part) { return part.spec.tile_width > 0; });
+    if ((picture.format == "openexr" || picture.format == "tiff") && !isTiled)
+        return ReadEnds(encoded, picture);
+    std::vector<OIIO::ImageSpec> specs;
+    for (const Part& part : ReadPicture(encoded).parts) specs.push_back(part.spec);
+    return specs;
+}
+
 /// Writers leave out channels that they have no place for, and may not notice that a write failed.
 void RequireWhole(const std::string& encoded, const Picture& picture,
                   const std::filesystem::path& path) try {
@@ -166,10 +199,10 @@ void RequireWhole(const std::string& encoded, const Picture& picture,
         static_cast<void>(ReadPngDetails(encoded));
         return;
     }
-    const Picture found = ReadPicture(encoded);
+    const std::vector<OIIO::ImageSpec> found = ReadSpecs(encoded, picture);
     for (std::size_t i = 0; i < picture.parts.size(); ++i) {
         const OIIO::ImageSpec& spec = picture.parts[i].spec;
-        const OIIO::ImageSpec& held = found.parts.at(i).spec;
+        const OIIO::ImageSpec& held = found.at(i);
         if (held.nchannels == spec.nchannels &&
             (held.alpha_channel >= 0) == (spec.alpha_channel >= 0))
             continue;

@@ -59,10 +59,16 @@ template <typename T>
     }
 }
 
+/// The sample as another kind: FromUnit of ToUnit, in fewer steps where there are such.
 template <typename To, typename From>
 [[nodiscard]] To Convert(From sample) {
     if constexpr (std::is_same_v<To, From>) {
         return sample;
+    } else if constexpr (std::is_same_v<From, half> && std::is_same_v<To, float>) {
+        return sample;
+    } else if constexpr (std::is_same_v<From, std::uint16_t> && std::is_same_v<To, Channel16>) {
+        return {
+            static_cast<A_u_short>((sample + 1) / 2)};  // the nearest, as no two are equally near
     } else {
         return FromUnit<To>(ToUnit(sample));
     }
