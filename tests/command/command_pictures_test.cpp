@@ -408,7 +408,7 @@ TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
     const CommandRun frames = run("smooth --raw 48x40:rgba <raw");
     ExpectError(frames, 1, {"frame 3", "ends within it"});
     EXPECT_TRUE(frames.output == samples + samples);
-    ExpectError(run("smooth - -o - </dev/null"), 1, {"-: is no picture"});
+    ExpectError(run("smooth - -o - </dev/null"), 1, {"-: the standard input is empty"});
     EXPECT_TRUE(run("smooth - -o - --format tif <a.png").output.starts_with("II"));
 }
 

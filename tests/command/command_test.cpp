@@ -55,7 +55,7 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {"smooth in.png in.png --compare a.png", {"--compare", "one picture", "report"}},
         {"smooth --raw 8x8:rgba --edges a.png", {"--raw"}},
         {"completion fish", {"'fish'", "bash or zsh"}},
-        {"", {"subcommand"}},
+        {"", {"command is required"}},
     };
     for (const auto& [arguments, words] : wrong) ExpectError(run(arguments), 2, words);
     EXPECT_EQ(files(), std::vector<std::string>{"in.png"});
