@@ -3,6 +3,7 @@ import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { dirname } from "node:path";
 import { gzipSync } from "node:zlib";
 
+const largest = 300000;  // bytes, so that it is there at once
 const [wasm, sample, page] = process.argv.slice(2);
 
 function read(name) {
@@ -19,8 +20,10 @@ const parts = {
   core: gzipSync(readFileSync(wasm), { level: 9 }).toString("base64"),
   sample: readFileSync(sample).toString("base64"),
 };
-mkdirSync(dirname(page), { recursive: true });
-writeFileSync(page, read("page.html").replace(/@(\w+)@/g, (_, name) => {
+const whole = read("page.html").replace(/@(\w+)@/g, (_, name) => {
   if (!(name in parts)) throw new Error(`page.html asks for an unknown part: ${name}`);
   return parts[name];
-}));
+});
+if (Buffer.byteLength(whole) > largest) throw new Error(`the page has ${Buffer.byteLength(whole)} bytes`);
+mkdirSync(dirname(page), { recursive: true });
+writeFileSync(page, whole);

@@ -1,12 +1,16 @@
 "use strict";
 // What pointers, the wheel and keys do to the picture.
 
+// Less than a notch of any wheel, and more than one of the many events of a touch pad.
+const pixelsOfStep = 40, pixelsOfLine = 16;
+
 class Gestures {
   // `pointed` is told of the place that is pointed at, or null; `picked` of one that is picked with the dropper.
   constructor(view, stage, { pointed, picked }) {
     Object.assign(this, { view, pointed, picked });
     this.fingers = new Map();  // the pointers that are down
     this.picking = false;
+    this.turned = 0;  // how far the wheel has been turned since the last step
     const { canvas, divider } = view;
     canvas.addEventListener("pointerdown", event => this.down(event));
     canvas.addEventListener("pointermove", event => this.move(event));
@@ -77,8 +81,11 @@ class Gestures {
 
   wheel(event) {
     event.preventDefault();
+    this.turned += event.deltaY * (event.deltaMode === WheelEvent.DOM_DELTA_LINE ? pixelsOfLine : 1);
+    if (Math.abs(this.turned) < pixelsOfStep) return;
     const at = this.at(event);
-    this.view.zoomBy(-event.deltaY, at.x, at.y);
+    this.view.zoomBy(-this.turned, at.x, at.y);
+    this.turned = 0;
   }
 
   key(event) {

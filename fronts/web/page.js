@@ -5,11 +5,13 @@
 class Requests {
   constructor(source) {
     this.worker = new Worker(URL.createObjectURL(new Blob([source], { type: "text/javascript" })));
-    this.open = new Map();
+    this.pending = new Map();
     this.last = 0;
+    // It has not even begun.
+    this.worker.onerror = ({ message }) => this.pending.forEach(({ reject }) => reject(new Error(message)));
     this.worker.onmessage = ({ data: { id, answer, trouble, detail } }) => {
-      const { resolve, reject } = this.open.get(id);
-      this.open.delete(id);
+      const { resolve, reject } = this.pending.get(id);
+      this.pending.delete(id);
       if (trouble) reject(Object.assign(new Error(detail), { trouble }));
       else resolve(answer);
     };
@@ -17,7 +19,7 @@ class Requests {
 
   ask(what, rest = {}) {
     return new Promise((resolve, reject) => {
-      this.open.set(++this.last, { resolve, reject });
+      this.pending.set(++this.last, { resolve, reject });
       this.worker.postMessage({ id: this.last, ask: what, ...rest });
     });
   }
@@ -44,7 +46,8 @@ function latest(work) {
 const worker = new Requests(byId("worker").textContent);
 const view = new View(byId("view"), byId("divider"), byId("loupe"));
 let panel = null;
-let opened = null;  // { name, width, height, bits, milliseconds }
+let opened = null;  // { name, width, height, bits, milliseconds, failed: whether its last smoothing did }
+let version = "";
 let message = () => "";
 
 function say(words) {
@@ -73,9 +76,10 @@ const smooth = latest(async () => {
     const answer = await worker.ask("smooth", { settings: panel.settings(), edges });
     if (view.picture !== picture) return;  // another has been opened meanwhile
     view.update(answer);
-    opened.milliseconds = answer.milliseconds;
+    Object.assign(opened, { milliseconds: answer.milliseconds, failed: false });
     showState();
   } catch (error) {
+    opened.failed = true;
     fail(error);
   }
 });
@@ -112,6 +116,7 @@ async function save() {
   say(() => text("saving"));
   try {
     await smooth();
+    if (opened.failed) return;
     const { blob } = await worker.ask("save");
     const link = make("a", { href: URL.createObjectURL(blob), download: `${opened.name}-smooth.png` });
     link.click();
@@ -140,7 +145,7 @@ async function picked(place) {
 function speak(chosen) {
   language = byId("language").value = chosen;
   showTexts();
-  byId("copyright").textContent = text("copyright");
+  byId("version").textContent = `nevrel ${version}  ${text("copyright")}`;
   byId("message").textContent = message();
   showState();
 }
@@ -199,13 +204,13 @@ function shortcut(event) {
 
 async function start() {
   speak(navigator.language.startsWith("ja") ? "ja" : "en");
-  const { controls, texts } = await worker.ask("start", { packed: byId("core").textContent, textIds: moduleTexts })
-    .catch(error => {
-      say(() => text("noSupport"));
-      throw error;
-    });
-  fromModule = texts;
-  panel = new Panel(byId("panel"), controls, smooth);
+  const core = await worker.ask("start", { packed: byId("core").textContent, textIds: moduleTexts }).catch(error => {
+    say(() => text("noSupport"));
+    throw error;
+  });
+  fromModule = core.texts;
+  version = core.version;
+  panel = new Panel(byId("panel"), core.controls, smooth);
   listen();
   speak(language);
   await openSample();
