@@ -150,7 +150,8 @@ bool AnyDiffer(const Pixel* row, const Pixel* below) {
             Isa::bitOr(differences, Isa::bitOr(Isa::bitXor(here, right), Isa::bitXor(here, down)));
     }
     // The last cell's lower right pixel is in neither comparison.
-    return !(Isa::isZero(differences) & Identical(row[cellsAtOnce], below[cellsAtOnce]));
+    const int lastIsSame = Identical(row[cellsAtOnce], below[cellsAtOnce]);
+    return (int{Isa::isZero(differences)} & lastIsSame) == 0;
 }
 
 /// The flags of the cells at row[0], row[1], ... that are tested at once.
