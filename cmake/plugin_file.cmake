@@ -10,7 +10,8 @@ function(nevrel_plugin_file target exports)
       -Wl,--dynamicbase,--nxcompat,--high-entropy-va,--no-insert-timestamp,--build-id)
     # Debuggers find the symbols by the build id that both files hold.
     add_custom_command(TARGET ${target} POST_BUILD
-      COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+      COMMAND ${CMAKE_OBJCOPY} --only-keep-debug --preserve-dates
+              $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
       COMMAND ${CMAKE_STRIP} --strip-all --preserve-dates $<TARGET_FILE:${target}> VERBATIM)
   else()
     # Templates of the standard library are visible whatever the compiler was told; the linker hides them.
