@@ -44,7 +44,8 @@ class Gestures {
   pick(on) {
     this.picking = on;
     this.view.canvas.classList.toggle("picking", on);
-    if (!on || this.view.point) return;
+    if (!on) return void this.point(null);
+    if (this.view.point) return;
     const { width, height } = this.view.canvas;
     this.point(this.view.placeAt(width / 2, height / 2));
   }

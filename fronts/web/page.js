@@ -76,6 +76,7 @@ const smooth = latest(async () => {
     const answer = await worker.ask("smooth", { settings: panel.settings(), edges });
     if (view.picture !== picture) return;  // another has been opened meanwhile
     view.update(answer);
+    tell(view.point);
     Object.assign(opened, { milliseconds: answer.milliseconds, failed: false });
     showState();
   } catch (error) {
