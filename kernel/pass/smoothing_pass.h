@@ -3,7 +3,9 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
+#include <cstdint>
 
 #include "kernel/blend/image_pair.h"
 #include "kernel/blend/ramp_state.h"
@@ -39,6 +41,10 @@ class SmoothingPass {
         StepList list;
         for (int x = 0, y = 0; y < map_.height();) {
             findWindows_(searched, x, y, windows);
+            if (haveOnlyTips(windows)) {
+                averageTips(windows);
+                continue;
+            }
             list.list(windows, map_.width());
             if (list.size() < mostScattered) prefetch(windows, list);
             for (int i = 0; i < list.size(); ++i) takeStep(windows, list, i);
@@ -46,6 +52,23 @@ class SmoothingPass {
     }
 
   private:
+    // In noise nearly every pixel is a tip and nothing else, which a list would only delay.
+    [[nodiscard]] bool haveOnlyTips(const Windows& windows) const noexcept {
+        std::uint64_t others = 0;
+        for (int window = 0; window < windows.count; ++window)
+            others |= windows.found.besidesTips.word[window] & windows.own(window, map_.width());
+        return others == 0;
+    }
+    void averageTips(const Windows& windows) noexcept {
+        for (int window = 0; window < windows.count; ++window) {
+            std::uint64_t left = windows.found.tip.word[window] & windows.own(window, map_.width());
+            for (; left != 0; left &= left - 1) {
+                const int x = windows.column(window, std::countr_zero(left));
+                steps_.averageTip(x, windows.y[window]);
+            }
+        }
+    }
+
     // Longer lists are of pixels so close together that they come into the cache by themselves.
     static constexpr int mostScattered = 300;
 

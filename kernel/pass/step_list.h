@@ -1,7 +1,6 @@
 // The steps of windows as a list, in the order in which they are taken.
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cstdint>
@@ -48,9 +47,7 @@ class StepList {
     int listPixels(const Windows& windows, int width) noexcept {
         int size = 0;
         for (int window = 0; window < windows.count; ++window) {
-            const int count = std::min(Windows::pixels, width - windows.x[window]);
-            const std::uint64_t inside = (~std::uint64_t{0} >> (64 - count)) << Windows::margin;
-            std::uint64_t left = windows.found.any.word[window] & inside;
+            std::uint64_t left = windows.found.any.word[window] & windows.own(window, width);
             do {
                 for (int i = 0; i < atOnce; ++i, left &= left - 1) {
                     constexpr std::uint64_t last = std::uint64_t{1}

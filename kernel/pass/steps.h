@@ -44,6 +44,8 @@ class PixelSteps {
         }
     }
 
+    void averageTip(int x, int y) noexcept { images_.tipAverage(x, y, weights_.tipWeight); }
+
   private:
     /// How a ramp goes out from a piece.
     struct Way {
@@ -170,7 +172,7 @@ class PixelSteps {
     // edge flag of the column on its left.
     void treatTip(const FindingsAt& at, int x, int y) noexcept {
         if (at.isIn(at.findings.tip)) {
-            images_.tipAverage(x, y, weights_.tipWeight);
+            averageTip(x, y);
             return;
         }
         const bool roomForFirst = x <= map_.width() - 4 && y >= 3;

@@ -31,6 +31,12 @@ struct Windows {
         assert(window >= 0 && window < count && bit >= margin && bit < margin + pixels);
         return x[window] - margin + bit;
     }
+
+    /// The bits of a window's own pixels, in an image of this width.
+    [[nodiscard]] std::uint64_t own(int window, int width) const {
+        const int present = std::min(pixels, width - x[window]);
+        return (~std::uint64_t{0} >> (64 - present)) << margin;
+    }
 };
 
 struct WatchedSearch;

@@ -1,13 +1,6 @@
 // Integer arithmetic that is defined for every input.
 #pragma once
 
-/// For a function whose calls cost more than what it does, where the compiler thinks otherwise.
-#ifdef __GNUC__
-#define NEVREL_ALWAYS_INLINE [[gnu::always_inline]]
-#else
-#define NEVREL_ALWAYS_INLINE
-#endif
-
 #include <cstdint>
 #include <limits>
 

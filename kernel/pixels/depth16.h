@@ -20,7 +20,7 @@ class Depth16 : public IntegerDepth<Pixel16> {
     }
 
     /// Makes a pixel the average of those that were summed up, itself among them.
-    NEVREL_ALWAYS_INLINE static void setAverage(Pixel& centre, const TipSums& sums) noexcept {
+    static void setAverage(Pixel& centre, const TipSums& sums) noexcept {
         centre.alpha = toChannel((sums.weight * 0.5F + sums.alpha) / sums.weight);
         if (sums.alpha == 0.0F) return;
         const float rounding = sums.alpha * 0.5F;

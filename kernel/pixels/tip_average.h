@@ -3,7 +3,6 @@
 
 #include <cstdint>
 
-#include "kernel/pixels/arithmetic.h"
 #include "kernel/pixels/pixel.h"
 
 /// In 16.16 fixed point, for the 8-bit depth.
@@ -32,9 +31,8 @@ struct FloatTipSums {
     float green = 0.0F;
     float blue = 0.0F;
 
-    // Called, it takes as long again: the sums would have to be in memory.
     template <typename Pixel>
-    NEVREL_ALWAYS_INLINE void add(const Pixel& p, float w) noexcept {
+    void add(const Pixel& p, float w) noexcept {
         const float share = static_cast<float>(p.alpha) * w;
         weight += w;
         alpha += share;

@@ -47,7 +47,8 @@ inline constexpr int rampKindBits = 3;
 /// The pixels at which each step and each of its forms applies.
 struct Findings {
     PixelSet step[stepCount];
-    PixelSet any;  ///< of the steps
+    PixelSet any;          ///< of the steps
+    PixelSet besidesTips;  ///< any but the average of a tip
 
     PixelSet rampKind[4][rampKindBits];  ///< by side; the bits of a RampKind, the lowest first
     PixelSet run[4];                     ///< by side: the ramp is a run's

@@ -44,10 +44,12 @@ class PatternFinder {
                     columns | setAll(found.horizontalNotch, window, drawn<horizontalNotches>()) |
                         setAll(found.cornerNotch, window, drawn<cornerNotches>()));
         const Mask lines = left.line | right.line | up.line | down.line;
-        const Mask finish =
-            setStep(Step::finish, setTips(found, window, ~lines) |
-                                      setAll(found.junction, window, drawn<junctions>()));
-        set(found.any, window, ramps | fixes | finish);
+        const Mask tips = set(found.tip, window, tip() & ~lines);
+        const Mask finish = setTipRestores(found, window, ~lines & ~tips) |
+                            setAll(found.junction, window, drawn<junctions>());
+        setStep(Step::finish, tips | finish);
+        const Mask besidesTips = set(found.besidesTips, window, ramps | fixes | finish);
+        set(found.any, window, tips | besidesTips);
     }
 
   private:
@@ -231,11 +233,11 @@ class PatternFinder {
 
     // ---- Tips
 
-    // `free` are the pixels at which no thin line is blended.
-    Mask setTips(Findings& found, int window, Mask free) const {
+    // `free` are the pixels at which neither a thin line nor a tip is blended.
+    Mask setTipRestores(Findings& found, int window, Mask free) const {
         Group<4> restores = drawn<tipRestores>();
         for (Mask& restore : restores) restore = restore & free;
-        return set(found.tip, window, free & tip()) | setAll(found.tipRestore, window, restores);
+        return setAll(found.tipRestore, window, restores);
     }
 
     // A pixel closed on all four sides that differs from a diagonal neighbour on either diagonal;

@@ -162,6 +162,22 @@ TYPED_TEST(KernelAgainstJudge, LongShapes) {
         EXPECT_TRUE(this->agree(values, *shapes, palette, 1));
 }
 
+/// Every pixel differs from all around it: where nothing but tips is found they take a way of their
+/// own.
+TYPED_TEST(KernelAgainstJudge, NothingButTips) {
+    std::vector<TypeParam> palette;
+    for (int i = 0; i < 64; ++i) {
+        const auto channel = static_cast<decltype(TypeParam::red)>(i);
+        palette.push_back({channel, channel, 1, channel});
+    }
+    for (const int width : {1, 2, 3, 47, 48, 49, 96, 97, 400}) {
+        IndexPicture shapes(width, 5);
+        for (int y = 0; y < shapes.height; ++y)
+            for (int x = 0; x < width; ++x) shapes.set(x, y, (7 * x + 13 * y) % 64);
+        EXPECT_TRUE(this->agree({.colorThreshold = 0, .softness = 70}, shapes, palette, 1));
+    }
+}
+
 /// A staircase whose ramp never runs out is blended to the picture's edge, in every direction.
 TYPED_TEST(KernelAgainstJudge, EndlessStaircases) {
     const auto palette = std::vector<TypeParam>{{}, {1, 1, 1, 1}, {}, {}};
