@@ -52,7 +52,8 @@ struct SearchedMap {
 /// multiple of 8; y is the map's height when it is done.
 using FindWindows = void(const SearchedMap& map, int& x, int& y, Windows& windows);
 
-/// The flags of windows and their surroundings.
+/// The flags of windows and their surroundings, of those that have been loaded.
+// cppcheck-suppress noConstructor
 class WindowPlanes {
   public:
     static constexpr int reach = 4;  // rows above and below that the patterns look at
