@@ -17,3 +17,4 @@ ${Text} ForAllUsers "Every &user may change the stored defaults" "すべての�
 ${Text} ForAllUsersMore "Otherwise only administrators can, since the plug-ins folder is write-protected. For all users together." "プラグインフォルダーは書き込み禁止のため、選択しない場合は管理者だけが変更できます。値は全ユーザー共通です。"
 ${Text} InUse "nevrel.aex is in use. Quit After Effects, Premiere Pro and Media Encoder, then try again.$\r$\n$\r$\n$Folder" "nevrel.aex は使用中です。After Effects、Premiere Pro、Media Encoder を終了してから再試行してください。$\r$\n$\r$\n$Folder"
 ${Text} CannotWrite "nevrel.aex cannot be written into this folder:$\r$\n$\r$\n$Folder" "このフォルダーに nevrel.aex を書き込めません。$\r$\n$\r$\n$Folder"
+${Text} NoHost "/BUILD=each: no After Effects was found." "/BUILD=each：After Effects が見つかりません。"
