@@ -1,5 +1,6 @@
 // The controls as they are declared, and their state.
 #include <regex>
+#include <span>
 #include <sstream>
 #include <tuple>
 
@@ -9,73 +10,56 @@ using namespace host_kit;
 
 namespace {
 
-std::string Text(const PF_Pixel& color) {
-    const A_u_char channels[] = {color.alpha, color.red, color.green, color.blue};
-    std::string text;
-    for (const A_u_char channel : channels) text += ' ' + std::to_string(channel);
-    return text;
-}
-
-/// A line for each control: type, id, name, flags and UI flags, then what its type has.
-std::string Listing(const std::vector<PF_ParamDef>& declared) {
-    std::ostringstream out;
-    for (std::size_t i = 1; i < declared.size(); ++i) {
-        const PF_ParamDef& def = declared[i];
-        out << def.param_type << " id " << def.uu.id << " '"
-            << (def.param_type == PF_Param_GROUP_END ? "" : def.name) << "' flags " << def.flags
-            << " ui " << def.ui_flags << ' ' << def.ui_width << ' ' << def.ui_height;
-        const auto& [slider, box, color] = std::tie(def.u.sd, def.u.bd, def.u.cd);
-        if (def.param_type == PF_Param_SLIDER) {
-            out << ": " << slider.value << " default " << slider.dephault << ", "
-                << slider.valid_min << " to " << slider.valid_max << ", slider "
-                << slider.slider_min << " to " << slider.slider_max << slider.value_str
-                << slider.value_desc;
-        } else if (def.param_type == PF_Param_CHECKBOX) {
-            out << ": " << box.value << " default " << int{box.dephault} << box.u.nameptr;
-        } else if (def.param_type == PF_Param_COLOR) {
-            out << ":" << Text(color.value) << " default" << Text(color.dephault);
+/// The controls, a line for each: type, id, name, flags and UI flags, and the ranges of a slider.
+/// Their initial values, which are their defaults too.
+struct Listing {
+    explicit Listing(const Session& session) {
+        for (const PF_ParamDef& def : std::span(session.effect.declared()).subspan(1)) {
+            controls << def.param_type << ' ' << def.uu.id << " '"
+                     << (def.param_type == PF_Param_GROUP_END ? "" : def.name) << "' flags "
+                     << def.flags << " ui " << def.ui_flags << ' ' << def.ui_width << ' '
+                     << def.ui_height;
+            const auto& [slider, box, color] = std::tie(def.u.sd, def.u.bd, def.u.cd);
+            if (def.param_type == PF_Param_SLIDER) {
+                controls << ": " << slider.valid_min << " to " << slider.valid_max << ", slider "
+                         << slider.slider_min << " to " << slider.slider_max << slider.value_str
+                         << slider.value_desc;
+                values << slider.value << ' ';
+                EXPECT_EQ(slider.dephault, slider.value);
+            } else if (def.param_type == PF_Param_CHECKBOX) {
+                controls << box.u.nameptr;
+                values << box.value << ' ';
+                EXPECT_EQ(box.dephault, box.value);
+            } else if (def.param_type == PF_Param_COLOR) {
+                const PF_Pixel& v = color.value;
+                values << +v.alpha << ',' << +v.red << ',' << +v.green << ',' << +v.blue << ' ';
+                EXPECT_EQ(std::memcmp(&color.dephault, &v, sizeof v), 0);
+            }
+            controls << '\n';
         }
-        out << '\n';
     }
-    return out.str();
-}
+    std::ostringstream controls, values;
+};
 
-constexpr char builtIn[] =
-    R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 10 default 10, 1 to 255, slider 1 to 255
-1 id 2 'softness' flags 32 ui 0 0 0: 70 default 70, 0 to 100, slider 0 to 100
-1 id 7 'bias' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
-13 id 1000 'color key' flags 0 ui 0 0 0
-4 id 3 'color key enable' flags 96 ui 0 0 0: 0 default 0
-5 id 4 'key color' flags 32 ui 0 0 0: 255 255 255 255 default 255 255 255 255
-1 id 5 'key color threshold' flags 32 ui 0 0 0: 0 default 0, 0 to 255, slider 0 to 255
-4 id 6 'invert' flags 32 ui 0 0 0: 0 default 0
-14 id 1001 '' flags 32 ui 0 0 0
+constexpr char parameterSet[] =
+    R"(1 1 'color threshold' flags 32 ui 0 0 0: 1 to 255, slider 1 to 255
+1 2 'softness' flags 32 ui 0 0 0: 0 to 100, slider 0 to 100
+1 7 'bias' flags 32 ui 0 0 0: 0 to 100, slider 0 to 100
+13 1000 'color key' flags 0 ui 0 0 0
+4 3 'color key enable' flags 96 ui 0 0 0
+5 4 'key color' flags 32 ui 0 0 0
+1 5 'key color threshold' flags 32 ui 0 0 0: 0 to 255, slider 0 to 255
+4 6 'invert' flags 32 ui 0 0 0
+14 1001 '' flags 32 ui 0 0 0
 )";
+constexpr char builtIn[] = "10 70 0 0 255,255,255,255 0 0 ";
 
 /// Numbers beyond the controls' ranges are the host's to deal with; of a colour the low byte
 /// counts.
-constexpr char stored[] = R"([defaults]
-ColorThreshold=300
-Softness=0
-Bias=-3
-ColorkeyEnable=1
-KeycolorR=256
-KeycolorG=7
-KeycolorB=-1
-ColorkeyThreshold=9
-ColorkeyInvert=1
-)";
-constexpr char fromFile[] =
-    R"(1 id 1 'color threshold' flags 32 ui 0 0 0: 300 default 300, 1 to 255, slider 1 to 255
-1 id 2 'softness' flags 32 ui 0 0 0: 0 default 0, 0 to 100, slider 0 to 100
-1 id 7 'bias' flags 32 ui 0 0 0: -3 default -3, 0 to 100, slider 0 to 100
-13 id 1000 'color key' flags 0 ui 0 0 0
-4 id 3 'color key enable' flags 96 ui 0 0 0: 1 default 1
-5 id 4 'key color' flags 32 ui 0 0 0: 255 0 7 255 default 255 0 7 255
-1 id 5 'key color threshold' flags 32 ui 0 0 0: 9 default 9, 0 to 255, slider 0 to 255
-4 id 6 'invert' flags 32 ui 0 0 0: 1 default 1
-14 id 1001 '' flags 32 ui 0 0 0
-)";
+constexpr char stored[] =
+    "[defaults]\nColorThreshold=300\nSoftness=0\nBias=-3\nColorkeyEnable=1\nKeycolorR=256\n"
+    "KeycolorG=7\nKeycolorB=-1\nColorkeyThreshold=9\nColorkeyInvert=1\n";
+constexpr char fromFile[] = "300 0 -3 1 255,0,7,255 9 1 ";
 
 TEST(ParamsSetup, DeclaresTheControls) {
     const HostIdentity old = HostNamed(PF_AppID_AfterEffects, {12, 11});
@@ -86,18 +70,19 @@ TEST(ParamsSetup, DeclaresTheControls) {
     const struct {
         HostIdentity identity;
         std::string ini;
-        std::string expected;
+        const char* values;
         const char* uiFlags = " ui 0";
     } cases[] = {{recent, {}, builtIn},           {recent, stored, fromFile},
                  {old, stored, builtIn},          {older, stored, builtIn},
                  {oldPremiere, stored, fromFile}, {engine, stored, fromFile, " ui 32"}};
     for (const auto& c : cases) {
-        std::string expected = std::regex_replace(c.expected, std::regex(" ui 0"), c.uiFlags);
-        const Session grouped(c.ini, c.identity);
-        EXPECT_EQ(Listing(grouped.effect.declared()), expected);
-        expected = std::regex_replace(expected, std::regex("1[34] id .*\n"), "");
-        const Session flat(c.ini + flatLayout, c.identity);
-        EXPECT_EQ(Listing(flat.effect.declared()), expected);
+        std::string expected = std::regex_replace(parameterSet, std::regex(" ui 0"), c.uiFlags);
+        for (const std::string layout : {"", flatLayout}) {
+            const Listing listing(Session(c.ini + layout, c.identity));
+            EXPECT_EQ(listing.controls.str(), expected);
+            EXPECT_EQ(listing.values.str(), c.values);
+            expected = std::regex_replace(expected, std::regex("1[34] 100.*\n"), "");
+        }
     }
     EXPECT_EQ(Session().effect.paramsSetup().out.num_params, 10);
     EXPECT_EQ(Session(flatLayout).effect.paramsSetup().out.num_params, 8);
@@ -110,11 +95,8 @@ std::vector<A_long> Updates(Session& session, Instance& instance, bool userChang
         userChanged ? instance.userChangedParam() : instance.updateParamsUi();
     EXPECT_EQ(result.error, PF_Err_NONE);
     std::vector<A_long> ids;
-    for (const HostCallRecord& call : session.host.calls.recorded()) {
-        if (call.call == HostCall::UpdateParamUi) {
-            ids.push_back(session.effect.declared()[static_cast<std::size_t>(call.number)].uu.id);
-        }
-    }
+    for (const A_long index : session.recordedNumbers(HostCall::UpdateParamUi))
+        ids.push_back(session.effect.declared()[static_cast<std::size_t>(index)].uu.id);
     return ids;
 }
 
@@ -124,16 +106,15 @@ TEST(UpdateParamsUi, KeyControlsFollowTheirSwitch) {
         Instance instance(session.effect);
         for (const PF_ParamIndex index : grouped ? std::vector{6} : std::vector{4, 5}) {
             PF_ParamDef def = session.effect.declared()[static_cast<std::size_t>(index)];
-            def.ui_flags =
-                0x100;  // a flag of the host's: the colour keeps it, the separator replaces it
+            // A flag of the host's: the colour keeps it, the separator replaces it.
+            def.ui_flags = 0x100;
             ASSERT_TRUE(instance.updateControl(index, def));
         }
-        const std::vector<A_long> keyControls{idKeyColor, idKeyThreshold, idKeyInvert};
         for (const bool on : {false, true, false}) {
             for (const bool userChanged : {false, true}) {
                 instance.setCheckbox(idKeyEnable, on);
                 const bool first = instance.param(idKeyEnable).ui_flags == 0x100;
-                std::vector<A_long> expected = keyControls;
+                std::vector<A_long> expected{idKeyColor, idKeyThreshold, idKeyInvert};
                 if (first) expected.insert(expected.begin(), idKeyEnable);
                 EXPECT_EQ(Updates(session, instance, userChanged), expected);
                 EXPECT_EQ(instance.param(idKeyColor).ui_flags, on ? 0x100 : 0x120);

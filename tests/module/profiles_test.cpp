@@ -22,27 +22,6 @@ constexpr Profile profiles[] = {
     {"editor", PF_AppID_Premiere, {13, 4}, MultiFrameRules::Unknown, false},
 };
 
-/// Counts the commands of a host and their calls, and prints a line for each kind of command.
-class Tally {
-  public:
-    Tally(Session& session, const char* profile) : session_(session), profile_(profile) {}
-
-    template <typename Send>
-    void add(const char* command, const Send& send) {
-        const std::uint64_t commands = session_.host.commands;
-        session_.host.calls.resetCount();
-        send();
-        std::printf("%-16s %-18s %6llu commands %7d calls\n", profile_, command,
-                    static_cast<unsigned long long>(session_.host.commands - commands),
-                    session_.host.calls.count());
-        EXPECT_EQ(session_.host.accounts.complaints(), "") << profile_ << ", " << command;
-    }
-
-  private:
-    Session& session_;
-    const char* profile_;
-};
-
 void RenderAll(const Profile& profile, Instance& instance, bool smart) {
     for (const PF_PixelFormat format :
          {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
@@ -73,28 +52,36 @@ TEST_P(Profiles, ServeEveryCommand) {
         EXPECT_TRUE(SmartRender(instance, input, output).ok());
     };
 
-    Tally tally(session, profile.name);
-    tally.add("about", [&] { EXPECT_TRUE(session.effect.about().ok()); });
-    tally.add("global set-up", [&] { EXPECT_TRUE(Effect(session.effect).globalSetup().ok()); });
-    tally.add("parameter set-up", [&] { EXPECT_TRUE(Effect(session.effect).paramsSetup().ok()); });
+    // Sends commands and prints how many they and their calls are.
+    const auto tell = [&](const char* command, const auto& send) {
+        const std::uint64_t commands = session.host.commands;
+        session.host.calls.resetCount();
+        send();
+        std::printf("%-16s %-18s %6llu commands %7d calls\n", profile.name, command,
+                    static_cast<unsigned long long>(session.host.commands - commands),
+                    session.host.calls.count());
+        EXPECT_EQ(session.host.accounts.complaints(), "") << profile.name << ", " << command;
+    };
+    tell("about", [&] { EXPECT_TRUE(session.effect.about().ok()); });
+    tell("global set-up", [&] { EXPECT_TRUE(Effect(session.effect).globalSetup().ok()); });
+    tell("parameter set-up", [&] { EXPECT_TRUE(Effect(session.effect).paramsSetup().ok()); });
     Instance other(session.effect);
-    tally.add("sequence set-up", [&] { EXPECT_TRUE(other.sequenceSetup().ok()); });
-    tally.add("flatten", [&] { EXPECT_TRUE(other.sequenceFlatten(flat).ok()); });
-    tally.add("flattened copy", [&] {
+    tell("sequence set-up", [&] { EXPECT_TRUE(other.sequenceSetup().ok()); });
+    tell("flatten", [&] { EXPECT_TRUE(other.sequenceFlatten(flat).ok()); });
+    tell("flattened copy", [&] {
         std::vector<std::byte> copy;
         EXPECT_TRUE(instance.flattenedCopy(copy).ok());
         EXPECT_EQ(copy.size(), ForMultiFrame() ? 4U : 0U);
     });
-    tally.add("re-set-up", [&] { EXPECT_TRUE(other.sequenceResetup(flat).ok()); });
+    tell("re-set-up", [&] { EXPECT_TRUE(other.sequenceResetup(flat).ok()); });
 #ifndef _WIN32  // where a dialog opens and waits
-    tally.add("options", [&] { EXPECT_TRUE(instance.doDialog().ok()); });
+    tell("options", [&] { EXPECT_TRUE(instance.doDialog().ok()); });
 #endif
-    tally.add("UI update", [&] { EXPECT_TRUE(instance.updateParamsUi().ok()); });
-    tally.add("changed parameter", [&] { EXPECT_TRUE(instance.userChangedParam().ok()); });
-    tally.add("render", [&] { RenderAll(profile, instance, false); });
-    if (profile.rendersSmartly)
-        tally.add("smart render", [&] { RenderAll(profile, instance, true); });
-    tally.add("set-down", [&] { EXPECT_TRUE(other.sequenceSetdown().ok()); });
+    tell("UI update", [&] { EXPECT_TRUE(instance.updateParamsUi().ok()); });
+    tell("changed parameter", [&] { EXPECT_TRUE(instance.userChangedParam().ok()); });
+    tell("render", [&] { RenderAll(profile, instance, false); });
+    if (profile.rendersSmartly) tell("smart render", [&] { RenderAll(profile, instance, true); });
+    tell("set-down", [&] { EXPECT_TRUE(other.sequenceSetdown().ok()); });
     session.host.meanwhile = nullptr;
 }
 

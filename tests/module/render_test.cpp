@@ -25,13 +25,9 @@ TEST(SmartPreRender, HandsTheValuesOver) {
         session.host.calls.record(true);
         EXPECT_TRUE(frame.preRender().ok());
         EXPECT_EQ(HandedOver(session, frame), own);
-        std::vector<A_long> order;
-        for (const HostCallRecord& call : session.host.calls.recorded()) {
-            if (call.call == HostCall::CheckoutParam) order.push_back(call.number);
-        }
-        const std::vector<A_long> flat{4, 1, 2, 3, 6, 7, 4, 5};
-        const std::vector<A_long> inGroup{4, 1, 2, 3, 7, 8, 5, 6};
-        EXPECT_EQ(order, grouped ? inGroup : flat);
+        EXPECT_EQ(session.recordedNumbers(HostCall::CheckoutParam),
+                  grouped ? (std::vector<A_long>{4, 1, 2, 3, 7, 8, 5, 6})
+                          : (std::vector<A_long>{4, 1, 2, 3, 6, 7, 4, 5}));
     }
 }
 
@@ -41,20 +37,19 @@ TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
     Session session;
     Instance instance(session.effect);
     Picture input(PF_PixelFormat_ARGB32);
-    const struct {
-        PF_LRect before, after;
-    } cases[] = {
-        {{0, 0, 0, 0}, {4, 2, 40, 12}},    {{5, 5, 5, 90}, {4, 2, 40, 12}},
-        {{90, 9, 100, 9}, {4, 2, 40, 12}}, {{-3, 5, 10, 20}, {-3, 2, 40, 20}},
-        {{10, 3, 12, 4}, {4, 2, 40, 12}},
-    };
-    for (const auto& c : cases) {
+    constexpr PF_LRect got{4, 2, 40, 12};
+    constexpr PF_LRect cases[][2] = {{{0, 0, 0, 0}, got},
+                                     {{5, 5, 5, 90}, got},
+                                     {{90, 9, 100, 9}, got},
+                                     {{10, 3, 12, 4}, got},
+                                     {{-3, 5, 10, 20}, {-3, 2, 40, 20}}};
+    for (const auto& [before, after] : cases) {
         Frame frame(instance, input, {}, PF_LRect{4, 2, 60, 50});
-        frame.blankOutput.result_rect = frame.blankOutput.max_result_rect = c.before;
+        frame.blankOutput.result_rect = before;
         EXPECT_TRUE(frame.preRender().ok());
         EXPECT_TRUE(frame.layerRequest(0)->rect == (PF_LRect{4, 2, 60, 50}));
         EXPECT_EQ(frame.layerRequest(0)->channel_mask, 0xF);
-        EXPECT_TRUE(frame.preRenderOutput().result_rect == c.after);
+        EXPECT_TRUE(frame.preRenderOutput().result_rect == after);
         EXPECT_EQ(frame.preRenderOutput().flags, 0);
     }
     Frame outside(instance, input, {}, PF_LRect{100, 100, 110, 110});
@@ -67,9 +62,8 @@ TEST(SmartPreRender, AsksForExactlyTheAreaAndMergesWhatItGets) {
 TEST(SmartRender, RendersWithThePreRenderedValues) {
     Session session;
     Instance instance(session.effect);
-    Picture input(PF_PixelFormat_ARGB64);
-    Picture smooth(PF_PixelFormat_ARGB64), again(PF_PixelFormat_ARGB64),
-        copy(PF_PixelFormat_ARGB64);
+    constexpr PF_PixelFormat format = PF_PixelFormat_ARGB64;
+    Picture input(format), smooth(format), again(format), copy(format);
     Frame frame(instance, input);
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(frame.preRender().ok());
     instance.setSlider(idSoftness, 0);

@@ -53,6 +53,14 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
+    /// Which parameter, or whatever else a call's number says, in order.
+    [[nodiscard]] std::vector<A_long> recordedNumbers(host_kit::HostCall which) const {
+        std::vector<A_long> numbers;
+        for (const host_kit::HostCallRecord& call : host.calls.recorded())
+            if (call.call == which) numbers.push_back(call.number);
+        return numbers;
+    }
+
     TempFolder folder;
     host_kit::Module module{copyModule()};
     host_kit::MultiFrameHost host;
