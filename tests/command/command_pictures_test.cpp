@@ -140,14 +140,14 @@ TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
         if (name.ends_with("png")) picture.spec.attribute("oiio:Gamma", 1.8F);
         write("in/" + name, picture);
     }
-    TestPicture window = MakePicture(48, 40, 4, TypeDesc::HALF, Alpha::Associated);
+    TestPicture window = MakePictureFor("window.exr", 48, 40);
     window.spec.x = 10;
     window.spec.y = -5;
     window.spec.full_width = 100;
     window.spec.full_height = 80;
     FillWithNoise(window, 3);
     write("in/window.exr", window);
-    TestPicture tiles = MakePicture(50, 41, 4, TypeDesc::UINT8);
+    TestPicture tiles = MakePictureFor("tiles.tif", 50, 41);
     tiles.spec.tile_width = tiles.spec.tile_height = 16;
     FillWithNoise(tiles, 4);
     write("in/tiles.tif", tiles);
@@ -157,7 +157,7 @@ TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
 
 /// Lossy compression and bilevel files give way to what holds the result.
 TEST_F(PictureTest, ResultsAreNotLostInTheFilesOwnEncoding) {
-    TestPicture lossy = MakePicture(64, 48, 4, TypeDesc::HALF, Alpha::Associated);
+    TestPicture lossy = MakePictureFor("lossy.exr", 64, 48);
     FillWithNoise(lossy, 7);
     lossy.spec.attribute("compression", "dwaa");
     write("lossy.exr", lossy);
@@ -188,9 +188,7 @@ TEST_F(PictureTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
 }
 
 TEST_F(PictureTest, TgaKeepsItsMarkForAssociatedAlpha) {
-    TestPicture picture = MakePicture(20, 10, 4, TypeDesc::UINT8);
-    FillWithNoise(picture, 6);
-    write("in/a.tga", picture);
+    WriteNoise(path("in/a.tga"), 20, 10);
     std::string bytes = FileText(path("in/a.tga"));
     std::uint32_t extensionArea = 0;
     std::memcpy(&extensionArea, &bytes[bytes.size() - 26], 4);
@@ -264,15 +262,15 @@ TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
     }
     for (const FileKind& kind : kinds) {
         const std::string name = kind.name, color = kind.channels == 1 ? "white" : "red";
-        const TestPicture keyed = read(color + "/" + name);
-        const TestPicture inverted = read(color + "inverted/" + name);
+        const TestPicture keyed = read(color + "/" + name),
+                          inverted = read(color + "inverted/" + name);
         const bool greyBecomesColor = name == "y.tga";
         const int alpha = greyBecomesColor ? 3 : kind.channels;
         ASSERT_EQ(keyed.spec.nchannels, alpha + 1) << name;
-        EXPECT_EQ(Unit(keyed, 0, 0, alpha), 0) << name;
-        EXPECT_EQ(Unit(keyed, 24, 20, alpha), 1) << name;
-        EXPECT_EQ(Unit(inverted, 0, 0, alpha), 1) << name;
-        EXPECT_EQ(Unit(inverted, 24, 20, alpha), 0) << name;
+        for (const TestPicture* picture : {&keyed, &inverted}) {
+            EXPECT_EQ(Unit(*picture, 0, 0, alpha), picture == &inverted) << name;
+            EXPECT_EQ(Unit(*picture, 24, 20, alpha), picture == &keyed) << name;
+        }
         EXPECT_EQ(Unit(keyed, 0, 0, 0), kind.alpha == Alpha::Associated ? 0 : 1) << name;
         bool soft = false;
         for (int x = 0; x < 48; ++x)
@@ -323,10 +321,7 @@ TEST_F(PictureTest, OtherChannelsAreCarriedOver) {
 
 TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
     for (const std::string name : {"parts.exr", "pages.tif"}) {
-        const bool exr = name == "parts.exr";
-        std::vector<TestPicture> parts(
-            3, MakePicture(48, 40, 4, exr ? TypeDesc::HALF : TypeDesc::UINT8,
-                           exr ? Alpha::Associated : Alpha::Straight));
+        std::vector<TestPicture> parts(3, MakePictureFor(name, 48, 40));
         for (unsigned i = 0; i < 3; ++i) {
             FillWithNoise(parts[i], i);
             parts[i].spec.attribute("oiio:subimagename", "part" + std::to_string(i));
@@ -356,7 +351,7 @@ TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
 /// Its own alpha convention; and no time of writing, which would make other bytes of the same
 /// picture each time.
 TEST_F(PictureTest, AnotherFormatGetsWhatItIsUsedTo) {
-    TestPicture straight = MakePicture(48, 40, 4, TypeDesc::UINT8);
+    TestPicture straight = MakePictureFor("in.png", 48, 40);
     DrawDisc(straight, {1, 0.5, 0, 0.4}, {0, 0.5, 1, 0.8});
     write("in.png", straight);
     for (const std::string name : {"out.exr", "out.tif", "out.tga", "out.dpx"}) {
@@ -399,10 +394,8 @@ TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTh
 
 /// What goes through a pipe is what a file would hold.
 TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
-    TestPicture picture = MakePicture(48, 40, 4, TypeDesc::UINT8);
-    FillWithNoise(picture, 5);
-    write("a.png", picture);
-    const std::string samples = Bytes(smoothed("a.png")), raw = Bytes(picture);
+    WriteNoise(path("a.png"), 48, 40);
+    const std::string samples = Bytes(smoothed("a.png")), raw = Bytes(read("a.png"));
     ASSERT_EQ(run("smooth - -o - <a.png").output, FileText(path("out_a.png")));
     WriteText(path("raw"), raw + raw + raw.substr(1));
     const CommandRun frames = run("smooth --raw 48x40:rgba <raw");
@@ -414,18 +407,15 @@ TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
 
 /// White lets all of the effect through, black nothing, grey a part.
 TEST_F(PictureTest, MasksHoldTheEffectBack) {
+    TestPicture mask = MakePictureFor("mask.png", 60, 40, 1);
+    ForEachSample(mask, [&](int x, int y, int) {
+        SetUnit(mask, x, y, 0, x < 20 ? 0 : x < 40 ? 1 : 0.5);
+    });
+    write("mask.png", mask);
     for (const char* file : {"a.png", "a.exr"}) {
-        const bool exr = std::string(file).ends_with("exr");
-        TestPicture picture = MakePicture(60, 40, 4, exr ? TypeDesc::HALF : TypeDesc::UINT8,
-                                          exr ? Alpha::Associated : Alpha::Straight);
-        FillWithNoise(picture, 3);
-        write(file, picture);
-        TestPicture mask = MakePicture(60, 40, 1, TypeDesc::UINT8);
-        ForEachSample(mask, [&](int x, int y, int) {
-            SetUnit(mask, x, y, 0, x < 20 ? 0 : x < 40 ? 1 : 0.5);
-        });
-        write("mask.png", mask);
-        const TestPicture all = smoothed(file), some = smoothed(file, "--mask mask.png");
+        WriteNoise(path(file), 60, 40);
+        const TestPicture picture = read(file), all = smoothed(file),
+                          some = smoothed(file, "--mask mask.png");
         int between = 0;
         ForEachSample(picture, [&](int x, int y, int c) {
             const double was = Unit(picture, x, y, c), full = Unit(all, x, y, c);
@@ -435,13 +425,13 @@ TEST_F(PictureTest, MasksHoldTheEffectBack) {
         });
         EXPECT_GT(between, 300) << file;
     }
-    write("small.png", MakePicture(8, 8, 1, TypeDesc::UINT8));
+    WriteNoise(path("small.png"), 8, 8, 1);
     ExpectError(run("smooth a.png -o out.png --mask small.png"), 1, {"small.png", "8 x 8", "60 x"});
 }
 
 /// A look found here is the default where the file lies beside the module.
 TEST_F(PictureTest, SettingsGoThroughFiles) {
-    write("a.png", MakePicture(8, 8, 4, TypeDesc::UINT8));
+    WriteNoise(path("a.png"), 8, 8);
     const std::string look =
         "--softness 33 --bias 4 --color-threshold 5 --color-key '#123' --key-threshold 6 "
         "--invert";

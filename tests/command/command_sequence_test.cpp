@@ -1,12 +1,11 @@
 // `nevrel smooth` with several pictures at once.
 #include <algorithm>
+#include <regex>
 
 #include "tests/command/command_runner.h"
 #include "tests/command/picture_files.h"
 
 namespace {
-
-using OIIO::TypeDesc;
 
 class SequenceTest : public CommandTest {
   protected:
@@ -14,11 +13,7 @@ class SequenceTest : public CommandTest {
 
     /// A frame in the folder "in", unlike every other one.
     void writeFrame(const std::string& name, int width = 120, int height = 90) {
-        const bool exr = name.ends_with("exr");
-        TestPicture picture = MakePicture(width, height, 4, exr ? TypeDesc::HALF : TypeDesc::UINT8,
-                                          exr ? Alpha::Associated : Alpha::Straight);
-        FillWithNoise(picture, ++frames_);
-        WriteTestPicture(path("in/" + name), picture);
+        WriteNoise(path("in/" + name), width, height, 4, ++frames_);
     }
 
     /// Frames whose names have a place for the number, `####`.
@@ -66,15 +61,9 @@ TEST_F(SequenceTest, OneFailureStopsNoOther) {
     for (const std::string jobs : {"1", "2", "6"}) {
         const CommandRun result = run("smooth in/* -o out/ --jobs " + jobs, "rm -rf out;");
         EXPECT_EQ(result.status, 1);
-        std::size_t last = 0;
-        for (const std::string failed :
-             {"nevrel: in/1.png: ", "nevrel: in/3.png: ", "nevrel: out/5.txt: "}) {
-            const std::size_t at = result.errors.find(failed);
-            ASSERT_NE(at, std::string::npos) << result.errors;
-            EXPECT_GE(at, last) << result.errors;
-            last = at;
-        }
-        EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 3) << result.errors;
+        const std::regex inOrder(
+            "nevrel: in/1.png: .*\nnevrel: in/3.png: .*\nnevrel: out/5.txt: .*\n");
+        EXPECT_TRUE(std::regex_match(result.errors, inOrder)) << result.errors;
         EXPECT_EQ(files("out"), (std::vector<std::string>{"2.png", "4.png", "6.png"}));
     }
 }
@@ -182,16 +171,14 @@ TEST_F(SequenceTest, OutputsThatAreTheSameFileAreRefused) {
 }
 
 TEST_F(SequenceTest, AnInterruptLeavesNothingBehind) {
-    for (const std::string name : {"1.tif", "2.tif", "3.tif", "4.tif", "5.tif", "6.tif"})
-        writeFrame(name, 600, 400);
+    for (const char number : std::string("123456"))
+        writeFrame(number + std::string(".tif"), 600, 400);
     for (const std::string signal : {"INT", "TERM", "KILL"}) {
-        for (const std::string delay :
-             {"0.02", "0.05", "0.1", "0.15", "0.2", "0.25", "0.3", "0.4"}) {
+        for (const std::string delay : {"0.02", "0.05", "0.1", "0.15", "0.2", "0.3", "0.4"}) {
             static_cast<void>(run("smooth in/*.tif -o out --jobs 3",
                                   "rm -rf out; mkdir out; timeout -s " + signal + " " + delay));
             for (const std::string& name : files("out")) {
-                EXPECT_TRUE(std::filesystem::exists(path("in/" + name)))
-                    << name << " after " << delay;
+                EXPECT_TRUE(std::filesystem::exists(path("in/" + name))) << name << delay;
                 EXPECT_EQ(ReadTestPicture(path("out/" + name)).spec.width, 600);
             }
         }

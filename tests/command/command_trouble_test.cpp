@@ -11,9 +11,7 @@ const std::string namedFilesOnly = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRE
 class TroubleTest : public CommandTest {
   protected:
     TroubleTest() {
-        TestPicture picture = MakePicture(200, 150, 3, OIIO::TypeDesc::UINT8);
-        FillWithNoise(picture, 1);
-        for (const std::string name : {"1.png", "2.png"}) WriteTestPicture(path(name), picture);
+        for (const std::string name : {"1.png", "2.png"}) WriteNoise(path(name), 200, 150, 3);
     }
 };
 
@@ -61,7 +59,7 @@ TEST_F(TroubleTest, HugeHeadersAreErrors) {
     } files[] = {{"huge.tga", 12, "\xFF\xFF\xFF\xFF"},
                  {"huge.bmp", 18, "\xFF\xFF\xFF\x3F\xFF\xFF\xFF\x3F"}};
     for (const auto& [name, size, huge] : files) {
-        WriteTestPicture(path(name), MakePicture(16, 16, 3, OIIO::TypeDesc::UINT8));
+        WriteTestPicture(path(name), MakePictureFor(name, 16, 16, 3));
         std::fstream(path(name), std::ios::in | std::ios::out | std::ios::binary).seekp(size)
             << huge;
         ExpectError(run("smooth " + name + " -o out.png"), 1, {name});

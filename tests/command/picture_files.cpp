@@ -28,6 +28,12 @@ TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDes
     return picture;
 }
 
+TestPicture MakePictureFor(const std::string& name, int width, int height, int channels) {
+    return name.ends_with("exr")
+               ? MakePicture(width, height, channels, OIIO::TypeDesc::HALF, Alpha::Associated)
+               : MakePicture(width, height, channels, OIIO::TypeDesc::UINT8);
+}
+
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value) {
     OIIO::convert_pixel_values(OIIO::TypeDesc::DOUBLE, &value, picture.spec.channelformat(channel),
                                picture.sample(x, y, channel), 1);
@@ -61,6 +67,12 @@ void DrawDisc(TestPicture& picture, const std::vector<double>& inside,
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture) {
     WriteTestPictures(path, {picture});
+}
+
+void WriteNoise(const std::string& path, int width, int height, int channels, unsigned seed) {
+    TestPicture picture = MakePictureFor(path, width, height, channels);
+    FillWithNoise(picture, seed);
+    WriteTestPicture(path, picture);
 }
 
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts) {

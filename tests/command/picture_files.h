@@ -33,6 +33,10 @@ enum class Alpha { Straight, Associated };
 TestPicture MakePicture(int width, int height, int channels, const OIIO::TypeDesc& type,
                         Alpha alpha = Alpha::Straight);
 
+/// With the samples that a file of this name usually holds: half floats and associated alpha in
+/// EXR, bytes and straight alpha elsewhere.
+TestPicture MakePictureFor(const std::string& name, int width, int height, int channels = 4);
+
 /// Fills the picture with sample bits of a generator; finite values in float samples.
 void FillWithNoise(TestPicture& picture, unsigned seed);
 
@@ -54,6 +58,9 @@ void ForEachSample(const TestPicture& picture, Visit&& visit) {
 }
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture);
+/// Such a picture as files of this name usually hold, full of noise.
+void WriteNoise(const std::string& path, int width, int height, int channels = 4,
+                unsigned seed = 9);
 /// A file of several parts or pages.
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts);
 TestPicture ReadTestPicture(const std::string& path, int part = 0);
