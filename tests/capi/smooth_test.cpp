@@ -40,28 +40,22 @@ Samples Draw(const PinnedResult& pin, const SampleKind& kind, bool opaque, int w
 
 /// What the core makes of them; those that it does not change stay what they are.
 template <typename P>
-Samples CoreResult(const judge::Values& values, const SampleKind& kind, Samples samples) {
+void SmoothByCore(const judge::Values& values, const SampleKind& kind, Samples& samples) {
     judge::Picture<P> before(samples.width, samples.height);
-    auto* channels = reinterpret_cast<typename P::Channel*>(before.pixels.data());
+    constexpr std::size_t size = sizeof(typename P::Channel);
+    auto* channels = reinterpret_cast<std::byte*>(before.pixels.data());
     for (std::size_t i = 0; i < samples.bits.size(); ++i) {
         const Bits bits = kind.toChannel(samples.bits[i]);
-        std::memcpy(channels + i, &bits, sizeof *channels);
+        std::memcpy(channels + i * size, &bits, size);
     }
     const judge::Picture<P> after = RunKernel(values, before, 1, FastestForms());
-    const auto* made = reinterpret_cast<const typename P::Channel*>(after.pixels.data());
+    const auto* made = reinterpret_cast<const std::byte*>(after.pixels.data());
     for (std::size_t i = 0; i < samples.bits.size(); ++i) {
-        if (std::memcmp(made + i, channels + i, sizeof *made) == 0) continue;
+        if (std::memcmp(made + i * size, channels + i * size, size) == 0) continue;
         Bits bits = 0;
-        std::memcpy(&bits, made + i, sizeof *made);
+        std::memcpy(&bits, made + i * size, size);
         samples.bits[i] = kind.toSample(bits);
     }
-    return samples;
-}
-
-Samples CoreResult(const judge::Values& values, const SampleKind& kind, const Samples& samples) {
-    return kind.depthBytes == 1   ? CoreResult<judge::Pixel8>(values, kind, samples)
-           : kind.depthBytes == 2 ? CoreResult<judge::Pixel16>(values, kind, samples)
-                                  : CoreResult<judge::PixelFloat>(values, kind, samples);
 }
 
 std::vector<std::byte> Pack(const Samples& samples, const SampleKind& kind,
@@ -89,9 +83,12 @@ void ExpectCoreResult(const PinnedResult& pin, const SampleKind& kind, const Ord
                       int width, int height) {
     SCOPED_TRACE(testing::Message() << pin.what << ", order " << order.order << ", samples "
                                     << kind.sample << ", " << width << " x " << height);
-    const Samples samples = Draw(pin, kind, order.channels == 3, width, height);
+    Samples samples = Draw(pin, kind, order.channels == 3, width, height);
     const auto before = Pack(samples, kind, order);
-    const auto after = Pack(CoreResult(pin.values, kind, samples), kind, order);
+    (kind.depthBytes == 1   ? SmoothByCore<judge::Pixel8>
+     : kind.depthBytes == 2 ? SmoothByCore<judge::Pixel16>
+                            : SmoothByCore<judge::PixelFloat>)(pin.values, kind, samples);
+    const auto after = Pack(samples, kind, order);
     const nevrel_settings settings = SettingsOf(pin.values);
     const int rowBytes = width * order.channels * kind.bytes;
     for (int layout = 0; layout < 6; ++layout) {

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
-#include <limits>
 #include <vector>
 
 #include "kernel/forms.h"
@@ -16,52 +16,54 @@ namespace {
 #ifdef NDEBUG
 constexpr int stride = 1;
 #else
-constexpr int stride =
-    7;  // the sanitizers' builds are slow; what they look for does not hide between values
+// The sanitizers' builds are slow; what they look for does not hide between values.
+constexpr int stride = 7;
 #endif
 
-template <typename Pixel, typename P>
-Pixel ToHost(const P& p) {
-    return {p.alpha, p.red, p.green, p.blue};
-}
-
-/// The kernel's blend of `src` into `dst` is the judge's.
 template <typename KernelDepth, typename JudgeDepth>
-bool SameBlend(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
-               typename JudgeDepth::Weight weight) {
+struct Blends {
+    using P = typename JudgeDepth::P;
     using Pixel = typename KernelDepth::Pixel;
-    auto blended = ToHost<Pixel>(dst);
-    KernelDepth::blend(blended, ToHost<Pixel>(src), weight);
-    typename JudgeDepth::P judged = dst;
-    JudgeDepth::blend(judged, src, weight);
-    return std::memcmp(&blended, &judged, sizeof blended) == 0;
-}
 
-/// Whether eight pixels are blended at once, where there is a form for that, each as it is alone
-/// and with a weight of 0 as it was, or, where that can't be done, not at all.
-template <typename KernelDepth, typename JudgeDepth>
-bool SameAcross(const typename JudgeDepth::P& dst, const typename JudgeDepth::P& src,
-                std::int32_t w, bool possible) {
-    using Pixel = typename KernelDepth::Pixel;
-    std::vector<Pixel> line(2 * acrossReach, ToHost<Pixel>(dst));
-    const std::int32_t back[acrossReach] = {w, 0, 65535, 12345};
-    const std::int32_t on[acrossReach] = {0, w, 32768, 65535};
-    const auto source = ToHost<Pixel>(src);
-    auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
-    const auto blendAcross = FastestForms().of<Pixel>().blendAcross;
-    if (blendAcross == nullptr) return true;
-    const bool done = blendAcross(at, sizeof(Pixel), source, source, back, on);
-    for (int i = 0; i < 2 * acrossReach; ++i) {
-        const std::int32_t weight =
-            i < acrossReach ? back[acrossReach - 1 - i] : on[i - acrossReach];
-        typename JudgeDepth::P expected = dst;
-        if (done && weight != 0) JudgeDepth::blend(expected, src, weight);
-        const auto pixel = ToHost<Pixel>(expected);
-        if (std::memcmp(&line[static_cast<std::size_t>(i)], &pixel, sizeof pixel) != 0)
-            return false;
+    static Pixel toHost(const P& p) { return {p.alpha, p.red, p.green, p.blue}; }
+    static bool same(const Pixel& pixel, const P& p) {
+        return std::memcmp(&pixel, &p, sizeof p) == 0;
     }
-    return done == possible;
-}
+
+    /// The kernel's blend of `src` into `dst` is the judge's. Where there is a form for eight
+    /// pixels at once, it blends each as it is alone, and with a weight of 0 not at all; or none of
+    /// them where that is not `possible`.
+    static bool agree(const P& dst, const P& src, std::int32_t w, bool possible) {
+        if (w >= 0 && w <= 65535) {
+            Pixel blended = toHost(dst);
+            KernelDepth::blend(blended, toHost(src), w);
+            if (!same(blended, judged(dst, src, w))) return false;
+        }
+        const auto blendAcross = FastestForms().of<Pixel>().blendAcross;
+        if (blendAcross == nullptr) return true;
+        std::vector<Pixel> line(2 * acrossReach, toHost(dst));
+        const std::int32_t back[acrossReach] = {w, 0, 65535, 12345};
+        const std::int32_t on[acrossReach] = {0, w, 32768, 65535};
+        auto* at = reinterpret_cast<std::byte*>(&line[acrossReach - 1]);
+        const bool done = blendAcross(at, sizeof(Pixel), toHost(src), toHost(src), back, on);
+        for (std::size_t i = 0; i < acrossReach; ++i) {
+            const auto expect = [&](const Pixel& pixel, std::int32_t weight) {
+                return same(pixel, done && weight != 0 ? judged(dst, src, weight) : dst);
+            };
+            if (!expect(line[acrossReach - 1 - i], back[i])) return false;
+            if (!expect(line[acrossReach + i], on[i])) return false;
+        }
+        return done == possible;
+    }
+
+  private:
+    static P judged(P dst, const P& src, std::int32_t w) {
+        JudgeDepth::blend(dst, src, w);
+        return dst;
+    }
+};
+using Blends8 = Blends<Depth8, judge::Depth8>;
+using Blends16 = Blends<Depth16, judge::Depth16>;
 
 /// The least weight at which source and target mix to `value` or beyond it, seen from the target.
 int RoundingEdge(int source, int target, int value) {
@@ -81,14 +83,8 @@ TEST(Exhaustive, Blend8AtEveryRoundingEdgeOfEverySourceAndTarget) {
             for (const int w : weights) {
                 if (w < 0 || w > 65535) continue;
                 const bool same =
-                    SameBlend<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254},
-                                                     w) &&
-                    SameBlend<Depth8, judge::Depth8>({target, target, 0, 1},
-                                                     {source, source, 255, 254}, w) &&
-                    SameAcross<Depth8, judge::Depth8>({255, target, 0, 1}, {255, source, 255, 254},
-                                                      w, true) &&
-                    SameAcross<Depth8, judge::Depth8>({target, target, 0, 1},
-                                                      {source, source, 255, 254}, w, s == d);
+                    Blends8::agree({255, target, 0, 1}, {255, source, 255, 254}, w, true) &&
+                    Blends8::agree({target, target, 0, 1}, {source, source, 255, 254}, w, s == d);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
         }
@@ -101,26 +97,17 @@ TEST(Exhaustive, Blend16AtEveryWeight) {
         for (const std::uint16_t d : values)
             for (int w = 0; w < 65536; w += stride) {
                 const bool same =
-                    SameBlend<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767},
-                                                       w) &&
-                    SameBlend<Depth16, judge::Depth16>({d, d, 32768, 1}, {s, s, 0, 32767}, w) &&
-                    SameAcross<Depth16, judge::Depth16>({s, d, 65535, 1}, {s, s, 32768, 32767}, w,
-                                                        false) &&
-                    SameAcross<Depth16, judge::Depth16>({32768, d, 0, 1}, {32768, s, 32768, 32767},
-                                                        w, true);
+                    Blends16::agree({32768, d, 0, 1}, {32768, s, 32768, 32767}, w, true) &&
+                    Blends16::agree({d, d, 32768, 1}, {s, s, 0, 32767}, w, s == d) &&
+                    Blends16::agree({s, d, 65535, 1}, {s, s, 32768, 32767}, w, false);
                 ASSERT_TRUE(same) << "source " << s << ", target " << d << ", weight " << w;
             }
 }
 
 TEST(Exhaustive, WeightsOutOfRangeAreNotBlendedAtOnce) {
-    for (const int w :
-         {-1, -65536, 65536, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        EXPECT_TRUE(
-            (SameAcross<Depth8, judge::Depth8>({255, 9, 0, 1}, {255, 200, 255, 254}, w, false)))
-            << w;
-        EXPECT_TRUE(
-            (SameAcross<Depth16, judge::Depth16>({9, 9, 0, 1}, {9, 200, 255, 254}, w, false)))
-            << w;
+    for (const int w : {-1, -65536, 65536, INT_MIN, INT_MAX}) {
+        EXPECT_TRUE(Blends8::agree({255, 9, 0, 1}, {255, 200, 255, 254}, w, false)) << w;
+        EXPECT_TRUE(Blends16::agree({9, 9, 0, 1}, {9, 200, 255, 254}, w, false)) << w;
     }
 }
 

@@ -77,27 +77,17 @@ constexpr judge::Values Keyed(judge::Values values, bool invert) {
 }
 
 constexpr judge::Values usual = {.colorThreshold = 10, .softness = 70};
+constexpr judge::Values usualKey = Keyed(usual, false), usualInvert = Keyed(usual, true);
 constexpr judge::Values bent = {.colorThreshold = 100, .softness = 100, .bias = 60};
+constexpr judge::Values bentKey = Keyed(bent, false), bentInvert = Keyed(bent, true);
 
 constexpr PinnedResult results[] = {
     {"cel", Cel, usual, {0xebaabfc02665ed72, 0x25692517ebb6721, 0x3f31f1935f9c6145}},
-    {"cel, key",
-     Cel,
-     Keyed(usual, false),
-     {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
-    {"cel, inverted key",
-     Cel,
-     Keyed(usual, true),
-     {0x3b90677ca18920d9, 0x108a2f623c4ace6, 0x9a8d148487aa669a}},
+    {"cel/key", Cel, usualKey, {0x60c2362fb7c8eb73, 0x90fe464731ee9db4, 0xcf4437eeb0be1eb2}},
+    {"cel/invert", Cel, usualInvert, {0x3b90677ca18920d9, 0x108a2f623c4ace6, 0x9a8d148487aa669a}},
     {"noise", Noise, bent, {0x3b53b659801ecff0, 0x796ae18b66bebeec, 0x4faf7ed57c98cd57}},
-    {"noise, key",
-     Noise,
-     Keyed(bent, false),
-     {0x7310157f0063bd3a, 0xd1bf5d0bc6fce82e, 0x1a91bcfa68033b89}},
-    {"noise, inverted key",
-     Noise,
-     Keyed(bent, true),
-     {0xca4b09567b5bdf9, 0xd0ea92802675fea1, 0x6985fc960cdcb6c}},
+    {"noise/key", Noise, bentKey, {0x7310157f0063bd3a, 0xd1bf5d0bc6fce82e, 0x1a91bcfa68033b89}},
+    {"noise/invert", Noise, bentInvert, {0xca4b09567b5bdf9, 0xd0ea92802675fea1, 0x6985fc960cdcb6c}},
 };
 
 }  // namespace

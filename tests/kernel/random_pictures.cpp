@@ -7,11 +7,6 @@ namespace {
 
 int RandomIndex(Dice& dice) { return dice.between(1, 3); }
 
-void Noise(IndexPicture& p, Dice& dice) {
-    const int colours = dice.between(2, 4);
-    for (auto& cell : p.cells) cell = static_cast<std::uint8_t>(dice.below(colours));
-}
-
 /// Single pixels and blocks of 2 x 2 on a flat ground.
 void Specks(IndexPicture& p, Dice& dice) {
     for (int n = p.width * p.height / dice.between(6, 30); n >= 0; --n) {
@@ -85,9 +80,11 @@ void Disc(IndexPicture& p, Dice& dice) {
         }
 }
 
-/// Noise at a larger scale, so that runs of some pixels are common.
-void CoarseNoise(IndexPicture& p, Dice& dice) {
-    const int across = dice.between(1, 5), down = dice.between(1, 4), colours = dice.between(2, 4);
+/// Often at a larger scale, so that runs of some pixels are common.
+void Noise(IndexPicture& p, Dice& dice) {
+    const bool fine = dice.oneIn(2);
+    const int across = fine ? 1 : dice.between(1, 5), down = fine ? 1 : dice.between(1, 4),
+              colours = dice.between(2, 4);
     for (int y = 0; y < p.height; y += down)
         for (int x = 0; x < p.width; x += across)
             p.fill(x, y, x + across - 1, y + down - 1, dice.below(colours));
@@ -129,7 +126,7 @@ void IndexPicture::fill(int left, int top, int right, int bottom, int value) {
 IndexPicture RandomShapes(int width, int height, Dice& dice) {
     using Draw = void (*)(IndexPicture&, Dice&);
     static constexpr std::array<Draw, 8> kinds = {
-        Noise, Specks, Stairs, Line, ThinLines, NotchedRectangles, Disc, CoarseNoise};
+        Noise, Noise, Specks, Stairs, Line, ThinLines, NotchedRectangles, Disc};
     const bool turned = dice.oneIn(2);
     IndexPicture picture(turned ? height : width, turned ? width : height);
     for (int layers = dice.oneOf({1, 1, 2, 3}); layers > 0; --layers)

@@ -46,7 +46,8 @@ TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     for (const CommandResult& result :
          {session.effect.about(), session.effect.globalSetup(), session.effect.paramsSetup(),
           instance.sequenceFlatten(flat), instance.sequenceSetdown(), instance.updateParamsUi(),
-          instance.render(image, image), frame.preRender(), frame.render(image)}) {
+          instance.doDialog(), instance.render(image, image), frame.preRender(),
+          frame.render(image)}) {
         EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
         EXPECT_TRUE(SameOut(result.out, NoisyOut()));
     }

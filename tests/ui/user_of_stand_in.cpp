@@ -27,14 +27,9 @@ void Look(const Window& window, SeenDialog& seen) {
 }
 
 UserAction ActionOf(int action) {
-    switch (action) {
-        case escape:
-            return {UserActionKind::Escape};
-        case closeBox:
-            return {UserActionKind::CloseBox};
-        default:
-            return {UserActionKind::Click, action};
-    }
+    if (action == escape) return {UserActionKind::Escape};
+    if (action == closeBox) return {UserActionKind::CloseBox};
+    return {UserActionKind::Click, action};
 }
 
 }  // namespace
@@ -42,11 +37,7 @@ UserAction ActionOf(int action) {
 struct User::Seat : DialogShower {
     UserAction nextAction(const Window& dialog) override {
         if (!seen) {
-            seen = {.caption = dialog.text,
-                    .place = PlaceOf(dialog),
-                    .client = PlaceOf(dialog),
-                    .page{},
-                    .controls{}};
+            seen = {dialog.text, PlaceOf(dialog), PlaceOf(dialog), {}, {}};
             Look(dialog, *seen);
         }
         if (actions.empty()) {
