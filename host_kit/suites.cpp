@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 #include <utility>
 
 #include "host_kit/callbacks.h"
@@ -79,7 +80,8 @@ PF_Err NewWorld(PF_ProgPtr effectRef, A_long width, A_long height, A_long flags,
     Command* command = Command::of(effectRef);
     if (command == nullptr || world == nullptr || width <= 0 || height <= 0 || flags != 0)
         return PF_Err_BAD_CALLBACK_PARAM;
-    const CallVerdict verdict = command->enter(HostCall::NewWorld, width);
+    const std::string size = std::to_string(width) + " x " + std::to_string(height);
+    const CallVerdict verdict = command->enter(HostCall::NewWorld, width, size.c_str());
     *world = {};
     // An error leaves something behind that is no world.
     if (verdict.fault == FaultShape::Error) world->data = command;

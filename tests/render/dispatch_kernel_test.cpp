@@ -41,12 +41,12 @@ struct Stage {
     }
     [[nodiscard]] bool outputUntouched() const { return outputStartsWith(128, 128); }
     [[nodiscard]] bool outputIsInput() const { return outputStartsWith(0, 255); }
-    /// The suites that were asked for, and the widths of the scratch images, in order.
+    /// The suites that were asked for, and the sizes of the scratch images, in order.
     [[nodiscard]] std::vector<std::string> requests() const {
         std::vector<std::string> requests;
         for (const host_kit::HostCallRecord& call : host.calls.recorded()) {
-            if (call.call == HostCall::AcquireSuite) requests.push_back(call.name);
-            if (call.call == HostCall::NewWorld) requests.push_back(std::to_string(call.number));
+            if (call.call == HostCall::AcquireSuite || call.call == HostCall::NewWorld)
+                requests.push_back(call.name);
         }
         return requests;
     }
@@ -83,13 +83,14 @@ TEST(DispatchKernel, AsksForNoMoreThanItNeeds) {
     for (const auto& [width, mapStride] : mapStrides) {
         Stage stage(width);
         EXPECT_EQ(stage.run(smooth), PF_Err_NONE);
-        EXPECT_EQ(stage.requests(), (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite,
-                                                              std::to_string(mapStride / 4)}));
+        EXPECT_EQ(stage.requests(),
+                  (std::vector<std::string>{kPFWorldTransformSuite, kPFWorldSuite,
+                                            std::to_string(mapStride / 4) + " x 5"}));
     }
     const std::pair<EffectValues, std::vector<std::string>> others[] = {
         {copied, {kPFWorldTransformSuite}},
-        {keyed, {kPFWorldSuite, "4"}},
-        {leastSmooth, {kPFWorldTransformSuite, kPFWorldSuite, "4"}}};
+        {keyed, {kPFWorldSuite, "4 x 5"}},
+        {leastSmooth, {kPFWorldTransformSuite, kPFWorldSuite, "4 x 5"}}};
     for (const auto& [values, requests] : others) {
         Stage stage(9);
         EXPECT_EQ(stage.run(values), PF_Err_NONE);
