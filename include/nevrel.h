@@ -164,7 +164,8 @@ typedef struct nevrel_callbacks {
  * same (pixels and row_bytes are equal) or share no memory.
  *
  * `settings` null means the defaults, `callbacks` null none. Samples that the effect leaves alone
- * are in the output bit for bit as in the input. Allocates about a byte a pixel, and besides for
+ * are in the output bit for bit as in the input. Allocates about half a byte a pixel, and
+ * besides for
  *   - NEVREL_RGB, NEVREL_UINT16 and NEVREL_HALF two copies of the image with four channels, of
  *     float samples for NEVREL_HALF;
  *   - anything else, unless it is NEVREL_ARGB and the output is not the input, one copy.

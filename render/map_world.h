@@ -25,7 +25,7 @@ class MapWorld {
     /// lacks the suite.
     [[nodiscard]] PF_Err allocate(int width, int height) {
         assert(world_.data == nullptr && width > 0 && height > 0);
-        // A byte for each pixel, and margins. The map is content with about half of it.
+        // A byte for each pixel, and margins, of which the map uses about half.
         const A_long pixelWidth = (width + 5 + 3) / A_long{sizeof(PF_Pixel)};
         assert(EdgeMap::byteCount(width, height) <= sizeof(PF_Pixel) *
                                                         static_cast<std::size_t>(pixelWidth) *

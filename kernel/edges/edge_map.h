@@ -84,7 +84,8 @@ class EdgeMap {
     [[nodiscard]] bool A(int x, int y) const { return has(EdgeAntiDiagonal, x, y); }
 
   private:
-    // Bytes at both ends, so that words may begin and end outside of the rows.
+    // Bytes at both ends, so that words may begin and end outside of the rows. They are not
+    // cleared: what they hold must not matter.
     static constexpr int ends = 4;
 
     std::uint8_t* origin_;

@@ -139,6 +139,10 @@ auto LoadPart(const std::uint8_t* at, const std::uint8_t* end) {
 
 /// Where there may be something to do: at a piece near one of the other direction, or at a vertical
 /// one that a corner can be blended across. Bit i stands for the eight pixels from x + 8 * i on.
+///
+/// "Near" is as far as anything that is done at the piece needs one of the other direction: of
+/// R(x, y) a D in columns x - 1 to x + 1 and rows y - 2 to y + 1, of D(x, y) an R in columns x - 2
+/// to x and rows y - 1 to y + 1. A pattern that needs one only further away would be missed.
 template <typename Vectors>
 std::uint64_t FindCandidates(const EdgeMap& map, int x, int y) {
     const auto load = [&](EdgeFlag flag, int dy) {
