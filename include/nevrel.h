@@ -41,7 +41,7 @@ extern "C" {
 #define NEVREL_API
 #endif
 
-/* What comes back. Of every status but NEVREL_CANCELLED: with it, nothing has been written. */
+/* What comes back. With any but NEVREL_OK and NEVREL_CANCELLED nothing has been written. */
 typedef enum nevrel_status NEVREL_ENUM {
     NEVREL_OK = 0,            /* done */
     NEVREL_BAD_ARGUMENT = 1,  /* a null pointer, an unknown constant, a struct of no known size,
