@@ -11,10 +11,8 @@ enum Status : int {
     ok = 0,
     failed = 1,
     unknown = 3,
-    missingHostFeature = 4,
     unsupported = 5,
     outOfMemory = 8,
-    badHandle = 9,
     badValue = 11,
     replyDefault = 14,  ///< the host does what it does for effects that do not answer
     badImageFormat = 1000,
