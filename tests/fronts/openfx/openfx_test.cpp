@@ -23,7 +23,8 @@ constexpr Depth depths[] = {{"OfxBitDepthByte", NEVREL_UINT8},
 constexpr char premultiplied[] = "OfxImageAlphaPremultiplied";
 
 /// Stairs of two colours; alpha is 255, or 255, 100 and 0 from left to right.
-Frame Draw(const Depth& depth, int channels, bool opaque, int width = 41, int height = 30) {
+Frame Draw(const Depth& depth, int channels, bool opaque) {
+    constexpr int width = 41, height = 30;
     Frame picture;
     picture.depth = depth.name;
     picture.components = channels == 3 ? "OfxImageComponentRGB" : "OfxImageComponentRGBA";
@@ -79,20 +80,16 @@ OfxImageEffectPropSupportsTiles=0
                                                             "\nOfxParamPropMax=" #max        \
                                                             "\nOfxParamPropMin=" #min "\n"
 #define IN_GROUP "OfxParamPropParent=color_key\n"
-struct ExpectedParameter {
-    const char *type, *name, *label, *properties;
-};
-constexpr ExpectedParameter expectedParameters[] = {
-    {"Integer", "color_threshold", "color threshold", SLIDER(10, 1, 255)},
-    {"Integer", "softness", "softness", SLIDER(70, 0, 100)},
-    {"Integer", "bias", "bias", SLIDER(0, 0, 100)},
-    {"Group", "color_key", "color key", ""},
-    {"Boolean", "color_key_enable", "color key enable",
-     "OfxParamPropAnimates=1\nOfxParamPropDefault=0\n" IN_GROUP},
-    {"RGB", "key_color", "key color",
-     "OfxParamPropAnimates=1\nOfxParamPropDefault=1 1 1\n" IN_GROUP},
-    {"Integer", "key_color_threshold", "key color threshold", SLIDER(0, 0, 255) IN_GROUP},
-    {"Boolean", "invert", "invert", "OfxParamPropAnimates=1\nOfxParamPropDefault=0\n" IN_GROUP},
+#define SWITCH "OfxParamPropAnimates=1\nOfxParamPropDefault=0\n"
+constexpr const char* expectedParameters[][3] = {
+    {"Integer color_threshold", SLIDER(10, 1, 255), "color threshold"},
+    {"Integer softness", SLIDER(70, 0, 100), "softness"},
+    {"Integer bias", SLIDER(0, 0, 100), "bias"},
+    {"Group color_key", "", "color key"},
+    {"Boolean color_key_enable", SWITCH IN_GROUP, "color key enable"},
+    {"RGB key_color", "OfxParamPropAnimates=1\nOfxParamPropDefault=1 1 1\n" IN_GROUP, "key color"},
+    {"Integer key_color_threshold", SLIDER(0, 0, 255) IN_GROUP, "key color threshold"},
+    {"Boolean invert", SWITCH IN_GROUP, "invert"},
 };
 
 TEST(OpenFx, IsDescribedInBothContexts) {
@@ -109,14 +106,12 @@ TEST(OpenFx, IsDescribedInBothContexts) {
         EXPECT_EQ(session.effect.clips["Output"].properties.text(), expectedClip);
         ASSERT_EQ(session.effect.parameters.size(), std::size(expectedParameters));
         for (std::size_t i = 0; i < std::size(expectedParameters); ++i) {
-            const ExpectedParameter& expected = expectedParameters[i];
-            ofx::ParameterRecord& parameter = session.effect.parameters[i];
-            EXPECT_EQ(parameter.type, std::string("OfxParamType") + expected.type);
-            EXPECT_EQ(parameter.name, expected.name);
-            auto& values = parameter.properties.values;
-            EXPECT_EQ(std::get<std::string>(values["OfxPropLabel"].at(0)), expected.label);
-            values.erase("OfxPropLabel");
-            EXPECT_EQ(parameter.properties.text(), expected.properties);
+            const auto& [definition, parameterProperties, label] = expectedParameters[i];
+            const ofx::ParameterRecord& parameter = session.effect.parameters[i];
+            EXPECT_EQ(parameter.type + ' ' + parameter.name,
+                      std::string("OfxParamType") + definition);
+            EXPECT_EQ(parameter.properties.text(),
+                      std::string(parameterProperties) + "OfxPropLabel=" + label + '\n');
         }
     }
 }
@@ -143,50 +138,22 @@ TEST(OpenFx, GivesTheBytesOfTheCInterface) {
         Session session;
         for (const auto& [name, value] : setting.values) session.effect.setValue(name, value);
         for (const Depth& depth : depths) {
-            for (int variant = 0; variant < 8; ++variant) {
-                const int channels = (variant & 1) != 0 ? 3 : 4;
-                const bool isPremultiplied = (variant & 2) != 0;
-                if (channels == 3 && (isPremultiplied || setting.settings.color_key_enable != 0))
-                    continue;
-                Frame source = Draw(depth, channels, isPremultiplied);
-                if (isPremultiplied) source.premultiplication = premultiplied;
+            for (int variant = 0; variant < 6; ++variant) {
+                const int channels = variant % 3 == 1 ? 3 : 4;
+                const bool opaque = variant % 3 == 2;  // where multiplied colour is straight colour
+                if (variant % 3 != 0 && setting.settings.color_key_enable != 0) continue;
+                Frame source = Draw(depth, channels, opaque);
+                if (variant % 3 != 0) source.premultiplication = premultiplied;
                 const Frame before = source;
                 Frame output = Blank(source);
-                const bool negativeRowBytes = (variant & 4) != 0;
-                EXPECT_EQ(session.render(source, output, source.bounds, negativeRowBytes), ofx::ok);
-                auto expected = Smoothed(&setting.settings, depth, source);
+                EXPECT_EQ(session.render(source, output, source.bounds, variant >= 3), ofx::ok);
+                const auto expected = Smoothed(&setting.settings, depth, source);
                 EXPECT_NE(expected, source.pixels);
-                if (!isPremultiplied || setting.settings.color_key_enable == 0) {
-                    EXPECT_EQ(output.pixels, expected) << depth.name << " variant " << variant;
-                }
+                EXPECT_EQ(output.pixels, expected) << depth.name << " variant " << variant;
                 EXPECT_EQ(source.pixels, before.pixels);
             }
         }
         EXPECT_EQ(books.images + books.memory + books.locks, 0);
-    }
-}
-
-TEST(OpenFx, KeepsUntouchedPremultipliedSamples) {
-    for (const Depth& depth : depths) {
-        Session session;
-        Frame source = Draw(depth, 4, false);
-        source.premultiplication = premultiplied;
-        Frame output = Blank(source);
-        // Of the two colours one is keyed out: its pixels become transparent black.
-        session.effect.setValue("softness", {0});
-        session.effect.setValue("color_key_enable", {1});
-        session.effect.setValue("key_color", {90 / 255.0, 30 / 255.0, 60 / 255.0});
-        session.effect.setValue("key_color_threshold", {1});
-        EXPECT_EQ(session.render(source, output, source.bounds), ofx::ok);
-        const std::size_t pixel = source.rowSize() / static_cast<std::size_t>(source.width());
-        for (std::size_t i = 0; i < source.pixels.size() / pixel; ++i) {
-            const std::size_t x = i % 41, y = i / 41;
-            std::vector<std::byte> expected(pixel);
-            if (x >= 20 || (x + y / 3) % 9 >= 4)
-                std::memcpy(expected.data(), source.pixels.data() + i * pixel, pixel);
-            ASSERT_EQ(std::memcmp(expected.data(), output.pixels.data() + i * pixel, pixel), 0)
-                << depth.name << ' ' << x << ", " << y;
-        }
     }
 }
 
@@ -197,7 +164,7 @@ constexpr Window windows[] = {
     {{-7, 5, 34, 35}, {-7, 5, 34, 35}},    {{0, 10, 9, 20}, {-7, 5, 34, 35}},
     {{-99, -99, 99, 99}, {-9, 0, 40, 50}}, {{-99, 9, 99, 99}, {2, 3, 50, 12}},
     {{0, 9, 0, 20}, {-7, 5, 34, 35}},      {{50, 50, 60, 60}, {40, 40, 70, 70}},
-    {{0, 20, 20, 10}, {-7, 5, 34, 35}},
+    {{20, 10, 0, 20}, {-7, 5, 34, 35}},
 };
 
 TEST(OpenFx, WritesTheWindowAndNothingElse) {
