@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
-#include "nevrel.h"
+#include "tests/capi/caller.h"
 
 namespace {
 
@@ -86,31 +86,6 @@ bool SpoilOne(ByteSource& source, Shape& shape, nevrel_settings& settings, nevre
     }
 }
 
-/// An allocator that fails, and a caller that cancels, at the choice of the input.
-struct Caller {
-    bool fails;
-    int callsLeft;
-    int held = 0;
-
-    nevrel_callbacks callbacks() {
-        return {this,
-                [](void* self, size_t bytes) -> void* {
-                    auto& caller = *static_cast<Caller*>(self);
-                    if (caller.fails) return nullptr;
-                    ++caller.held;
-                    return std::malloc(bytes);
-                },
-                [](void* self, void* memory) {
-                    --static_cast<Caller*>(self)->held;
-                    std::free(memory);
-                },
-                [](void* self, int32_t done, int32_t rows) {
-                    Require(done >= 0 && done < rows, "rows done out of range");
-                    return static_cast<Caller*>(self)->callsLeft-- == 0 ? 1 : 0;
-                }};
-    }
-};
-
 /// Takes the output's pixels back, so that only what was written beside them differs.
 void Restore(const Shape& shape, const nevrel_image& output, const Block& before, Block& block) {
     for (int y = 0; y < shape.height; ++y) {
@@ -127,7 +102,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Shape shape = ReadShape(source);
     const std::int64_t imageBytes = (shape.width + 40) * shape.pixelBytes * shape.height;
     nevrel_settings settings = ReadSettings(source);
-    Caller caller{source.below(16) == 0, source.below(16) == 0 ? source.below(3) : -1};
+    Caller caller{.givesMemory = source.below(16) != 0};
+    if (source.below(16) == 0) caller.cancelAt = static_cast<std::size_t>(source.below(3));
     const int images = 1 + source.below(3);
     Block block = ReadBlock(source, images * imageBytes);
     nevrel_image input = PlaceImage(source, shape, block);
@@ -140,6 +116,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const nevrel_status status = nevrel_smooth(&settings, shape.order, shape.sample, shape.width,
                                                shape.height, &input, &output, &callbacks);
     Require(caller.held == 0, "memory kept");
+    for (const int32_t done : caller.rowsDone)
+        Require(done >= 0 && done < shape.height, "rows done out of range");
     Require(!wrong || (status != NEVREL_OK && status != NEVREL_CANCELLED), "wrong, but done");
     if (status == NEVREL_OK || status == NEVREL_CANCELLED) Restore(shape, output, before, block);
     Require(block == before, "written beside the output, or although refused");

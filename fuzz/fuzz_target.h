@@ -25,8 +25,6 @@ class ByteSource {
   public:
     ByteSource(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
 
-    [[nodiscard]] bool empty() const { return size_ == 0; }
-
     std::uint8_t byte() { return raw<std::uint8_t>(); }
     bool flag() { return (byte() & 1) != 0; }
     /// 0 to n - 1, n at most 256.

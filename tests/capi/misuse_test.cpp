@@ -4,12 +4,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <vector>
 
-#include "nevrel.h"
+#include "tests/capi/caller.h"
 
 namespace {
 
@@ -63,8 +62,6 @@ struct Misuse {
 
 constexpr std::ptrdiff_t farthest = PTRDIFF_MAX / 64 * 64;
 
-void* AllocateNothing(void* /*context*/, size_t /*bytes*/) { return nullptr; }
-
 constexpr Misuse misuses[] = {
     {NEVREL_OK, [](Call&) {}},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.input = nullptr; }},
@@ -82,7 +79,7 @@ constexpr Misuse misuses[] = {
          c.order = NEVREL_RGB;
          c.settings[0].color_key_enable = 1;
      }},
-    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.callbacks.allocate = AllocateNothing; }},
+    {NEVREL_BAD_ARGUMENT, [](Call& c) { c.callbacks.allocate = Caller().callbacks().allocate; }},
     {NEVREL_BAD_ARGUMENT, [](Call& c) { c.callbacks.release = [](void*, void*) {}; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.w = 0; }},
     {NEVREL_BAD_SIZE, [](Call& c) { c.h = NEVREL_LARGEST_SIDE + 1; }},
@@ -104,11 +101,6 @@ constexpr Misuse misuses[] = {
          c.h = 1;
          c.in.row_bytes = PTRDIFF_MIN;
      }},
-    {NEVREL_OUT_OF_MEMORY,
-     [](Call& c) {
-         const auto release = [](void*, void*) { ADD_FAILURE() << "what was never given"; };
-         c.callbacks = {nullptr, AllocateNothing, release, nullptr};
-     }},
 };
 
 TEST(Misuse, ComesBackAsAStatusWithNothingWritten) {
@@ -129,52 +121,32 @@ TEST(Misuse, HasATextForEveryStatus) {
     }
 }
 
-/// A caller that counts.
-struct Caller {
-    std::vector<int> rows;
-    std::size_t cancelAt = SIZE_MAX;
-    int allocations = 0, held = 0;
-
-    nevrel_callbacks callbacks() {
-        return {this,
-                [](void* self, size_t bytes) {
-                    ++static_cast<Caller*>(self)->allocations;
-                    ++static_cast<Caller*>(self)->held;
-                    return std::malloc(bytes);
-                },
-                [](void* self, void* memory) {
-                    --static_cast<Caller*>(self)->held;
-                    std::free(memory);
-                },
-                [](void* self, int32_t done, int32_t all) {
-                    EXPECT_EQ(all, height);
-                    auto& caller = *static_cast<Caller*>(self);
-                    caller.rows.push_back(done);
-                    return caller.rows.size() > caller.cancelAt ? 1 : 0;
-                }};
-    }
-};
-
-TEST(Callbacks, TellTheProgressAndCancel) {
+TEST(Callbacks, GiveMemoryTellTheProgressAndCancel) {
     Call plain;
     ASSERT_EQ(plain.run(), NEVREL_OK);
     Caller watcher;
     Call watched(watcher.callbacks());
     ASSERT_EQ(watched.run(), NEVREL_OK);
     EXPECT_EQ(watched.memory, plain.memory);
-    ASSERT_GT(watcher.rows.size(), 3U);
-    EXPECT_EQ(watcher.rows.front(), 0);
-    EXPECT_LT(watcher.rows.back(), height);
-    EXPECT_TRUE(std::ranges::is_sorted(watcher.rows, std::less_equal()));
+    ASSERT_GT(watcher.rowsDone.size(), 3U);
+    EXPECT_EQ(watcher.rowsDone.front(), 0);
+    EXPECT_LT(watcher.rowsDone.back(), height);
+    EXPECT_EQ(watcher.rowsInAll, std::vector(watcher.rowsDone.size(), height));
+    EXPECT_TRUE(std::ranges::is_sorted(watcher.rowsDone, std::less_equal()));
     EXPECT_EQ(watcher.allocations, 1);
     EXPECT_EQ(watcher.held, 0);
 
-    for (std::size_t at = 0; at < watcher.rows.size(); ++at) {
-        Caller caller{.rows = {}, .cancelAt = at};
+    for (std::size_t at = 0; at < watcher.rowsDone.size(); ++at) {
+        Caller caller{.cancelAt = at};
         EXPECT_EQ(Call(caller.callbacks()).run(), NEVREL_CANCELLED);
-        EXPECT_EQ(caller.rows.size(), at + 1);
+        EXPECT_EQ(caller.rowsDone.size(), at + 1);
         EXPECT_EQ(caller.held, 0);
     }
+    Caller poor{.givesMemory = false};
+    Call call(poor.callbacks());
+    EXPECT_EQ(call.run(), NEVREL_OUT_OF_MEMORY);
+    EXPECT_EQ(call.memory, Call().memory);
+    EXPECT_EQ(poor.held, 0) << "released what was never given";
 }
 
 /// The controls as the effect has them.

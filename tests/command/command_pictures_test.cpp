@@ -189,7 +189,7 @@ TEST_F(PictureTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
 
 TEST_F(PictureTest, TgaKeepsItsMarkForAssociatedAlpha) {
     WriteNoise(path("in/a.tga"), 20, 10);
-    std::string bytes = FileText(path("in/a.tga"));
+    std::string bytes = ReadText(path("in/a.tga"));
     std::uint32_t extensionArea = 0;
     std::memcpy(&extensionArea, &bytes[bytes.size() - 26], 4);
     bytes.at(extensionArea + 494) = 4;
@@ -338,7 +338,7 @@ TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
         ExpectError(run("smooth -o out.png " + name), 1, {"out.png", "3 parts"});
     }
     // The link to the second page stands behind the twelve bytes of each entry of the first one.
-    std::string bytes = FileText(path("pages.tif"));
+    std::string bytes = ReadText(path("pages.tif"));
     std::uint32_t directory = 0;
     std::uint16_t entries = 0;
     std::memcpy(&directory, &bytes[4], sizeof directory);
@@ -360,7 +360,7 @@ TEST_F(PictureTest, AnotherFormatGetsWhatItIsUsedTo) {
         EXPECT_EQ(date.find_first_of("0123456789"), std::string::npos) << name << ": " << date;
     }
     ExpectError(run("smooth --softness 0 -o back.png out.exr"), 0, {"back.png", "linear"});
-    EXPECT_EQ(FileText(path("back.png")).find("gAMA"), std::string::npos);
+    EXPECT_EQ(ReadText(path("back.png")).find("gAMA"), std::string::npos);
     const TestPicture associated = read("out.exr"), back = read("back.png");
     ForEachSample(straight, [&](int x, int y, int c) {
         const double alpha = c < 3 ? Unit(straight, x, y, 3) : 1;
@@ -396,7 +396,7 @@ TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTh
 TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
     WriteNoise(path("a.png"), 48, 40);
     const std::string samples = Bytes(smoothed("a.png")), raw = Bytes(read("a.png"));
-    ASSERT_EQ(run("smooth - -o - <a.png").output, FileText(path("out_a.png")));
+    ASSERT_EQ(run("smooth - -o - <a.png").output, ReadText(path("out_a.png")));
     WriteText(path("raw"), raw + raw + raw.substr(1));
     const CommandRun frames = run("smooth --raw 48x40:rgba <raw");
     ExpectError(frames, 1, {"frame 3", "ends within it"});
@@ -436,7 +436,7 @@ TEST_F(PictureTest, SettingsGoThroughFiles) {
         "--softness 33 --bias 4 --color-threshold 5 --color-key '#123' --key-threshold 6 "
         "--invert";
     ASSERT_EQ(run("smooth a.png -o b.png --save-settings s.ini " + look).status, 0);
-    EXPECT_EQ(FileText(path("s.ini")),
+    EXPECT_EQ(ReadText(path("s.ini")),
               "[defaults]\nColorThreshold=5\nSoftness=33\nBias=4\nColorkeyEnable=1\n"
               "KeycolorR=17\nKeycolorG=34\nKeycolorB=51\nColorkeyThreshold=6\nColorkeyInvert=1\n");
     const CommandRun read =

@@ -27,8 +27,6 @@ inline void ExpectError(const CommandRun& run, int status, const std::vector<std
         EXPECT_NE(run.errors.find(word), std::string::npos) << run.errors;
 }
 
-inline std::string FileText(const std::string& path) { return ReadText(path); }
-
 /// A fresh folder for each test, in which the command runs.
 class CommandTest : public testing::Test {
   protected:
@@ -46,8 +44,8 @@ class CommandTest : public testing::Test {
                                  " >logs/output 2>logs/errors '" +
                                  std::filesystem::absolute("nevrel").string() + "' " + arguments;
         const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileText(path("logs/output")),
-                FileText(path("logs/errors"))};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(path("logs/output")),
+                ReadText(path("logs/errors"))};
     }
 
     /// `nevrel smooth INPUT -o out_INPUT`, with options before them.

@@ -42,7 +42,7 @@ TEST_F(SequenceTest, ResultsAreThoseOfOneByOne) {
         ASSERT_EQ(several.status, 0) << several.errors;
         EXPECT_EQ(files("new/several"), names);
         for (const std::string& name : names)
-            EXPECT_TRUE(FileText(path("new/several/" + name)) == FileText(path("one/" + name)))
+            EXPECT_TRUE(ReadText(path("new/several/" + name)) == ReadText(path("one/" + name)))
                 << name << jobs;
     }
     ASSERT_EQ(run("smooth in/*.dpx -o one --format png").status, 0);
@@ -128,7 +128,7 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
     writeFrames({1, 2, 3});
     const std::string words = "smooth in/s.####.png -o out/ ";
     ASSERT_EQ(run(words + "--frames 1-2").status, 0);
-    const std::string finished = FileText(path("out/s.0001.png"));
+    const std::string finished = ReadText(path("out/s.0001.png"));
     std::ofstream(path("out/s.0001.png")) << "old";
     ExpectError(run(words + "--no-clobber"), 2, {"out/s.0001.png", "1 others"});
     const CommandRun resumed = run(words + "--skip-existing --progress json");
@@ -136,12 +136,12 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
     EXPECT_NE(resumed.output.find(R"({"done":1,"skipped":2,"failed":0,"total":3,)"),
               std::string::npos)
         << resumed.output;
-    EXPECT_EQ(FileText(path("out/s.0001.png")), "old");
+    EXPECT_EQ(ReadText(path("out/s.0001.png")), "old");
     EXPECT_EQ(run(words + "--overwrite --progress openjd").output,
               "openjd_progress: 33.3\nopenjd_status: 1 of 3 done\n"
               "openjd_progress: 66.7\nopenjd_status: 2 of 3 done\n"
               "openjd_progress: 100.0\nopenjd_status: 3 of 3 done\n");
-    EXPECT_EQ(FileText(path("out/s.0001.png")), finished);
+    EXPECT_EQ(ReadText(path("out/s.0001.png")), finished);
     std::ofstream(path("in/s.0001.png")) << "no picture";
     const CommandRun stopped = run(words + "--fail-fast --jobs 1");
     EXPECT_EQ(stopped.status, 1);

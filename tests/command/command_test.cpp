@@ -66,7 +66,7 @@ TEST_F(CommandTest, ColorsHaveNamesAndTheLastOptionCounts) {
     for (const std::string options :
          {"--color-key red --softness 30", "--color-key '#f00' --softness 90 --softness 30"}) {
         ASSERT_EQ(run("smooth in.png -o b.png " + options).status, 0);
-        EXPECT_TRUE(FileText(path("a.png")) == FileText(path("b.png"))) << options;
+        EXPECT_TRUE(ReadText(path("a.png")) == ReadText(path("b.png"))) << options;
     }
 }
 
@@ -130,7 +130,7 @@ TEST_F(CommandTest, TruncatedPicturesAreErrors) {
     for (const char* kind : {"png", "tif", "tga", "bmp", "dpx", "exr"}) {
         const std::string whole = std::string("whole.") + kind, cut = std::string("cut.") + kind;
         WriteNoise(path(whole), 120, 90);
-        const std::string bytes = FileText(path(whole));
+        const std::string bytes = ReadText(path(whole));
         // A TGA may end without its footer: what follows the pixels is optional there.
         const std::size_t end =
             std::string(kind) == "tga" ? std::size_t{120} * 90 * 4 : bytes.size();
@@ -145,7 +145,7 @@ TEST_F(CommandTest, TruncatedPicturesAreErrors) {
 
 TEST_F(CommandTest, TheInputIsNeverOverwritten) {
     WriteRgb(path("in.png"));
-    const std::string bytes = FileText(path("in.png"));
+    const std::string bytes = ReadText(path("in.png"));
     std::filesystem::create_hard_link(path("in.png"), path("hard.png"));
     std::filesystem::create_symlink("in.png", path("soft.png"));
     std::filesystem::create_directory(path("out"));
@@ -153,7 +153,7 @@ TEST_F(CommandTest, TheInputIsNeverOverwritten) {
     for (const std::string output : {"in.png", "./logs/../in.png", "hard.png", "soft.png", "out"}) {
         ExpectError(run("smooth soft.png -o " + output), 2, {output, "input"});
     }
-    EXPECT_EQ(FileText(path("in.png")), bytes);
+    EXPECT_EQ(ReadText(path("in.png")), bytes);
 }
 
 TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
@@ -173,7 +173,7 @@ TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
     ExpectError(run("smooth in.png -o loop.png"), 1, {"loop.png"});
     std::filesystem::copy(path("in.png"), path("a?b=c.png"));
     EXPECT_EQ(run("smooth 'a?b=c.png' -o 'd?.png'").status, 0);
-    EXPECT_TRUE(FileText(path("d?.png")) == FileText(path("old.png")));
+    EXPECT_TRUE(ReadText(path("d?.png")) == ReadText(path("old.png")));
     EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(),
               perms::owner_all | perms::others_write);
     EXPECT_EQ(ReadTestPicture(path("old.png")).spec.width, 120);
@@ -182,7 +182,7 @@ TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
     std::ofstream(path("old.png")) << "old";
     const auto before = files();
     ExpectError(run("smooth in.png -o old.png", "ulimit -f 1;"), 1, {"old.png"});
-    EXPECT_EQ(FileText(path("old.png")), "old");
+    EXPECT_EQ(ReadText(path("old.png")), "old");
     EXPECT_EQ(files(), before);
 }
 

@@ -38,7 +38,7 @@ TEST_F(TroubleTest, FilesAreTheSameWithoutUnnamedOnes) {
     std::ofstream(path("replaced.png")) << "old";
     for (const std::string output : {"new.png", "replaced.png"}) {
         ASSERT_EQ(run("smooth 1.png -o " + output, namedFilesOnly).status, 0);
-        EXPECT_TRUE(FileText(path(output)) == FileText(path("as_ever.png")));
+        EXPECT_TRUE(ReadText(path(output)) == ReadText(path("as_ever.png")));
     }
     EXPECT_EQ(files(), (std::vector<std::string>{"1.png", "2.png", "as_ever.png", "new.png",
                                                  "replaced.png"}));

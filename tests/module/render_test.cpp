@@ -97,15 +97,4 @@ TEST(Render, RefusesOtherAndMixedDepths) {
     }
 }
 
-TEST(Render, CopiesUnderPremiere) {
-    Session session({}, HostNamed(PF_AppID_Premiere, {13, 0}));
-    Instance instance(session.effect);
-    Picture input(PF_PixelFormat_ARGB32), output(PF_PixelFormat_ARGB32);
-    std::memset(output.row<char>(3), 0, 40);
-    session.host.calls.resetCount();
-    EXPECT_TRUE(instance.render(input, output).ok());
-    EXPECT_EQ(output.pixels(), input.pixels());
-    EXPECT_EQ(session.host.calls.count(), 3) << "suite, copy, suite";
-}
-
 }  // namespace
