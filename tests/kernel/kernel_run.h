@@ -22,22 +22,9 @@ inline EffectValues ToEffectValues(const judge::Values& v) {
             v.keyGreen,       v.keyBlue,  v.keyThreshold, v.keyInvert};
 }
 
-/// Both halves of the kernel. Fails the test when it writes outside the output or its scratch
-/// memory.
-template <typename P>
-void RunIn(const EffectValues& values, HostileImage<P>& input, HostileImage<P>& output, int width,
-           int height, const Layout& scratchLayout, const Forms& forms = FastestForms()) {
-    const Images images{input.row(0), input.pitch(), output.row(0), output.pitch(), width, height};
-    const auto scratchBytes = static_cast<int>(ScratchBytes(width, height));
-    HostileImage<std::uint8_t> scratch(scratchBytes, 1, scratchLayout);
-    CopyInput(DepthOf<P>(), values, images, forms);
-    SmoothCopy(DepthOf<P>(), values, images, scratch.row(0), forms);
-    EXPECT_TRUE(input.surroundingsIntact() && output.surroundingsIntact() &&
-                scratch.surroundingsIntact());
-}
-
 /// The output of the kernel for this pixel type and these values, with one set of forms. Fails the
-/// test when the kernel touches the input, too. `seed` chooses how the images lie in memory.
+/// test when the kernel writes anything but the output and its scratch memory. `seed` chooses how
+/// they lie in memory.
 template <typename P>
 judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>& picture,
                             std::uint64_t seed, const Forms& forms) {
@@ -48,8 +35,15 @@ judge::Picture<P> RunKernel(const judge::Values& values, const judge::Picture<P>
     const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
     for (int y = 0; y < picture.height; ++y) std::memcpy(input.row(y), &picture.at(0, y), rowSize);
 
-    const Layout scratch{.misalignment = 4 * dice.below(4), .guarded = dice.oneIn(2)};
-    RunIn(ToEffectValues(values), input, output, picture.width, picture.height, scratch, forms);
+    const Images images{input.row(0),   input.pitch(), output.row(0),
+                        output.pitch(), picture.width, picture.height};
+    HostileImage<std::uint8_t> scratch(
+        static_cast<int>(ScratchBytes(picture.width, picture.height)), 1,
+        {.misalignment = 4 * dice.below(4), .guarded = dice.oneIn(2)});
+    CopyInput(DepthOf<P>(), ToEffectValues(values), images, forms);
+    SmoothCopy(DepthOf<P>(), ToEffectValues(values), images, scratch.row(0), forms);
+    EXPECT_TRUE(input.surroundingsIntact() && output.surroundingsIntact() &&
+                scratch.surroundingsIntact());
 
     judge::Picture<P> result(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {
