@@ -96,7 +96,9 @@ std::string BashScript(const CLI::App& app) {
     }
     std::string values;
     for (const auto& [before, list] : choices) {
-        if (!list.empty()) values += "        " + before + ") values=\"" + list + "\" ;;\n";
+        if (list.empty()) continue;
+        values.append("        ").append(before).append(") values=\"").append(list);
+        values.append("\" ;;\n");
     }
     return "# Completes the words of nevrel in bash.\n"
            "_nevrel() {\n"
