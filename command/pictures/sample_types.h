@@ -62,9 +62,8 @@ template <typename T>
 /// The sample as another kind: FromUnit of ToUnit, in fewer steps where there are such.
 template <typename To, typename From>
 [[nodiscard]] To Convert(From sample) {
-    if constexpr (std::is_same_v<To, From>) {
-        return sample;
-    } else if constexpr (std::is_same_v<From, half> && std::is_same_v<To, float>) {
+    constexpr bool isWider = std::is_same_v<From, half> && std::is_same_v<To, float>;
+    if constexpr (std::is_same_v<To, From> || isWider) {
         return sample;
     } else if constexpr (std::is_same_v<From, std::uint16_t> && std::is_same_v<To, Channel16>) {
         return {
