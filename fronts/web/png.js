@@ -5,7 +5,7 @@
 const pngSignature = [137, 80, 78, 71, 13, 10, 26, 10];
 const pngChannels = { 0: 1, 2: 3, 3: 1, 4: 2, 6: 4 };
 // How the samples are to be seen, which smoothing does not change.
-const pngKept = ["cHRM", "gAMA", "iCCP", "sRGB", "pHYs"];
+const pngKept = ["cHRM", "cICP", "gAMA", "iCCP", "sRGB", "pHYs"];
 
 const crcTable = Uint32Array.from({ length: 256 }, (_, n) => {
   for (let k = 0; k < 8; ++k) n = n & 1 ? 0xEDB88320 ^ (n >>> 1) : n >>> 1;
@@ -130,6 +130,7 @@ async function readPng(bytes) {
       }
     }
   }
+  if (channels < 3 && header.type !== 3) chunks.delete("iCCP");  // a profile of grays is none of RGB
   const kept = pngKept.flatMap(name => (chunks.get(name) ?? []).map(content => ({ name, content })));
   return { width, height, samples, kept, exact: true };
 }
