@@ -34,17 +34,17 @@ const answers = {
     return { version: core.version, controls: core.controls, texts: { en: texts(false), ja: texts(true) } };
   },
 
+  // Where it fails, the picture before is still there.
   async open({ blob }) {
-    let opened;
     try {
-      opened = await readPicture(blob);
+      const opened = await readPicture(blob), { width, height, kept, exact, samples } = opened;
+      const before = await bitmapOf(samples, opened);
       core.open(opened);
+      picture = { width, height, kept };
+      return { width, height, exact, bits: samples.BYTES_PER_ELEMENT * 8, before };
     } catch (error) {
       throw error instanceof RangeError ? new Trouble("tooLarge") : error;
     }
-    const { width, height, kept, exact, samples } = opened;
-    picture = { width, height, kept };
-    return { width, height, exact, bits: samples.BYTES_PER_ELEMENT * 8, before: await bitmapOf(samples, picture) };
   },
 
   // `edges`: their colour where they are wanted, else null.
