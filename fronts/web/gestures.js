@@ -51,7 +51,7 @@ class Gestures {
   }
 
   down(event) {
-    if (!this.view.picture) return;
+    if (!this.view.picture || event.button !== 0) return;
     const at = this.at(event);
     this.point(this.view.placeAt(at.x, at.y));
     if (this.picking) {

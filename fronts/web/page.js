@@ -85,6 +85,12 @@ const smooth = latest(async () => {
   }
 });
 
+// What was said of the values before holds no longer.
+function change() {
+  say(() => gestures.picking ? text("pick") : "");
+  smooth();
+}
+
 const tell = latest(async place => {
   if (!place) return void (byId("pixel").textContent = "");
   const [x, y] = [Math.floor(place.x), Math.floor(place.y)];
@@ -171,7 +177,7 @@ function listen() {
   byId("larger").addEventListener("click", () => view.zoomBy(1));
   byId("fit").addEventListener("click", () => view.zoomTo(0));
   byId("whole").addEventListener("click", () => view.zoomTo(1));
-  byId("edges").addEventListener("change", smooth);
+  byId("edges").addEventListener("change", change);
   byId("dropper").addEventListener("click", () => pick(!gestures.picking));
   addEventListener("keydown", shortcut);
   addEventListener("paste", ({ clipboardData }) => {
@@ -191,7 +197,7 @@ function listen() {
 }
 
 function shortcut(event) {
-  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("input, select")) return;
+  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("[type=number], select")) return;
   const keys = {
     "+": () => view.zoomBy(1), "=": () => view.zoomBy(1), "-": () => view.zoomBy(-1),
     0: () => view.zoomTo(0), 1: () => view.zoomTo(1),
@@ -211,7 +217,7 @@ async function start() {
   });
   fromModule = core.texts;
   version = core.version;
-  panel = new Panel(byId("panel"), core.controls, smooth);
+  panel = new Panel(byId("panel"), core.controls, change);
   listen();
   speak(language);
   await openSample();
