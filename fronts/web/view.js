@@ -158,8 +158,8 @@ class View {
     if (!this.picture) return;
     const larger = zooms.filter(zoom => zoom > this.scale * 1.001);
     const smaller = zooms.filter(zoom => zoom < this.scale * 0.999);
-    const next = steps > 0 ? larger[0] ?? zooms.at(-1) : smaller.at(-1) ?? zooms[0];
-    this.zoomTo(next, x, y);
+    const next = steps > 0 ? larger[0] : smaller.at(-1);
+    if (next) this.zoomTo(next, x, y);
   }
 
   moveBy(dx, dy) {
