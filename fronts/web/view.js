@@ -114,7 +114,9 @@ class View {
   // Before and after side by side around the point.
   drawLoupe() {
     const { loupe, point, picture } = this, pen = loupe.getContext("2d");
-    loupe.hidden = !point || this.scale >= loupeScale;  // the picture itself is as large there
+    // Else the picture itself is as large, but does not show where keys have moved the dropper.
+    const needed = this.scale < loupeScale || this.canvas.matches(".picking");
+    loupe.hidden = !point || !needed;
     if (loupe.hidden) return;
     const side = loupePixels * loupeScale, half = (loupePixels - 1) / 2;
     const [x, y] = [Math.floor(point.x), Math.floor(point.y)];
