@@ -126,6 +126,7 @@ void AddOutputOptions(CLI::App& smooth, CommandLine& line) {
         ->type_name("FORM")
         ->group(group);
     smooth.add_option("--offset", line.pictures.offset, "is added to the numbers of the outputs")
+        ->check(CLI::Range(-largestFrame, largestFrame).description(""))
         ->type_name("N")
         ->group(group);
     auto* skip =

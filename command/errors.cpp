@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 namespace nevrel {
 
-void ThrowSystemError(const std::filesystem::path& path, const std::string& what) {
+void ThrowSystemError(const std::filesystem::path& path, const std::string& what, int error) {
     constexpr std::array passing{ENOSPC,    EDQUOT,       EIO,         ESTALE, ENOTCONN, EHOSTDOWN,
                                  ETIMEDOUT, EHOSTUNREACH, ENETUNREACH, EMFILE, ENFILE};
-    const int error = errno;
     const std::string reason = what + ": " + std::strerror(error);
     if (std::find(passing.begin(), passing.end(), error) != passing.end())
         throw PassingError(path, reason);

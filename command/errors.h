@@ -1,6 +1,7 @@
 // How the command reports what went wrong.
 #pragma once
 
+#include <cerrno>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -28,8 +29,9 @@ class PassingError : public PictureError {
     using PictureError::PictureError;
 };
 
-/// Throws the picture error for what the system last reported in `errno`.
-[[noreturn]] void ThrowSystemError(const std::filesystem::path& path, const std::string& what);
+/// Throws the picture error for what the system reported, last in `errno`.
+[[noreturn]] void ThrowSystemError(const std::filesystem::path& path, const std::string& what,
+                                   int error = errno);
 
 /// Wrong usage of the command; the text is one line and names the option.
 class UsageError : public std::runtime_error {

@@ -130,10 +130,10 @@ void Progress::finish() {
     }
 }
 
-void Progress::interrupt() {
+void Progress::interrupt(const std::string& advice) {
     const std::lock_guard lock(mutex_);
     clearLine();
-    complain_("interrupted: " + counts() + "; the same command with --skip-existing does the rest");
+    complain_("interrupted: " + counts() + advice);
 }
 
 int Progress::status() const {

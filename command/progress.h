@@ -41,8 +41,8 @@ class Progress {
     void add(const PicturePaths& paths, const Outcome& outcome);
     /// Nothing more will come.
     void finish();
-    /// The program is being ended from outside.
-    void interrupt();
+    /// The program is being ended from outside; `advice` says how to go on.
+    void interrupt(const std::string& advice);
 
     /// 0 when no picture failed, 75 when some did that may go better later, else 1.
     [[nodiscard]] int status() const;

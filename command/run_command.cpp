@@ -30,10 +30,14 @@ namespace {
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 
-/// Sets the controls from the settings file and the line, and writes them where the line says.
+/// Sets the controls from the settings file and the line.
 void SetControls(const CommandLine& line, host_kit::Instance& instance) {
     if (!line.settings.empty()) ReadSettingsFile(line.settings, instance);
     ApplyControls(line.controls, instance);
+}
+
+/// Writes the controls where the line says.
+void SaveControls(const CommandLine& line, const host_kit::Instance& instance) {
     if (!line.savedSettings.empty()) WriteSettingsFile(line.savedSettings, instance);
 }
 
@@ -57,9 +61,7 @@ void PrintPlan(const CommandLine& line, const PictureList& pictures,
     std::size_t present = 0;
     for (std::size_t i = 0; i < pictures.size(); ++i) {
         const PicturePaths paths = pictures[i];
-        std::error_code error;
-        const bool isThere = line.run.existing == Existing::Skip &&
-                             std::filesystem::is_regular_file(paths.output, error);
+        const bool isThere = line.run.existing == Existing::Skip && IsPictureThere(paths.output);
         present += isThere ? 1 : 0;
         std::cout << Printable(paths.input.string()) << " -> " << Printable(paths.output.string());
         if (!paths.mask.empty()) std::cout << ", mask " << Printable(paths.mask.string());
@@ -98,11 +100,13 @@ class SequenceSession {
 
     [[nodiscard]] host_kit::Instance& instance() { return instance_; }
 
-    /// Before pictures are rendered.
-    void setUp(const std::string& modulePath) {
+    /// Before pictures are rendered, when the line has proved right.
+    void setUp(const CommandLine& line) {
+        SaveControls(line, instance_);
         const auto result = instance_.sequenceSetup();
         if (!result.ok())
-            throw host_kit::ModuleError(modulePath + ": sequence set-up " + FailureText(result));
+            throw host_kit::ModuleError(line.modulePath + ": sequence set-up " +
+                                        FailureText(result));
         OutliveReaders();
     }
 
@@ -114,6 +118,7 @@ class SequenceSession {
 PictureList FindPictures(const CommandLine& line, const Complain& complain) {
     if (line.pictures.inputs.empty()) throw UsageError("input is required: files to smooth");
     PictureList pictures(line.pictures);
+    if (!line.savedSettings.empty()) pictures.requireNotRead(line.savedSettings, "--save-settings");
     if (!line.run.progress.quiet) {
         for (const std::string& remark : pictures.remarks()) complain(OneLine(remark));
     }
@@ -123,7 +128,7 @@ PictureList FindPictures(const CommandLine& line, const Complain& complain) {
 int Smooth(const CommandLine& line, const Complain& complain) {
     SequenceSession session(line);
     if (line.raw) {
-        session.setUp(line.modulePath);
+        session.setUp(line);
         return SmoothRaw(line, session.instance());
     }
     const Look& look = line.smooth.look;
@@ -137,7 +142,7 @@ int Smooth(const CommandLine& line, const Complain& complain) {
         PrintPlan(line, pictures, session.instance());
         return 0;
     }
-    session.setUp(line.modulePath);
+    session.setUp(line);
     PrepareFolders(line.pictures.output, pictures);
     return SmoothPictures(session.instance(), line.smooth, line.run, pictures, complain);
 }
@@ -145,7 +150,9 @@ int Smooth(const CommandLine& line, const Complain& complain) {
 int Report(const CommandLine& line, const Complain& complain) {
     SequenceSession session(line);
     const PictureList pictures = FindPictures(line, complain);
-    session.setUp(line.modulePath);
+    pictures.requireNotRead(line.report, "--output");
+    RequirePlaceFor(line.report);
+    session.setUp(line);
     return MakeReport(session.instance(), line.smooth, line.run, pictures, line.report, complain);
 }
 
@@ -156,6 +163,7 @@ void ShowOptions(const CommandLine& line) {
     const Session session(line.modulePath, &mainWindow);
     host_kit::Instance instance(session.effect());
     SetControls(line, instance);
+    SaveControls(line, instance);
     const auto result = instance.doDialog();
     if (!result.ok())
         throw host_kit::ModuleError(line.modulePath + ": options " + FailureText(result));

@@ -88,6 +88,12 @@ void SetLibraryThreads(int threads) {
 
 }  // namespace
 
+bool IsPictureThere(const std::filesystem::path& output) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(output, error);
+    return !error && size > 0;
+}
+
 void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
                 const std::string& format, Picture& picture, ColorChannels& channels,
                 StageTimes& times) {
@@ -134,8 +140,7 @@ namespace {
 
 Outcome TrySmoothing(Instance& instance, const SmoothSettings& settings, Existing existing,
                      const PicturePaths& paths, bool verbose) {
-    std::error_code none;
-    if (existing == Existing::Skip && std::filesystem::is_regular_file(paths.output, none))
+    if (existing == Existing::Skip && IsPictureThere(paths.output))
         return {.verdict = Outcome::Verdict::Skipped, .lines = {}};
     Remarks remarks;
     Outcome outcome =
@@ -151,7 +156,9 @@ int SmoothPictures(Instance& instance, const SmoothSettings& settings, const Run
                    const PictureList& pictures, const Complain& complain) {
     SetLibraryThreads(std::max(1, static_cast<int>(run.jobs / pictures.size())));
     Progress progress(run.progress, pictures.size(), complain);
-    const LastWords interrupted([&progress] { progress.interrupt(); });
+    const LastWords interrupted([&progress] {
+        progress.interrupt("; the same command with --skip-existing does the rest");
+    });
     const auto smooth = [&](std::size_t i) {
         return TrySmoothing(instance, settings, run.existing, pictures[i], run.progress.verbose);
     };

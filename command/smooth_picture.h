@@ -34,6 +34,10 @@ struct RunSettings {
     ProgressSettings progress;
 };
 
+/// Whether nothing has to be done for an output when those that are there are left. An empty file
+/// is a placeholder of another program, or what a crash of the system left.
+[[nodiscard]] bool IsPictureThere(const std::filesystem::path& output);
+
 /// Smooths the channels of one part of a picture, as `format` stores it. `paths` names the mask,
 /// and the files in errors.
 void SmoothPart(host_kit::Instance& instance, const SmoothSettings& settings,

@@ -13,13 +13,13 @@ namespace nevrel {
 namespace {
 
 constexpr std::size_t mostFrames = 10'000'000;
-constexpr FrameNumber largestFrame = 999'999'999;
 
 /// Takes a number, with its sign, from the front of `text`.
 std::optional<FrameNumber> TakeNumber(std::string_view& text) {
     FrameNumber number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || std::abs(number) > largestFrame) return std::nullopt;
+    if (error != std::errc{} || number < -largestFrame || number > largestFrame)
+        return std::nullopt;
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return number;
 }

@@ -10,6 +10,9 @@ namespace nevrel {
 
 using FrameNumber = long;
 
+/// Either sign; numbers of that size can be added and subtracted.
+inline constexpr FrameNumber largestFrame = 999'999'999'999'999'999;
+
 /// The frames of "1-240", "10-20,30", "1-100x2" or "1-100:2" (every second), "20-1" (backwards) and
 /// "-10--5" (negative), in the order written, each once. Throws UsageError, naming `option`, where
 /// the text says no frames or more than ten million.

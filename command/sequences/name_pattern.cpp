@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "command/errors.h"
+#include "command/files/folder.h"
 
 namespace nevrel {
 namespace {
@@ -33,7 +34,7 @@ std::optional<Place> PlaceAt(std::string_view name, std::size_t at) {
     if (end == name.size() || name[end] != 'd' || end - at > 3) return std::nullopt;
     int digits = 1;
     std::from_chars(name.data() + at + 1, name.data() + end, digits);
-    return Place{at, end + 1, digits};
+    return Place{at, end + 1, std::max(digits, 1)};
 }
 
 std::vector<Place> FindPlaces(std::string_view name) {
@@ -130,6 +131,7 @@ std::optional<FrameNumber> NamePattern::frameOf(std::string_view name) const {
     FrameNumber frame = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), frame);
     if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
+    if (frame < -largestFrame || frame > largestFrame) return std::nullopt;
     if (this->name(frame) != name) return std::nullopt;  // other digits than the pattern writes
     return frame;
 }
@@ -138,9 +140,11 @@ std::vector<FrameNumber> NamePattern::find() const {
     const fs::path folder = path_.has_parent_path() ? path_.parent_path() : ".";
     std::vector<FrameNumber> frames;
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    const fs::file_status status = fs::status(folder, error);
+    if (status.type() == fs::file_type::not_found) return frames;
+    ForEachEntry(folder, [&](const fs::directory_entry& entry) {
         if (const auto frame = frameOf(entry.path().filename().string())) frames.push_back(*frame);
-    }
+    });
     std::sort(frames.begin(), frames.end());
     return frames;
 }

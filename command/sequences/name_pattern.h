@@ -16,8 +16,7 @@ namespace nevrel {
 /// `shot.%04d.png`. Numbers with more digits are taken as they are; `%%` is a percent sign.
 class NamePattern {
   public:
-    /// Nothing when the name has no such place. Throws UsageError when it has several, or the
-    /// folder has one.
+    /// Nothing when the name has no such place. Throws UsageError when it has several.
     [[nodiscard]] static std::optional<NamePattern> parse(const std::filesystem::path& path);
 
     /// The pattern as it was given.
@@ -26,7 +25,8 @@ class NamePattern {
     [[nodiscard]] std::filesystem::path at(FrameNumber frame) const;
     /// The frame that a file name stands for; nothing for any other name.
     [[nodiscard]] std::optional<FrameNumber> frameOf(std::string_view name) const;
-    /// The frames that lie in the folder, ascending; none when there is no such folder.
+    /// The frames that lie in the folder, ascending; none when there is no such folder. Throws
+    /// PictureError when it cannot be read.
     [[nodiscard]] std::vector<FrameNumber> find() const;
     /// The same names in `folder`, and with another extension if `format` names one.
     [[nodiscard]] NamePattern movedTo(const std::filesystem::path& folder,

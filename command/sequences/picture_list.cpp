@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "command/errors.h"
+#include "command/files/folder.h"
 #include "command/files/replace_file.h"
 #include "command/pictures/picture.h"
 
@@ -61,12 +62,14 @@ class Places {
 void MakeFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    if (error) throw PictureError(folder, "cannot be made: " + error.message());
+    if (error) ThrowSystemError(folder, "cannot be made", error.value());
 }
 
 void RequireWritable(const fs::path& folder) {
     std::error_code error;
     const fs::file_status status = fs::status(folder, error);
+    if (status.type() == fs::file_type::none)
+        ThrowSystemError(folder, "cannot be reached", error.value());
     if (!fs::exists(status)) throw PictureError(folder, "no such folder");
     if (!fs::is_directory(status)) throw PictureError(folder, "is no folder");
     if (faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
@@ -143,15 +146,13 @@ void PictureList::addFile(const fs::path& file) {
 void PictureList::addFolder(const fs::path& folder) {
     PictureNames pictures;
     std::vector<fs::path> files;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    ForEachEntry(folder, [&](const fs::directory_entry& entry) {
         const fs::path name = entry.path().filename();
         std::error_code ignored;
         if (!name.string().starts_with('.') && pictures.contains(name) &&
             !entry.is_directory(ignored))
             files.push_back(entry.path());
-    }
-    if (error) throw UsageError(folder.string() + ": cannot be read: " + error.message());
+    });
     if (files.empty()) throw UsageError(folder.string() + ": is a folder without pictures");
     std::sort(files.begin(), files.end(), [](const fs::path& a, const fs::path& b) {
         return NaturallyLess(a.native(), b.native());
@@ -308,6 +309,23 @@ void PictureList::requireNoInput() const {
         throw UsageError(paths.output.string() + ": is " +
                          (own ? "the input itself" : "another input") + "; choose another output");
     }
+}
+
+void PictureList::requireNotRead(const fs::path& file, const std::string& option) const {
+    const auto identity = Identity(file);
+    for (std::size_t i = 0; identity && i < size_; ++i) {
+        const PicturePaths paths = (*this)[i];
+        for (const fs::path& read : {paths.input, paths.mask}) {
+            if (Identity(read) == identity)
+                throw UsageError(option + ": " + file.string() +
+                                 ": is an input; choose another output");
+        }
+    }
+}
+
+void RequirePlaceFor(const fs::path& file) {
+    const fs::path folder = FollowLinks(file).parent_path();
+    RequireWritable(folder.empty() ? "." : folder);
 }
 
 void PrepareFolders(const fs::path& output, const PictureList& pictures) {

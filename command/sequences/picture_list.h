@@ -45,6 +45,9 @@ class PictureList {
     [[nodiscard]] PicturePaths operator[](std::size_t index) const;
     /// What the user should know of the frames that were found, a line each.
     [[nodiscard]] const std::vector<std::string>& remarks() const { return remarks_; }
+    /// Throws UsageError, naming `option`, where what is to be written there would replace a
+    /// picture or a mask that is read.
+    void requireNotRead(const std::filesystem::path& file, const std::string& option) const;
 
   private:
     /// Files, or the frames of a pattern.
@@ -79,6 +82,10 @@ class PictureList {
 
 /// Whether `output` names a folder: an existing one, or a new one by a slash at its end.
 [[nodiscard]] bool IsFolder(const std::filesystem::path& output);
+
+/// Sees that the file can be made in its folder. Throws PictureError with the folder and the
+/// reason.
+void RequirePlaceFor(const std::filesystem::path& file);
 
 /// Makes the folder if `output` names a new one, and sees that files can be made in every folder
 /// that pictures go to. Throws PictureError with the folder and the reason.

@@ -92,7 +92,7 @@ int MakeReport(Instance& instance, const SmoothSettings& settings, const RunSett
                const PictureList& pictures, const std::filesystem::path& page,
                const Complain& complain) {
     Progress progress(run.progress, pictures.size(), complain);
-    const LastWords interrupted([&progress] { progress.interrupt(); });
+    const LastWords interrupted([&progress] { progress.interrupt(", and no page is made"); });
     std::vector<std::string> made(pictures.size());
     std::string frames;
     const auto work = [&](std::size_t i) {

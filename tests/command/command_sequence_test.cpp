@@ -98,6 +98,9 @@ TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
         {"e@2x.png -o f@3x.png", "e@2x.png -> f@3x.png\n"},
         {"100%%.png -o out/", "100%.png -> out/100%.png\n"},
         {"a.#.png -o b.#.png --no-pattern", "a.#.png -> b.#.png\n"},
+        {"in/s.#.png -o o.%0d.png --frames 2,-3 --save-settings dry",
+         "in/s.0002.png -> o.2.png\n"
+         "in/s.-003.png -> o.-3.png\n"},
     };
     for (const auto& [words, printed] : cases) {
         const CommandRun plan = run("smooth --dry-run " + words);
@@ -117,11 +120,36 @@ TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
         {"in/s.####.png -o in/ --frames 1", {"is the input itself"}},
         {"in/s.####.png -o in/ --frames 1-2 --offset 1", {"is another input"}},
         {"in/s.####.png -o out/ --frames 1-", {"--frames", "'1-'"}},
+        {"in/s.####.png -o out/ --frames 1 --offset 9223372036854775807", {"--offset"}},
+        {"in/s.####.png -o out/ --frames 1,3 --save-settings dry", {"frames 3 are missing"}},
+        {"in/s.####.png -o out/ --frames 1 --save-settings in/s.0001.png", {"is an input"}},
         {"in/s.####.png -o out/ --frames 1-100000000", {"more than 10000000"}},
         {"in/s.####.png -o out/ --frames 1,2 --mask m.#.png", {"--mask", "1-2 are missing"}},
     };
     for (const auto& [words, told] : wrong) ExpectError(run("smooth " + words), 2, told);
     EXPECT_FALSE(std::filesystem::exists(path("out")));
+    EXPECT_FALSE(std::filesystem::exists(path("dry")));
+}
+
+TEST_F(SequenceTest, AReportReplacesNoPicture) {
+    writeFrames({1, 2});
+    const std::string frame = ReadText(path("in/s.0002.png"));
+    ExpectError(run("report in/s.#.png -o in/s.0002.png"), 2, {"in/s.0002.png", "is an input"});
+    EXPECT_EQ(ReadText(path("in/s.0002.png")), frame);
+    ExpectError(run("report in/s.#.png -o nowhere/page.html"), 1, {"nowhere", "no such folder"});
+}
+
+/// A link that leads back to itself stands for a share that does not answer.
+TEST_F(SequenceTest, AFolderThatCannotBeReachedIsNoEmptyOne) {
+    std::filesystem::create_symlink("loop", path("loop"));
+    ExpectError(run("smooth loop/s.####.png -o out/"), 1, {"loop", "cannot be read"});
+}
+
+TEST_F(SequenceTest, NamesInOtherEncodingsAreStillJson) {
+    writeFrame("\x83\x41\xE3\x82\xA2.png", 12, 9);
+    EXPECT_NE(run("smooth in/*.png -o out/ --progress json")
+                  .output.find("{\"input\":\"in/\\ufffdA\xE3\x82\xA2.png\""),
+              std::string::npos);
 }
 
 TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
@@ -141,6 +169,9 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
               "openjd_progress: 33.3\nopenjd_status: 1 of 3 done\n"
               "openjd_progress: 66.7\nopenjd_status: 2 of 3 done\n"
               "openjd_progress: 100.0\nopenjd_status: 3 of 3 done\n");
+    EXPECT_EQ(ReadText(path("out/s.0001.png")), finished);
+    std::ofstream(path("out/s.0001.png"), std::ios::trunc).close();  // as a placeholder
+    EXPECT_EQ(run(words + "--skip-existing").status, 0);
     EXPECT_EQ(ReadText(path("out/s.0001.png")), finished);
     std::ofstream(path("in/s.0001.png")) << "no picture";
     const CommandRun stopped = run(words + "--fail-fast --jobs 1");
