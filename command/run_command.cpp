@@ -85,6 +85,13 @@ int SmoothRaw(const CommandLine& line, host_kit::Instance& instance) {
             "--raw: goes from the standard input to the standard output, without names");
     }
     if (line.smooth.look.isWanted()) throw UsageError("--raw: has no pictures to look at");
+    const bool isForFiles = line.pictures.frames || line.pictures.offset != 0 ||
+                            line.skipExisting || line.noClobber || line.dryRun;
+    if (isForFiles) {
+        throw UsageError(
+            "--raw: has no files; --frames, --offset, --skip-existing, --no-clobber and --dry-run "
+            "are for those");
+    }
     RequireFreeOutput(line);
     SmoothRawFrames(instance, line.smooth, ParseRawFormat(*line.raw), line.pictures.mask);
     return 0;

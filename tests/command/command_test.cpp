@@ -47,6 +47,7 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {"smooth in.png --compare a.png --at 3", {"--at", "'3'", "X,Y"}},
         {"smooth in.png in.png --compare a.png", {"--compare", "one picture", "report"}},
         {"smooth --raw 8x8:rgba --edges a.png", {"--raw"}},
+        {"smooth --raw 8x8:rgba --dry-run", {"--raw", "--dry-run"}},
         {"completion fish", {"'fish'", "bash or zsh"}},
         {"", {"command is required"}},
     };
