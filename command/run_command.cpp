@@ -111,9 +111,10 @@ class SequenceSession {
     void setUp(const CommandLine& line) {
         SaveControls(line, instance_);
         const auto result = instance_.sequenceSetup();
-        if (!result.ok())
+        if (!result.ok()) {
             throw host_kit::ModuleError(line.modulePath + ": sequence set-up " +
                                         FailureText(result));
+        }
         OutliveReaders();
     }
 

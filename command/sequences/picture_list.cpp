@@ -316,9 +316,9 @@ void PictureList::requireNotRead(const fs::path& file, const std::string& option
     for (std::size_t i = 0; identity && i < size_; ++i) {
         const PicturePaths paths = (*this)[i];
         for (const fs::path& read : {paths.input, paths.mask}) {
-            if (Identity(read) == identity)
-                throw UsageError(option + ": " + file.string() +
-                                 ": is an input; choose another output");
+            if (Identity(read) != identity) continue;
+            throw UsageError(option + ": " + file.string() +
+                             ": is an input; choose another output");
         }
     }
 }
