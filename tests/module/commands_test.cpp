@@ -1,19 +1,16 @@
 // The commands that belong to no frame: set-up, about, sequence data, and those that the module
 // does not know.
-#include <array>
 #include <cstdlib>
+#include <set>
+#include <span>
+#include <string>
 
-#include "tests/module/session.h"
+#include "tests/module/every_command.h"
 
 using namespace host_kit;
+using namespace std::string_literals;
 
 namespace {
-
-PF_OutData NoisyOut() {
-    PF_OutData out;
-    std::memset(&out, 0x5A, sizeof out);
-    return out;
-}
 
 bool SameOut(const PF_OutData& a, const PF_OutData& b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
@@ -21,10 +18,9 @@ bool SameOut(const PF_OutData& a, const PF_OutData& b) {
 
 TEST(EntryPoint, UnknownCommandsDoNothing) {
     const Session session;
-    std::vector<PF_Cmd> unknown{2,  3,  10, 12, 15, 16, 17, 18,   19,
-                                20, 21, 22, 25, 26, 27, 29, 1000, -1};
-    if (!ForMultiFrame()) unknown.push_back(28);
-    for (const PF_Cmd cmd : unknown) {
+    const std::set<PF_Cmd> known{0, 1, 4, 5, 6, 7, 8, 9, 11, 13, 14, 23, 24};
+    for (PF_Cmd cmd = -1; cmd < 1000; ++cmd) {
+        if (known.contains(cmd) || (cmd == 28 && ForMultiFrame())) continue;
         EXPECT_EQ(session.module.entryPoint()(cmd, nullptr, nullptr, nullptr, nullptr, nullptr), 0)
             << cmd;
     }
@@ -32,26 +28,22 @@ TEST(EntryPoint, UnknownCommandsDoNothing) {
 
 TEST(EntryPoint, EveryCommandNeedsTheBasicSuite) {
     Session session;
-    Instance instance(session.effect), bare(session.effect);
-    ASSERT_TRUE(instance.sequenceSetup().ok());
-    Picture image(PF_PixelFormat_ARGB32);
-    Frame frame(instance, image);
-    session.host.givesBasicSuite = false;
+    Stage stage(session);
+    Frame frame(stage.instance, stage.input);
+    EXPECT_TRUE(frame.preRender().ok());
     session.host.blankOut = NoisyOut();
     session.host.calls.resetCount();
-    std::vector<std::byte> flat;
-    if (ForMultiFrame()) {
-        EXPECT_EQ(instance.flattenedCopy(flat).error, PF_Err_BAD_CALLBACK_PARAM);
+    const auto expectRefusal = [&](const CommandResult& result, const char* name) {
+        EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM) << name;
+        EXPECT_TRUE(SameOut(result.out, NoisyOut())) << name;
+    };
+    session.host.givesBasicSuite = false;
+    for (const ModuleCommand& command : everyCommand) {
+        if (command.run != FlattenedCopy || ForMultiFrame())
+            expectRefusal(command.run(stage), command.name);
     }
-    for (const CommandResult& result :
-         {session.effect.about(), session.effect.globalSetup(), session.effect.paramsSetup(),
-          instance.sequenceFlatten(flat), instance.sequenceSetdown(), instance.updateParamsUi(),
-          instance.doDialog(), instance.render(image, image), frame.preRender(),
-          frame.render(image)}) {
-        EXPECT_EQ(result.error, PF_Err_BAD_CALLBACK_PARAM);
-        EXPECT_TRUE(SameOut(result.out, NoisyOut()));
-    }
-    EXPECT_TRUE(bare.sequenceSetdown().ok()) << "nothing to set down";
+    expectRefusal(frame.render(stage.output), "the second half of a smart render");
+    EXPECT_TRUE(Instance(session.effect).sequenceSetdown().ok()) << "nothing to set down";
     EXPECT_EQ(session.host.calls.count(), 0);
     session.host.givesBasicSuite = true;
 }
@@ -92,56 +84,44 @@ TEST(About, TellsNameVersionAndCopyright) {
 #endif
 }
 
-using Record = std::array<unsigned char, 4>;
-
-constexpr Record fresh{1, 0, 0, 0};
-
-Record RecordIn(const Session& session, PF_Handle handle) {
-    Record record{};
-    const auto bytes = session.host.handles.bytes(handle);
-    EXPECT_EQ(bytes.size(), record.size());
-    if (bytes.size() == record.size()) std::memcpy(record.data(), bytes.data(), record.size());
-    return record;
+std::string Text(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+std::string RecordOf(const Instance& instance) {
+    return Text(instance.effect().host().handles.bytes(instance.sequenceData()));
+}
+
+const std::string fresh = "\1\0\0\0"s;
+
 TEST(SequenceData, IsMadeFromTheStoredRecordIfThatIsTheModules) {
-    Session session;
+    const Session session;
     Instance instance(session.effect);
     EXPECT_TRUE(instance.sequenceResetup(std::nullopt).ok());
-    EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
-    const std::pair<std::vector<unsigned char>, Record> cases[] = {
-        {{1, 7, 8, 9}, {1, 7, 8, 9}},
-        {{0, 7, 8, 9}, fresh},
-        {{2, 7, 8, 9}, fresh},
-        {{1}, fresh},
-        {{1, 7, 8}, fresh}};  // the last two of a damaged project
-    for (const auto& [stored, expected] : cases) {
+    EXPECT_EQ(RecordOf(instance), fresh);
+    for (const std::string& stored : {"\1\7\7\7"s, "\0\7\7\7"s, "\2\7\7\7"s, "\1"s, "\1\7\7"s}) {
         EXPECT_TRUE(instance.sequenceResetup(std::as_bytes(std::span(stored))).ok());
-        EXPECT_EQ(RecordIn(session, instance.sequenceData()), expected);
+        EXPECT_EQ(RecordOf(instance), stored == "\1\7\7\7" ? stored : fresh);
     }
 }
 
 TEST(SequenceData, IsFlattenedIntoACopy) {
-    for (const bool rewrites : {true, false}) {
-        const auto flatten = rewrites ? &Instance::sequenceFlatten : &Instance::flattenedCopy;
-        for (const bool renderEngine : {false, true}) {
-            if (!rewrites && !ForMultiFrame()) continue;
-            Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
+    for (const auto flatten : {&Instance::sequenceFlatten, &Instance::flattenedCopy}) {
+        const bool rewrites = flatten == &Instance::sequenceFlatten;
+        if (!rewrites && !ForMultiFrame()) continue;
+        for (const bool renderEngine : {false, true}) {  // which keeps the record as it came
+            const Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
             Instance instance(session.effect);
             std::vector<std::byte> flat;
             EXPECT_EQ((instance.*flatten)(flat).error, PF_Err_INTERNAL_STRUCT_DAMAGED)
                 << "there is none yet";
-            EXPECT_TRUE(instance.sequenceSetdown().ok());
             EXPECT_TRUE(instance.sequenceSetup().ok());
-            EXPECT_EQ(RecordIn(session, instance.sequenceData()), fresh);
-            session.host.handles.bytes(instance.sequenceData())[2] = std::byte{9};
+            EXPECT_EQ(RecordOf(instance), fresh);
+            session.host.handles.bytes(instance.sequenceData())[2] = std::byte{7};
             EXPECT_TRUE((instance.*flatten)(flat).ok());
-            // A render engine keeps the record as it came.
-            const Record found{1, 0, 9, 0};
-            EXPECT_EQ(RecordIn(session, instance.sequenceData()),
-                      renderEngine || !rewrites ? found : fresh);
-            const auto expected = std::as_bytes(std::span(renderEngine ? found : fresh));
-            EXPECT_TRUE(std::equal(flat.begin(), flat.end(), expected.begin(), expected.end()));
+            const std::string found = "\1\0\7\0"s;
+            EXPECT_EQ(RecordOf(instance), renderEngine || !rewrites ? found : fresh);
+            EXPECT_EQ(Text(flat), renderEngine ? found : fresh);
         }
     }
 }

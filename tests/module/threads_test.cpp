@@ -4,7 +4,7 @@
 #include <deque>
 #include <thread>
 
-#include "tests/module/session.h"
+#include "tests/module/every_command.h"
 
 using namespace host_kit;
 
@@ -16,9 +16,7 @@ constexpr int rounds = 10;
 
 /// Renders at a depth and by a render command that belong to the number.
 std::vector<char> Render(Instance& instance, int number) {
-    constexpr PF_PixelFormat formats[] = {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64,
-                                          PF_PixelFormat_ARGB128};
-    Picture input(formats[number % 3]), output(input.format(), true);
+    Picture input(everyDepth[number % 3]), output(input.format(), true);
     const bool smart = number % 2 == 0 || number % 3 == 2;  // only smart commands render floats
     EXPECT_TRUE(
         (smart ? SmartRender(instance, input, output) : instance.render(input, output)).ok());
@@ -45,22 +43,12 @@ std::deque<Instance> MakeInstances(const Session& session, bool oneForAll) {
 }
 
 /// What comes on a host's main thread, where `rendered` is being rendered.
-void SendOtherCommands(const Session& session, Instance& rendered) {
-    EXPECT_TRUE(session.effect.about().ok());
-    EXPECT_TRUE(session.effect.send(PF_Cmd_GLOBAL_SETUP).ok());
-    EXPECT_TRUE(Effect(session.effect).paramsSetup().ok());
-    Instance instance(session.effect);
-    std::vector<std::byte> flat;
-    EXPECT_TRUE(instance.sequenceSetup().ok());
-    EXPECT_TRUE(instance.sequenceFlatten(flat).ok());
-    EXPECT_TRUE(instance.sequenceResetup(flat).ok());
-    EXPECT_TRUE(instance.updateParamsUi().ok());
-    EXPECT_TRUE(instance.userChangedParam().ok());
+void SendOtherCommands(Session& session, Instance& rendered) {
+    Stage stage(session);
+    for (const ModuleCommand& command : everyCommand)
+        EXPECT_TRUE(command.run(stage).ok()) << command.name;
     EXPECT_TRUE(rendered.updateParamsUi().ok());
-    if (ForMultiFrame()) {
-        EXPECT_TRUE(rendered.flattenedCopy(flat).ok());
-        EXPECT_EQ(flat.size(), 4U);
-    }
+    EXPECT_TRUE(rendered.flattenedCopy(stage.record).ok());
 }
 
 void RenderOnThreads(const std::string& layout, bool oneForAll) {
@@ -71,7 +59,7 @@ void RenderOnThreads(const std::string& layout, bool oneForAll) {
         expected.push_back(Render(instances[oneForAll ? 0 : number], number));
     }
     for (int round = 0; round < rounds; ++round) {
-        const Session session(layout);
+        Session session(layout);
         auto instances = MakeInstances(session, oneForAll);
         std::atomic<int> rendering = renderers;
         std::atomic<int> missing = renderers + 1;
