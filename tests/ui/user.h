@@ -1,8 +1,8 @@
 // A user of dialogs: has the main window that owns them, looks at the dialog that opens, and works
-// it. On Windows a second thread does so with messages; elsewhere the dialog manager's
-// stand-in asks what happens next.
+// it: on Windows with messages, elsewhere as the dialog manager's stand-in asks.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -32,28 +32,22 @@ struct SeenDialog {
     std::map<int, SeenControl> controls;
 };
 
+inline constexpr RECT mainWindowPlace{100, 100, 900, 700};
+
 class User {
   public:
-    /// The main window lies at `place` on the screen.
-    explicit User(RECT place = {100, 100, 900, 700});
+    User();
     ~User();
 
     [[nodiscard]] HWND mainWindow() const;
 
     /// Runs `show` and works the dialog that it opens with `actions`, the last of which ends it.
     /// Returns the dialog as it looked at first; nothing when none came up.
-    template <typename Show>
-    std::optional<SeenDialog> work(std::vector<int> actions, Show show) {
-        begin(std::move(actions));
-        show();
-        return end();
-    }
+    std::optional<SeenDialog> work(const std::vector<int>& actions,
+                                   const std::function<void()>& show);
 
   private:
     struct Seat;
-    void begin(std::vector<int> actions);
-    std::optional<SeenDialog> end();
-
     std::unique_ptr<Seat> seat_;
 };
 

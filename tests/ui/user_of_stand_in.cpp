@@ -49,26 +49,22 @@ struct User::Seat : DialogShower {
         return ActionOf(action);
     }
 
-    Window window;
+    Window window{.rect = mainWindowPlace, .shower = this};
     std::deque<int> actions;
     std::optional<SeenDialog> seen;
 };
 
-User::User(RECT place) : seat_(std::make_unique<Seat>()) {
-    seat_->window.rect = place;
-    seat_->window.shower = seat_.get();
-}
+User::User() : seat_(std::make_unique<Seat>()) {}
 
 User::~User() = default;
 
 HWND User::mainWindow() const { return &seat_->window; }
 
-void User::begin(std::vector<int> actions) {
+std::optional<SeenDialog> User::work(const std::vector<int>& actions,
+                                     const std::function<void()>& show) {
     seat_->actions.assign(actions.begin(), actions.end());
     seat_->seen.reset();
-}
-
-std::optional<SeenDialog> User::end() {
+    show();
     EXPECT_TRUE(!seat_->seen || seat_->actions.empty())
         << "the dialog ended before the last action";
     return seat_->seen;

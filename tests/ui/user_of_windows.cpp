@@ -1,17 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <atomic>
-#include <chrono>
-#include <thread>
 
 #include "tests/ui/user.h"
 
 namespace test {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 bool IsDialog(HWND window) {
     std::array<char, 32> name{};
@@ -76,63 +71,47 @@ void Perform(HWND dialog, int action) {
     }
 }
 
+std::vector<int> toDo;
+std::optional<SeenDialog> seen;
+HWND owner = nullptr;
+
+/// Called from the message loop of the dialog that has opened.
+void CALLBACK Work(HWND /*window*/, UINT /*message*/, UINT_PTR /*timer*/, DWORD /*time*/) {
+    HWND dialog = GetLastActivePopup(owner);
+    if (!IsDialog(dialog) || !IsWindowVisible(dialog)) return;
+    if (seen) {
+        ADD_FAILURE() << "the last action did not end the dialog";
+        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        return;
+    }
+    seen = LookAt(dialog);
+    for (const int action : toDo) Perform(dialog, action);
+}
+
 }  // namespace
 
 struct User::Seat {
-    HWND window = nullptr;
-    std::vector<int> actions;
-    std::optional<SeenDialog> seen;
-    std::atomic<bool> stop{false};
-    std::thread hands;
-
-    HWND openDialog() const {
-        HWND dialog = nullptr;
-        const auto visit = [](HWND candidate, LPARAM argument) -> BOOL {
-            auto& found = *reinterpret_cast<HWND*>(argument);
-            if (IsDialog(candidate) && IsWindowVisible(candidate)) found = candidate;
-            return found == nullptr;
-        };
-        EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), visit,
-                          reinterpret_cast<LPARAM>(&dialog));
-        return dialog;
-    }
-
-    void run() {
-        HWND dialog = nullptr;
-        for (; !stop && dialog == nullptr; std::this_thread::sleep_for(10ms)) dialog = openDialog();
-        if (dialog == nullptr) return;
-        seen = LookAt(dialog);
-        for (int action : actions) Perform(dialog, action);
-        const auto deadline = std::chrono::steady_clock::now() + 20s;
-        while (IsWindow(dialog) && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(10ms);
-        if (!IsWindow(dialog)) return;
-        ADD_FAILURE() << "the last action did not end the dialog";
-        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-    }
+    HWND window = CreateWindowExA(
+        0, "STATIC", "main window", WS_OVERLAPPEDWINDOW | WS_VISIBLE, mainWindowPlace.left,
+        mainWindowPlace.top, mainWindowPlace.right - mainWindowPlace.left,
+        mainWindowPlace.bottom - mainWindowPlace.top, nullptr, nullptr, nullptr, nullptr);
 };
 
-User::User(RECT place) : seat_(std::make_unique<Seat>()) {
-    seat_->window = CreateWindowExA(0, "STATIC", "main window", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                                    place.left, place.top, place.right - place.left,
-                                    place.bottom - place.top, nullptr, nullptr, nullptr, nullptr);
-}
+User::User() : seat_(std::make_unique<Seat>()) {}
 
 User::~User() { DestroyWindow(seat_->window); }
 
 HWND User::mainWindow() const { return seat_->window; }
 
-void User::begin(std::vector<int> actions) {
-    seat_->actions = std::move(actions);
-    seat_->seen.reset();
-    seat_->stop = false;
-    seat_->hands = std::thread([seat = seat_.get()] { seat->run(); });
-}
-
-std::optional<SeenDialog> User::end() {
-    seat_->stop = true;
-    seat_->hands.join();
-    return seat_->seen;
+std::optional<SeenDialog> User::work(const std::vector<int>& actions,
+                                     const std::function<void()>& show) {
+    toDo = actions;
+    seen.reset();
+    owner = mainWindow();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, Work);
+    show();
+    KillTimer(nullptr, timer);
+    return seen;
 }
 
 }  // namespace test
