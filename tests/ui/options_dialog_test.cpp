@@ -168,7 +168,7 @@ TEST(OptionsDialog, OpensAndStoresWhereTheHostsPathLeadsNowhere) {
         std::filesystem::create_directory(folder);
         std::filesystem::copy_file(ModuleFile(), folder / MODULE_FILE);
         const Module module(folder / MODULE_FILE);
-        desk.session.host.identity.pluginPath = desk.session.folder.file(told.c_str());
+        desk.session.host.identity.pluginPath = desk.session.folder.file(told);
         Effect effect(desk.session.host, module.entryPoint());
         ASSERT_TRUE(effect.paramsSetup().ok());
         Instance instance(effect);
