@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <set>
 
 #include "tests/command/command_runner.h"
 #include "tests/command/picture_files.h"
@@ -97,12 +98,13 @@ class PictureTest : public CommandTest {
         std::string frames;
         for (const TestPicture& picture : pictures) frames += Bytes(picture);
         WriteText(path("raw"), frames);
-        const CommandRun result = run("smooth --raw " + form + " <raw");
-        EXPECT_EQ(result.output.size(), frames.size()) << result.errors;
-        std::size_t at = 0;
-        for (TestPicture& picture : pictures)
-            at += result.output.copy(reinterpret_cast<char*>(picture.samples.data()),
-                                     picture.samples.size(), std::min(at, result.output.size()));
+        std::string output = run("smooth --raw " + form + " <raw").output;
+        EXPECT_EQ(output.size(), frames.size());
+        output.resize(frames.size());
+        for (TestPicture& picture : pictures) {
+            std::memcpy(picture.samples.data(), output.data(), picture.samples.size());
+            output.erase(0, picture.samples.size());
+        }
         return pictures;
     }
     /// Without smoothing, samples and description of the files in "in" stay; the window and the
@@ -135,16 +137,12 @@ TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
         if (name.ends_with("png")) picture.spec.attribute("oiio:Gamma", 1.8F);
         write("in/" + name, picture);
     }
-    TestPicture window = MakePictureFor("window.exr", 48, 40);
-    window.spec.x = 10;
-    window.spec.y = -5;
-    window.spec.full_width = 100;
-    window.spec.full_height = 80;
-    FillWithNoise(window, 3);
+    TestPicture window = MakeNoise("window.exr", 48, 40);
+    window.spec.set_roi(OIIO::ROI(10, 58, -5, 35));
+    window.spec.set_roi_full(OIIO::ROI(0, 100, 0, 80));
     write("in/window.exr", window);
-    TestPicture tiles = MakePictureFor("tiles.tif", 50, 41);
+    TestPicture tiles = MakeNoise("tiles.tif", 50, 41);
     tiles.spec.tile_width = tiles.spec.tile_height = 16;
-    FillWithNoise(tiles, 4);
     write("in/tiles.tif", tiles);
     // The mark of associated alpha in a TGA's extension area, whose place its footer tells.
     WriteNoise(path("in/associated.tga"), 20, 10);
@@ -159,8 +157,7 @@ TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
 
 /// Lossy compression and bilevel files give way to what holds the result.
 TEST_F(PictureTest, ResultsAreNotLostInTheFilesOwnEncoding) {
-    TestPicture lossy = MakePictureFor("lossy.exr", 64, 48);
-    FillWithNoise(lossy, 7);
+    TestPicture lossy = MakeNoise("lossy.exr", 64, 48);
     lossy.spec.attribute("compression", "dwaa");
     write("lossy.exr", lossy);
     EXPECT_EQ(smoothed("lossy.exr", "--softness 0").samples, read("lossy.exr").samples);
@@ -170,8 +167,7 @@ TEST_F(PictureTest, ResultsAreNotLostInTheFilesOwnEncoding) {
     DrawDisc(bilevel, {0}, {1});
     write("bilevel.tif", bilevel);
     const std::vector<std::byte> samples = smoothed("bilevel.tif").samples;
-    EXPECT_TRUE(std::any_of(samples.begin(), samples.end(),
-                            [](std::byte b) { return b != std::byte{0} && b != std::byte{255}; }));
+    EXPECT_GT(std::set(samples.begin(), samples.end()).size(), 2U);
 }
 
 TEST_F(PictureTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
@@ -218,14 +214,14 @@ TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
         smoothAll(option, "--depth " + option);
         std::vector<TestPicture> before;
         for (const FileKind& kind : kinds) {
-            const bool associated = kind.alpha == Alpha::Associated;
-            const TestPicture picture = read(std::string("in/") + kind.name);
-            before.push_back(Straightened(picture, type, associated));
+            before.push_back(Straightened(read(std::string("in/") + kind.name), type,
+                                          kind.alpha == Alpha::Associated));
         }
         const std::vector<TestPicture> after = smoothedRaw(before, rawForm);
         for (std::size_t i = 0; i < kinds.size(); ++i) {
             const FileKind& kind = kinds[i];
-            const TestPicture result = read(option + "/" + kind.name);
+            const std::string name = kind.name;
+            const TestPicture result = read(option + "/" + name);
             const double step = std::max(StepOf(kind.type, kind.bits), StepOf(type));
             int changed = 0;
             ForEachSample(result, [&](int x, int y, int c) {
@@ -233,14 +229,13 @@ TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
                 const double factor = multiplied ? Unit(after[i], x, y, 3) : 1;
                 EXPECT_NEAR(Unit(result, x, y, c), Unit(after[i], x, y, c) * factor,
                             0.51 * step + 0.5 / 32768)
-                    << kind.name << ' ' << option << " at " << x << ", " << y;
+                    << name << ' ' << option << " at " << x << ", " << y;
                 changed += Unit(after[i], x, y, c) != Unit(before[i], x, y, c) ? 1 : 0;
             });
-            EXPECT_GT(changed, 300) << kind.name;
+            EXPECT_GT(changed, 300) << name;
             const bool own =
                 kind.type == type || (kind.type == TypeDesc::HALF && type == TypeDesc::FLOAT);
-            EXPECT_EQ(result.samples == read(std::string("own/") + kind.name).samples, own)
-                << kind.name << ' ' << option;
+            EXPECT_EQ(result.samples == read("own/" + name).samples, own) << name << ' ' << option;
         }
     }
 }
@@ -254,20 +249,17 @@ TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
     }
     for (const FileKind& kind : kinds) {
         const std::string name = kind.name, color = kind.channels == 1 ? "white" : "red";
-        const TestPicture keyed = read(color + "/" + name),
-                          inverted = read(color + "inverted/" + name);
-        const bool greyBecomesColor = name == "y.tga";
-        const int alpha = greyBecomesColor ? 3 : kind.channels;
-        ASSERT_EQ(keyed.spec.nchannels, alpha + 1) << name;
-        for (const TestPicture* picture : {&keyed, &inverted}) {
-            EXPECT_EQ(Unit(*picture, 0, 0, alpha), picture == &inverted) << name;
-            EXPECT_EQ(Unit(*picture, 24, 20, alpha), picture == &keyed) << name;
+        const int alpha = name == "y.tga" ? 3 : kind.channels;  // where grey becomes colour
+        for (const bool inverted : {false, true}) {
+            const TestPicture made = read(color + (inverted ? "inverted/" : "/") + name);
+            ASSERT_EQ(made.spec.nchannels, alpha + 1) << name;
+            EXPECT_EQ(Unit(made, 0, 0, alpha), inverted) << name;
+            EXPECT_EQ(Unit(made, 24, 20, alpha), !inverted) << name;
+            EXPECT_EQ(Unit(made, 0, 0, 0), inverted || kind.alpha == Alpha::Straight) << name;
+            std::set<double> alphas;
+            for (int x = 0; x < 48; ++x) alphas.insert(Unit(made, x, 7, alpha));
+            EXPECT_GT(alphas.size(), 2U) << name << " is not soft";
         }
-        EXPECT_EQ(Unit(keyed, 0, 0, 0), kind.alpha == Alpha::Associated ? 0 : 1) << name;
-        bool soft = false;
-        for (int x = 0; x < 48; ++x)
-            soft |= Unit(keyed, x, 7, alpha) > 0 && Unit(keyed, x, 7, alpha) < 1;
-        EXPECT_TRUE(soft) << name;
     }
 }
 
@@ -313,9 +305,9 @@ TEST_F(PictureTest, OtherChannelsAreCarriedOver) {
 
 TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
     for (const std::string name : {"parts.exr", "pages.tif"}) {
-        std::vector<TestPicture> parts(3, MakePictureFor(name, 48, 40));
+        std::vector<TestPicture> parts;
         for (unsigned i = 0; i < 3; ++i) {
-            FillWithNoise(parts[i], i);
+            parts.push_back(MakeNoise(name, 48, 40, 4, i));
             parts[i].spec.attribute("oiio:subimagename", "part" + std::to_string(i));
         }
         WriteTestPictures(path(name), parts);

@@ -124,6 +124,10 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
     ExpectError(run("smooth missing.png in.png -o shut/", bound), 1, {"shut", "written"});
     ExpectError(run("about --module missing.so"), 1, {"missing.so", "no such module"});
     ExpectError(run("about --module in.png"), 1, {"in.png", "cannot be loaded"});
+    ExpectError(run("about --module ."), 1, {".: is a folder, not a module"});
+    ExpectError(
+        run("about --module '" + std::filesystem::absolute(NO_UNNAMED_FILES).string() + "'"), 1,
+        {NO_UNNAMED_FILES ": is no effect module: it exports no EntryPointFunc"});
     EXPECT_EQ(files(), before);
 }
 

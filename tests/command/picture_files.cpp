@@ -69,10 +69,14 @@ void WriteTestPicture(const std::string& path, const TestPicture& picture) {
     WriteTestPictures(path, {picture});
 }
 
-void WriteNoise(const std::string& path, int width, int height, int channels, unsigned seed) {
-    TestPicture picture = MakePictureFor(path, width, height, channels);
+TestPicture MakeNoise(const std::string& name, int width, int height, int channels, unsigned seed) {
+    TestPicture picture = MakePictureFor(name, width, height, channels);
     FillWithNoise(picture, seed);
-    WriteTestPicture(path, picture);
+    return picture;
+}
+
+void WriteNoise(const std::string& path, int width, int height, int channels, unsigned seed) {
+    WriteTestPicture(path, MakeNoise(path, width, height, channels, seed));
 }
 
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts) {

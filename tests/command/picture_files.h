@@ -59,6 +59,8 @@ void ForEachSample(const TestPicture& picture, Visit&& visit) {
 
 void WriteTestPicture(const std::string& path, const TestPicture& picture);
 /// Such a picture as files of this name usually hold, full of noise.
+TestPicture MakeNoise(const std::string& name, int width, int height, int channels = 4,
+                      unsigned seed = 9);
 void WriteNoise(const std::string& path, int width, int height, int channels = 4,
                 unsigned seed = 9);
 /// A file of several parts or pages.

@@ -44,7 +44,7 @@ int FailEachAllocation(const ModuleCommand& command, bool fromThereOn) {
             EXPECT_EQ(code, failed ? PF_Err_INTERNAL_STRUCT_DAMAGED : PF_Err_NONE);
         }
         EXPECT_EQ(session.host.accounts.complaints(), "");
-        EXPECT_FALSE(std::filesystem::exists(session.folder.file("nevrel.ini")));
+        EXPECT_EQ(NamesIn(session.folder.path()), std::vector<std::string>{MODULE_FILE});
         if (!failed || testing::Test::HasFailure()) return nth - 1;
     }
 }
