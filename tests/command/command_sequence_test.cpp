@@ -45,9 +45,6 @@ TEST_F(SequenceTest, ResultsAreThoseOfOneByOne) {
             EXPECT_TRUE(ReadText(path("new/several/" + name)) == ReadText(path("one/" + name)))
                 << name << jobs;
     }
-    ASSERT_EQ(run("smooth in/*.dpx -o one --format png").status, 0);
-    EXPECT_EQ(ReadTestPicture(path("one/2.png")).samples,
-              ReadTestPicture(path("one/2.dpx")).samples);
 }
 
 /// Failures are told in the order of the inputs, whichever thread comes first.
@@ -56,7 +53,7 @@ TEST_F(SequenceTest, OneFailureStopsNoOther) {
     writeFrame("1.png", 1200, 900);
     std::filesystem::resize_file(path("in/1.png"),
                                  std::filesystem::file_size(path("in/1.png")) - 20);
-    std::ofstream(path("in/3.png")) << "no picture";
+    WriteText(path("in/3.png"), "no picture");
     std::ofstream(path("in/5.txt")) << "no picture";
     for (const std::string jobs : {"1", "2", "6"}) {
         const CommandRun result = run("smooth in/* -o out/ --jobs " + jobs, "rm -rf out;");
@@ -105,10 +102,8 @@ TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
     for (const auto& [words, printed] : cases) {
         const CommandRun plan = run("smooth --dry-run " + words);
         EXPECT_EQ(plan.status, 0) << words << plan.errors;
-        EXPECT_NE(plan.output.find("\n" + printed), std::string::npos) << words << plan.output;
         const auto ways = std::count(printed.begin(), printed.end(), '\n');
-        EXPECT_NE(plan.output.find("\n" + std::to_string(ways) + " pictures"), std::string::npos)
-            << words << plan.output;
+        ExpectWords(plan.output, {"\n" + printed, "\n" + std::to_string(ways) + " pictures"});
     }
     const std::pair<std::string, std::vector<std::string>> wrong[] = {
         {"in/s.####.png -o out/", {"-2--1, 3-9, 11-9999 are missing, 6 are there", "--missing"}},
@@ -147,9 +142,8 @@ TEST_F(SequenceTest, AFolderThatCannotBeReachedIsNoEmptyOne) {
 
 TEST_F(SequenceTest, NamesInOtherEncodingsAreStillJson) {
     writeFrame("\x83\x41\xE3\x82\xA2.png", 12, 9);
-    EXPECT_NE(run("smooth in/*.png -o out/ --progress json")
-                  .output.find("{\"input\":\"in/\\ufffdA\xE3\x82\xA2.png\""),
-              std::string::npos);
+    ExpectWords(run("smooth in/*.png -o out/ --progress json").output,
+                {"{\"input\":\"in/\\ufffdA\xE3\x82\xA2.png\""});
 }
 
 TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
@@ -161,9 +155,7 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
     ExpectError(run(words + "--no-clobber"), 2, {"out/s.0001.png", "1 others"});
     const CommandRun resumed = run(words + "--skip-existing --progress json");
     EXPECT_EQ(resumed.status, 0) << resumed.errors;
-    EXPECT_NE(resumed.output.find(R"({"done":1,"skipped":2,"failed":0,"total":3,)"),
-              std::string::npos)
-        << resumed.output;
+    ExpectWords(resumed.output, {R"({"done":1,"skipped":2,"failed":0,"total":3,)"});
     EXPECT_EQ(ReadText(path("out/s.0001.png")), "old");
     EXPECT_EQ(run(words + "--overwrite --progress openjd").output,
               "openjd_progress: 33.3\nopenjd_status: 1 of 3 done\n"
@@ -176,20 +168,9 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
     std::ofstream(path("in/s.0001.png")) << "no picture";
     const CommandRun stopped = run(words + "--fail-fast --jobs 1");
     EXPECT_EQ(stopped.status, 1);
-    EXPECT_NE(stopped.errors.find("\nnevrel: 0 of 3 done, 1 failed"), std::string::npos)
-        << stopped.errors;
-    EXPECT_EQ(
-        run(words + "--frames 2-3 --quiet --timings").errors.find("nevrel: in/s.0002.png: decode "),
-        0U);
-}
-
-TEST_F(SequenceTest, AnInterruptTellsHowToGoOn) {
-    for (int frame = 1; frame <= 40; ++frame) writeFrame(std::to_string(frame) + ".png", 600, 400);
-    const CommandRun ended =
-        run("smooth in/@.png -o out/ & "
-            "until [ -e '" +
-            path("out/1.png") + "' ]; do sleep 0.01; done; kill -TERM $!; wait $!");
-    ExpectError(ended, 143, {"interrupted: ", " of 40 done", "--skip-existing"});
+    ExpectWords(stopped.errors, {"\nnevrel: 0 of 3 done, 1 failed"});
+    ExpectWords(run(words + "--frames 2-3 --quiet --timings").errors,
+                {"nevrel: in/s.0002.png: decode "});
 }
 
 /// Two outputs that a link makes one.
@@ -201,12 +182,16 @@ TEST_F(SequenceTest, OutputsThatAreTheSameFileAreRefused) {
     EXPECT_EQ(files("out"), std::vector<std::string>{"1.png"});
 }
 
-TEST_F(SequenceTest, AnInterruptLeavesNothingBehind) {
-    for (const char number : std::string("123456"))
-        writeFrame(number + std::string(".tif"), 600, 400);
+TEST_F(SequenceTest, AnInterruptTellsHowToGoOnAndLeavesNothingBehind) {
+    for (int frame = 1; frame <= 40; ++frame) writeFrame(std::to_string(frame) + ".png", 600, 400);
+    const CommandRun ended =
+        run("smooth in/@.png -o out/ & "
+            "until [ -e '" +
+            path("out/1.png") + "' ]; do sleep 0.01; done; kill -TERM $!; wait $!");
+    ExpectError(ended, 143, {"interrupted: ", " of 40 done", "--skip-existing"});
     for (const std::string signal : {"INT", "TERM", "KILL"}) {
         for (const std::string delay : {"0.02", "0.05", "0.1", "0.15", "0.2", "0.3", "0.4"}) {
-            static_cast<void>(run("smooth in/*.tif -o out --jobs 3",
+            static_cast<void>(run("smooth in/@.png -o out --jobs 3",
                                   "rm -rf out; mkdir out; timeout -s " + signal + " " + delay));
             for (const std::string& name : files("out")) {
                 EXPECT_TRUE(std::filesystem::exists(path("in/" + name))) << name << delay;

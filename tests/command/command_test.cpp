@@ -40,7 +40,7 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
         {"smooth in.##.png -o out/", {"in.##.png", "no such frames"}},
         {"smooth . -o out.png --raw 8x8:rgba", {"--raw"}},
         {"smooth --raw 8x8:bgra", {"--raw", "'8x8:bgra'", "rgba64le"}},
-        {"smooth logs -o out/", {"logs", "without pictures"}},
+        {"smooth .. -o out/", {"..", "without pictures"}},
         {"smooth - -o -  --progress json", {"--progress"}},
         {"smooth in.png --compare in.png", {"--compare", "in.png"}},
         {"smooth in.png --compare a.png --edges ./a.png", {"--edges", "a.png"}},
@@ -53,12 +53,10 @@ TEST_F(CommandTest, WrongUsageNamesOptionValueAndRange) {
     };
     for (const auto& [arguments, words] : wrong) ExpectError(run(arguments), 2, words);
     EXPECT_EQ(files(), std::vector<std::string>{"in.png"});
-    const CommandRun help = run("smooth --help");
-    EXPECT_EQ(help.status, 0);
-    EXPECT_NE(help.output.find("--color-threshold"), std::string::npos);
+    ExpectWords(run("smooth --help").output, {"--color-threshold"});
     EXPECT_EQ(run("--version").output, "nevrel 1.0.8\n");
     for (const std::string printing : {"about", "params", "--help", "--version"})
-        ExpectError(run(printing + " 1<logs/errors"), 1, {"standard output"});
+        ExpectError(run(printing + " 1<../errors"), 1, {"standard output"});
 }
 
 TEST_F(CommandTest, ColorsHaveNamesAndTheLastOptionCounts) {
@@ -74,9 +72,8 @@ TEST_F(CommandTest, ColorsHaveNamesAndTheLastOptionCounts) {
 TEST_F(CommandTest, ControlsStartFromTheModulesDefaults) {
     std::filesystem::copy("nevrel.so", path("nevrel.so"));
     WriteRgb(path("in.png"));
-    const auto expectTold = [&](const std::string& command, const std::vector<const char*>& words) {
-        const std::string told = run(command + " --module nevrel.so").output;
-        for (const char* word : words) EXPECT_NE(told.find(word), std::string::npos) << told;
+    const auto expectTold = [&](const std::string& command, const std::vector<std::string>& words) {
+        ExpectWords(run(command + " --module nevrel.so").output, words);
     };
     const auto smoothed = [&](const std::string& options) {
         EXPECT_EQ(run("smooth --module nevrel.so in.png -o out.png " + options).status, 0);
@@ -97,8 +94,8 @@ TEST_F(CommandTest, ControlsStartFromTheModulesDefaults) {
 
 TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
     WriteRgb(path("in.png"));
-    std::ofstream(path("text.png")) << "not a picture";
-    std::ofstream(path("empty.tif")) << "";
+    WriteText(path("text.png"), "not a picture");
+    WriteText(path("empty.tif"), "");
     std::filesystem::create_directory(path("folder.exr"));
     TestPicture odd = MakePictureFor("odd.exr", 8, 8, 2);
     odd.spec.channelnames = {"depth.Z", "u"};
@@ -132,16 +129,15 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
 }
 
 TEST_F(CommandTest, TruncatedPicturesAreErrors) {
-    for (const char* kind : {"png", "tif", "tga", "bmp", "dpx", "exr"}) {
-        const std::string whole = std::string("whole.") + kind, cut = std::string("cut.") + kind;
-        WriteNoise(path(whole), 120, 90);
-        const std::string bytes = ReadText(path(whole));
+    for (const std::string kind : {"png", "tif", "tga", "bmp", "dpx", "exr"}) {
+        const std::string cut = "cut." + kind;
+        WriteNoise(path(cut), 120, 90);
+        const std::string bytes = ReadText(path(cut));
         // A TGA may end without its footer: what follows the pixels is optional there.
-        const std::size_t end =
-            std::string(kind) == "tga" ? std::size_t{120} * 90 * 4 : bytes.size();
+        const std::size_t end = kind == "tga" ? std::size_t{120} * 90 * 4 : bytes.size();
         for (const std::size_t size :
              {end - 1, end * 9 / 10, end / 2, std::size_t{100}, std::size_t{10}}) {
-            std::ofstream(path(cut), std::ios::binary) << bytes.substr(0, size);
+            WriteText(path(cut), bytes.substr(0, size));
             ExpectError(smooth(cut), 1, {"nevrel: " + cut + ": "});
         }
         EXPECT_FALSE(std::filesystem::exists(path("out_" + cut)));
@@ -151,40 +147,40 @@ TEST_F(CommandTest, TruncatedPicturesAreErrors) {
 TEST_F(CommandTest, TheInputIsNeverOverwritten) {
     WriteRgb(path("in.png"));
     const std::string bytes = ReadText(path("in.png"));
-    std::filesystem::create_hard_link(path("in.png"), path("hard.png"));
-    std::filesystem::create_symlink("in.png", path("soft.png"));
     std::filesystem::create_directory(path("out"));
-    std::filesystem::create_hard_link(path("in.png"), path("out/soft.png"));
-    for (const std::string output : {"in.png", "./logs/../in.png", "hard.png", "soft.png", "out"}) {
+    std::filesystem::create_symlink("in.png", path("soft.png"));
+    for (const std::string name : {"hard.png", "out/soft.png"})
+        std::filesystem::create_hard_link(path("in.png"), path(name));
+    for (const std::string output : {"in.png", "./out/../in.png", "hard.png", "soft.png", "out"})
         ExpectError(run("smooth soft.png -o " + output), 2, {output, "input"});
-    }
     EXPECT_EQ(ReadText(path("in.png")), bytes);
 }
 
 TEST_F(CommandTest, OutputsAppearWholeOrNotAtAll) {
     using std::filesystem::perms;
+    constexpr perms permissions = perms::owner_all | perms::others_write;
     WriteRgb(path("in.png"));
-    std::ofstream(path("old.png")) << "old";
-    std::filesystem::permissions(path("old.png"), perms::owner_all | perms::others_write);
-    std::filesystem::create_symlink("old.png", path("link.png"));
+    WriteText(path("old.png"), "old");
+    std::filesystem::permissions(path("old.png"), permissions);
     std::filesystem::create_directory(path("elsewhere"));
-    std::filesystem::create_symlink("elsewhere/new.png", path("dangling.png"));
-    std::filesystem::create_symlink("loop.png", path("loop.png"));
-    std::filesystem::create_symlink("beside.png", path("elsewhere/link.png"));
-    for (const std::string link : {"link.png", "dangling.png", "elsewhere/link.png"}) {
-        ASSERT_EQ(run("smooth in.png -o " + link).status, 0);
+    const std::pair<const char*, const char*> links[] = {{"link.png", "old.png"},
+                                                         {"dangling.png", "elsewhere/new.png"},
+                                                         {"elsewhere/link.png", "beside.png"},
+                                                         {"loop.png", "loop.png"}};
+    for (const auto& [link, target] : links) {
+        std::filesystem::create_symlink(target, path(link));
+        EXPECT_EQ(run(std::string("smooth in.png -o ") + link).status,
+                  link == std::string(target) ? 1 : 0);
         EXPECT_TRUE(std::filesystem::is_symlink(path(link)));
     }
-    ExpectError(run("smooth in.png -o loop.png"), 1, {"loop.png"});
     std::filesystem::copy(path("in.png"), path("a?b=c.png"));
     EXPECT_EQ(run("smooth 'a?b=c.png' -o 'd?.png'").status, 0);
     EXPECT_TRUE(ReadText(path("d?.png")) == ReadText(path("old.png")));
-    EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(),
-              perms::owner_all | perms::others_write);
+    EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(), permissions);
     EXPECT_EQ(ReadTestPicture(path("old.png")).spec.width, 120);
     EXPECT_EQ(files("elsewhere"), (std::vector<std::string>{"beside.png", "link.png", "new.png"}));
 
-    std::ofstream(path("old.png")) << "old";
+    WriteText(path("old.png"), "old");
     const auto before = files();
     ExpectError(run("smooth in.png -o old.png", "ulimit -f 1;"), 1, {"old.png"});
     EXPECT_EQ(ReadText(path("old.png")), "old");

@@ -45,7 +45,7 @@ TEST_F(TroubleTest, FilesAreTheSameWithoutUnnamedOnes) {
 }
 
 TEST_F(TroubleTest, AReaderOfTheErrorsThatIsGoneStopsNothing) {
-    const std::string reader = "mkfifo logs/gone; exec 4<>logs/gone 3>logs/gone 4<&-;";
+    const std::string reader = "mkfifo ../gone; exec 4<>../gone 3>../gone 4<&-;";
     EXPECT_EQ(run("smooth missing.png 1.png 2.png -o out/ --jobs 1 2>&3", reader).status, 1);
     EXPECT_EQ(files("out"), (std::vector<std::string>{"1.png", "2.png"}));
 }

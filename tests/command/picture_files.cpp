@@ -36,12 +36,13 @@ TestPicture MakePictureFor(const std::string& name, int width, int height, int c
 
 void SetUnit(TestPicture& picture, int x, int y, int channel, double value) {
     OIIO::convert_pixel_values(OIIO::TypeDesc::DOUBLE, &value, picture.spec.channelformat(channel),
-                               picture.sample(x, y, channel), 1);
+                               picture.samples.data() + picture.offset(x, y, channel), 1);
 }
 
 double Unit(const TestPicture& picture, int x, int y, int channel) {
     double value = 0;
-    OIIO::convert_pixel_values(picture.spec.channelformat(channel), picture.sample(x, y, channel),
+    OIIO::convert_pixel_values(picture.spec.channelformat(channel),
+                               picture.samples.data() + picture.offset(x, y, channel),
                                OIIO::TypeDesc::DOUBLE, &value, 1);
     return value;
 }

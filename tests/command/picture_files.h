@@ -12,14 +12,7 @@ struct TestPicture {
     OIIO::ImageSpec spec;
     std::vector<std::byte> samples;
 
-    [[nodiscard]] std::byte* sample(int x, int y, int channel) {
-        return samples.data() + offset(x, y, channel);
-    }
-    [[nodiscard]] const std::byte* sample(int x, int y, int channel) const {
-        return samples.data() + offset(x, y, channel);
-    }
-
-  private:
+    /// Where a sample stands among the bytes.
     [[nodiscard]] std::size_t offset(int x, int y, int channel) const {
         const auto pixel = static_cast<std::size_t>(y) * static_cast<std::size_t>(spec.width) +
                            static_cast<std::size_t>(x);

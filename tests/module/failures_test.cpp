@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <map>
 
 #include "tests/module/every_command.h"
 
@@ -17,39 +18,24 @@ const HostIdentity hosts[] = {HostNamed(PF_AppID_AfterEffects, {13, 0}),
                               HostNamed(PF_AppID_AfterEffects, {13, 0}, true),
                               HostNamed(PF_AppID_Premiere, {13, 0})};
 
-/// What a command has to answer when the call fails.
-PF_Err ExpectedCode(HostCall call, FaultShape shape, bool smart, PF_PixelFormat format) {
-    const bool null = shape == FaultShape::Null;
-    const auto unlessOfOtherDepth = [&](PF_PixelFormat depth) {
-        return depth == format ? PF_Err_UNRECOGNIZED_PARAM_TYPE : PF_Err_NONE;
-    };
-    switch (call) {
-        case HostCall::AcquireSuite:
-            return PF_Err_BAD_CALLBACK_PARAM;
-        case HostCall::NewHandle:
-            return PF_Err_OUT_OF_MEMORY;
-        case HostCall::LockHandle:
-            return smart ? PF_Err_NONE : PF_Err_INTERNAL_STRUCT_DAMAGED;
-        case HostCall::NewWorld:
-            return null ? PF_Err_OUT_OF_MEMORY : faultCode;
-        case HostCall::GetPixelData8:
-            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB32) : faultCode;
-        case HostCall::GetPixelData16:
-            return null ? unlessOfOtherDepth(PF_PixelFormat_ARGB64) : faultCode;
-        case HostCall::CheckoutLayerPixels:
-        case HostCall::CheckoutOutput:
-            return null ? PF_Err_BAD_CALLBACK_PARAM : faultCode;
-        case HostCall::AddParam:
-        case HostCall::CheckoutParam:
-        case HostCall::CopyWorld:
-        case HostCall::CheckoutLayer:
-        case HostCall::CheckinLayerPixels:
-        case HostCall::GetPixelFormat:
-            return faultCode;
-        default:
-            return PF_Err_NONE;
-    }
-}
+/// What a command has to answer when a call reports an error, and when the call gives null. The
+/// other calls may fail in silence.
+const std::map<HostCall, std::pair<PF_Err, PF_Err>> answers{
+    {HostCall::AcquireSuite, {PF_Err_BAD_CALLBACK_PARAM, PF_Err_BAD_CALLBACK_PARAM}},
+    {HostCall::NewHandle, {PF_Err_OUT_OF_MEMORY, PF_Err_OUT_OF_MEMORY}},
+    {HostCall::LockHandle, {PF_Err_INTERNAL_STRUCT_DAMAGED, PF_Err_INTERNAL_STRUCT_DAMAGED}},
+    {HostCall::NewWorld, {faultCode, PF_Err_OUT_OF_MEMORY}},
+    {HostCall::GetPixelData8, {faultCode, PF_Err_UNRECOGNIZED_PARAM_TYPE}},
+    {HostCall::GetPixelData16, {faultCode, PF_Err_UNRECOGNIZED_PARAM_TYPE}},
+    {HostCall::CheckoutLayerPixels, {faultCode, PF_Err_BAD_CALLBACK_PARAM}},
+    {HostCall::CheckoutOutput, {faultCode, PF_Err_BAD_CALLBACK_PARAM}},
+    {HostCall::AddParam, {faultCode, PF_Err_NONE}},
+    {HostCall::CheckoutParam, {faultCode, PF_Err_NONE}},
+    {HostCall::CopyWorld, {faultCode, PF_Err_NONE}},
+    {HostCall::CheckoutLayer, {faultCode, PF_Err_NONE}},
+    {HostCall::CheckinLayerPixels, {faultCode, PF_Err_NONE}},
+    {HostCall::GetPixelFormat, {faultCode, PF_Err_NONE}},
+};
 
 using Calls = std::vector<HostCallRecord>;
 
@@ -109,8 +95,15 @@ class Trial {
 
     [[nodiscard]] PF_Err codeOf(const Calls& calls, std::size_t index, const Fault& fault) const {
         if (index >= calls.size() || !CanFail(calls[index].call, fault.shape)) return PF_Err_NONE;
-        return ExpectedCode(calls[index].call, fault.shape, command_.run == PreRenderAndRender,
-                            format_);
+        const HostCall call = calls[index].call;
+        if (call == HostCall::LockHandle && command_.run == PreRenderAndRender) return PF_Err_NONE;
+        const auto answer = answers.find(call);
+        if (answer == answers.end()) return PF_Err_NONE;
+        if (fault.shape == FaultShape::Error) return answer->second.first;
+        const bool otherDepth =
+            (call == HostCall::GetPixelData8 && format_ != PF_PixelFormat_ARGB32) ||
+            (call == HostCall::GetPixelData16 && format_ != PF_PixelFormat_ARGB64);
+        return otherDepth ? PF_Err_NONE : answer->second.second;
     }
 
     /// The first failed call whose failure the command has to answer with; past the end when there

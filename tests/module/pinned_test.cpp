@@ -11,14 +11,12 @@ namespace {
 template <typename P>
 std::uint64_t RenderedChecksum(Instance& instance, PF_PixelFormat format, const PinnedResult& pin) {
     judge::Picture<P> picture = PinnedPicture<P>(pin);
-    const auto rowSize = static_cast<std::size_t>(picture.width) * sizeof(P);
     World input(format, picture.width, picture.height);
     World output(format, picture.width, picture.height);
-    for (int y = 0; y < picture.height; ++y)
-        std::memcpy(input.row<P>(y), &picture.at(0, y), rowSize);
+    const std::span<P> pixels(picture.pixels);
+    std::memcpy(input.row<P>(0), pixels.data(), pixels.size_bytes());
     EXPECT_TRUE(SmartRender(instance, input, output).ok());
-    for (int y = 0; y < picture.height; ++y)
-        std::memcpy(&picture.at(0, y), output.row<P>(y), rowSize);
+    std::memcpy(pixels.data(), output.row<P>(0), pixels.size_bytes());
     return Checksum(picture);
 }
 
