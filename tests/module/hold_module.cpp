@@ -1,14 +1,13 @@
 // hold_module MODULE: loads the module where it lies, tells the flags that it promises, and
 // keeps it loaded until its input ends.
 #include <cstdio>
-#include <exception>
 
 #include "host_kit/effect.h"
 #include "host_kit/module.h"
 
 using namespace host_kit;
 
-int main(int /*count*/, char** arguments) try {
+int main(int /*count*/, char** arguments) {
     const Module module(arguments[1]);
     Host host;
     const CommandResult result = Effect(host, module.entryPoint()).globalSetup();
@@ -18,7 +17,4 @@ int main(int /*count*/, char** arguments) try {
     while (std::getchar() != EOF) {
     }
     return result.error;
-} catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 1;
 }

@@ -5,15 +5,6 @@ using namespace host_kit;
 
 namespace {
 
-EffectValues HandedOver(const Session& session, const Frame& frame) {
-    EffectValues values{};
-    const auto bytes =
-        session.host.handles.bytes(static_cast<PF_Handle>(frame.preRenderOutput().pre_render_data));
-    EXPECT_EQ(bytes.size(), sizeof values);
-    if (bytes.size() == sizeof values) std::memcpy(&values, bytes.data(), sizeof values);
-    return values;
-}
-
 TEST(SmartPreRender, HandsTheValuesOver) {
     for (const bool grouped : {true, false}) {
         Session session(grouped ? "" : flatLayout);
@@ -24,7 +15,10 @@ TEST(SmartPreRender, HandsTheValuesOver) {
         Frame frame(instance, input, {.current = 5, .step = 2, .scale = 30});
         session.host.calls.record(true);
         EXPECT_TRUE(frame.preRender().ok());
-        EXPECT_EQ(HandedOver(session, frame), own);
+        const auto bytes = session.host.handles.bytes(
+            static_cast<PF_Handle>(frame.preRenderOutput().pre_render_data));
+        ASSERT_EQ(bytes.size(), sizeof own);
+        EXPECT_EQ(std::memcmp(bytes.data(), &own, sizeof own), 0);
         EXPECT_EQ(session.recordedNumbers(HostCall::CheckoutParam),
                   grouped ? (std::vector<A_long>{4, 1, 2, 3, 7, 8, 5, 6})
                           : (std::vector<A_long>{4, 1, 2, 3, 6, 7, 4, 5}));

@@ -66,10 +66,6 @@ TEST(DispatchKernel, RefusesWhatItCannotRender) {
         expectRefusal(Stage(9, 8), PF_Err_BAD_CALLBACK_PARAM, PF_PixelFormat_ARGB32);
         expectRefusal(Stage(9), PF_Err_UNRECOGNIZED_PARAM_TYPE, PF_PixelFormat_INVALID);
     }
-    Stage stage(9);
-    stage.host.givesBasicSuite = false;
-    EXPECT_THROW(static_cast<void>(stage.run(smooth)), PF_Err);
-    EXPECT_TRUE(stage.outputUntouched());
 }
 
 TEST(DispatchKernel, AsksForNoMoreThanItNeeds) {
