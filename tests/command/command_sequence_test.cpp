@@ -173,13 +173,19 @@ TEST_F(SequenceTest, OutputsThatAreThereAreReplacedLeftOrRefused) {
                 {"nevrel: in/s.0002.png: decode "});
 }
 
-/// Two outputs that a link makes one.
+/// Two outputs that a link makes one, and two whose places cannot be worked out.
 TEST_F(SequenceTest, OutputsThatAreTheSameFileAreRefused) {
     for (const std::string name : {"1.png", "2.png"}) writeFrame(name);
     std::filesystem::create_directory(path("out"));
     std::filesystem::create_symlink("2.png", path("out/1.png"));
     ExpectError(run("smooth in/* -o out"), 2, {"out/2.png", "in/1.png", "in/2.png"});
     EXPECT_EQ(files("out"), std::vector<std::string>{"1.png"});
+    std::filesystem::create_symlink("2.png", path("out/2.png"));
+    std::filesystem::remove(path("out/1.png"));
+    std::filesystem::create_symlink("1.png", path("out/1.png"));
+    const CommandRun lost = run("smooth in/* -o out");
+    EXPECT_EQ(lost.status, 1);
+    EXPECT_EQ(std::count(lost.errors.begin(), lost.errors.end(), '\n'), 2) << lost.errors;
 }
 
 TEST_F(SequenceTest, AnInterruptTellsHowToGoOnAndLeavesNothingBehind) {

@@ -128,19 +128,34 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
     EXPECT_EQ(files(), before);
 }
 
-TEST_F(CommandTest, TruncatedPicturesAreErrors) {
-    for (const std::string kind : {"png", "tif", "tga", "bmp", "dpx", "exr"}) {
-        const std::string cut = "cut." + kind;
-        WriteNoise(path(cut), 120, 90);
-        const std::string bytes = ReadText(path(cut));
+/// Cut off anywhere, or with a header that speaks of more pixels than any memory holds.
+TEST_F(CommandTest, BrokenPicturesAreErrors) {
+    const struct {
+        std::string kind;
+        std::size_t at = 0;  // where the header has width and height
+        std::string huge{};
+    } files[] = {{"png"},
+                 {"tif"},
+                 {"dpx"},
+                 {"exr"},
+                 {"tga", 12, "\xFF\xFF\xFF\xFF"},
+                 {"bmp", 18, "\xFF\xFF\xFF\x3F\xFF\xFF\xFF\x3F"}};
+    for (const auto& [kind, at, huge] : files) {
+        const std::string name = "broken." + kind;
+        WriteNoise(path(name), 120, 90);
+        const std::string whole = ReadText(path(name));
         // A TGA may end without its footer: what follows the pixels is optional there.
-        const std::size_t end = kind == "tga" ? std::size_t{120} * 90 * 4 : bytes.size();
+        const std::size_t end = kind == "tga" ? std::size_t{120} * 90 * 4 : whole.size();
+        std::vector<std::string> broken;
         for (const std::size_t size :
-             {end - 1, end * 9 / 10, end / 2, std::size_t{100}, std::size_t{10}}) {
-            WriteText(path(cut), bytes.substr(0, size));
-            ExpectError(smooth(cut), 1, {"nevrel: " + cut + ": "});
+             {end - 1, end * 9 / 10, end / 2, std::size_t{100}, std::size_t{10}})
+            broken.push_back(whole.substr(0, size));
+        if (!huge.empty()) broken.push_back(std::string(whole).replace(at, huge.size(), huge));
+        for (const std::string& bytes : broken) {
+            WriteText(path(name), bytes);
+            ExpectError(smooth(name), 1, {"nevrel: " + name + ": "});
         }
-        EXPECT_FALSE(std::filesystem::exists(path("out_" + cut)));
+        EXPECT_FALSE(std::filesystem::exists(path("out_" + name)));
     }
 }
 

@@ -50,30 +50,4 @@ TEST_F(TroubleTest, AReaderOfTheErrorsThatIsGoneStopsNothing) {
     EXPECT_EQ(files("out"), (std::vector<std::string>{"1.png", "2.png"}));
 }
 
-/// The header speaks of more pixels than any memory holds.
-TEST_F(TroubleTest, HugeHeadersAreErrors) {
-    const struct {
-        std::string name;
-        std::streamoff size;  // where the header has width and height
-        std::string huge;
-    } files[] = {{"huge.tga", 12, "\xFF\xFF\xFF\xFF"},
-                 {"huge.bmp", 18, "\xFF\xFF\xFF\x3F\xFF\xFF\xFF\x3F"}};
-    for (const auto& [name, size, huge] : files) {
-        WriteTestPicture(path(name), MakePictureFor(name, 16, 16, 3));
-        std::fstream(path(name), std::ios::in | std::ios::out | std::ios::binary).seekp(size)
-            << huge;
-        ExpectError(run("smooth " + name + " -o out.png"), 1, {name});
-    }
-}
-
-/// The names of their places cannot be worked out, so they tell nothing about each other.
-TEST_F(TroubleTest, OutputsThatCannotBeFoundAreNotTakenForOne) {
-    std::filesystem::create_directory(path("out"));
-    for (const std::string name : {"1.png", "2.png"})
-        std::filesystem::create_symlink(name, path("out/" + name));
-    const CommandRun result = run("smooth 1.png 2.png -o out");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 2) << result.errors;
-}
-
 }  // namespace
