@@ -6,10 +6,10 @@
 #include <cstdint>
 
 /// The same value; a NaN becomes a quiet one.
-[[nodiscard]] inline float FloatOfHalf(std::uint16_t half) noexcept {
+[[nodiscard]] inline float FloatOfHalf(std::uint16_t sample) noexcept {
     constexpr std::uint32_t rebias = 112U << 23;
-    const std::uint32_t sign = (half & 0x8000U) << 16;
-    const std::uint32_t rest = half & 0x7fffU;
+    const std::uint32_t sign = (sample & 0x8000U) << 16;
+    const std::uint32_t rest = sample & 0x7fffU;
     const std::uint32_t quiet = rest > 0x7c00U ? 0x00400000U : 0;
     const std::uint32_t special = rest >= 0x7c00U ? rebias | quiet : 0;
     const std::uint32_t normal = ((rest << 13) + rebias + (special & rebias)) | quiet;

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// The places of the channels in a pixel.
-template <int redPlace, int greenPlace, int bluePlace, int alphaPlace = -1>
+/// The places of the channels in a pixel, and whether colour is multiplied by alpha.
+template <int redPlace, int greenPlace, int bluePlace, int alphaPlace = -1, bool multiplied = false>
 struct Order {
     static constexpr int red = redPlace;
     static constexpr int green = greenPlace;
@@ -17,11 +17,13 @@ struct Order {
     static constexpr int alpha = alphaPlace;
     static constexpr bool hasAlpha = alpha >= 0;
     static constexpr int channels = hasAlpha ? 4 : 3;
+    static constexpr bool isMultiplied = multiplied;
 };
 using Rgba = Order<0, 1, 2, 3>;
 using Argb = Order<1, 2, 3, 0>;
 using Bgra = Order<2, 1, 0, 3>;
 using Rgb = Order<0, 1, 2>;
+using MultipliedRgba = Order<0, 1, 2, 3, true>;
 
 template <typename Channel>
 bool SameBits(Channel a, Channel b) {
@@ -44,6 +46,16 @@ void Load(const std::byte* row, std::byte* coreRow, int width) {
             to[x].alpha = Samples::toChannel(from[Order::alpha]);
         } else {
             to[x].alpha = Samples::full;
+        }
+        if constexpr (Order::isMultiplied) {
+            const double alpha = Samples::toUnit(from[Order::alpha]);
+            if (alpha == 0 || alpha == 1) continue;  // most pixels: straight as they stand
+            const auto straight = [&](int place) {
+                return Samples::channelFromUnit(Straighten(Samples::toUnit(from[place]), alpha));
+            };
+            to[x].red = straight(Order::red);
+            to[x].green = straight(Order::green);
+            to[x].blue = straight(Order::blue);
         }
     }
 }
@@ -74,20 +86,31 @@ void StoreChanged(const std::byte* input, const std::byte* before, const std::by
         std::copy_n(input, static_cast<std::size_t>(width) * Order::channels * sizeof *to, output);
     for (int x = 0; x < width; ++x, to += Order::channels) {
         if (Identical(old[x], made[x])) continue;
-        const auto store = [&](int place, auto channel) {
-            if (!SameBits(old[x].*channel, made[x].*channel))
-                to[place] = Samples::toSample(made[x].*channel);
+        const auto changed = [&](auto channel) {
+            return !SameBits(old[x].*channel, made[x].*channel);
         };
-        store(Order::red, &Pixel::red);
-        store(Order::green, &Pixel::green);
-        store(Order::blue, &Pixel::blue);
-        if constexpr (Order::hasAlpha) store(Order::alpha, &Pixel::alpha);
+        const auto storeColor = [&](int place, auto color) {
+            if constexpr (Order::isMultiplied) {
+                if (!changed(color) && !changed(&Pixel::alpha)) return;
+                to[place] = Samples::fromUnit(Multiply(Samples::channelToUnit(made[x].*color),
+                                                       Samples::channelToUnit(old[x].alpha),
+                                                       Samples::channelToUnit(made[x].alpha)));
+            } else if (changed(color)) {
+                to[place] = Samples::toSample(made[x].*color);
+            }
+        };
+        storeColor(Order::red, &Pixel::red);
+        storeColor(Order::green, &Pixel::green);
+        storeColor(Order::blue, &Pixel::blue);
+        if constexpr (Order::hasAlpha) {
+            if (changed(&Pixel::alpha)) to[Order::alpha] = Samples::toSample(made[x].alpha);
+        }
     }
 }
 
 template <typename Samples, typename Order>
 constexpr Layout MakeLayout() {
-    constexpr bool sameChannels = Samples::areChannels && Order::hasAlpha;
+    constexpr bool sameChannels = Samples::areChannels && Order::hasAlpha && !Order::isMultiplied;
     constexpr int sampleBytes = sizeof(typename Samples::Sample);
     Layout layout{.depth = Samples::depth,
                   .sampleBytes = sampleBytes,
@@ -125,6 +148,8 @@ const Layout* FindLayout(nevrel_order order, nevrel_sample sample) noexcept {
             return &LayoutsOf<Bgra>::bySample[sample];
         case NEVREL_RGB:
             return &LayoutsOf<Rgb>::bySample[sample];
+        case NEVREL_RGBA_PREMULTIPLIED:
+            return &LayoutsOf<MultipliedRgba>::bySample[sample];
         default:
             return nullptr;
     }

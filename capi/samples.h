@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <type_traits>
 
 #include "capi/half.h"
+#include "capi/unit_scale.h"
 #include "kernel/kernels.h"
 #include "kernel/pixels/pixel.h"
 
@@ -16,6 +18,18 @@ struct AtDepth {
     using Channel = decltype(Pixel::alpha);
     static constexpr PixelDepth depth = pixelDepth;
     static constexpr Channel full = fullIntensity;
+
+    // On the scale where full intensity is 1, to the nearest.
+    [[nodiscard]] static double channelToUnit(Channel channel) {
+        return static_cast<double>(channel) / fullIntensity;
+    }
+    [[nodiscard]] static Channel channelFromUnit(double unit) {
+        if constexpr (std::is_integral_v<Channel>) {
+            return WholeFromUnit<Channel>(unit, fullIntensity);
+        } else {
+            return FloatFromUnit<Channel>(unit);
+        }
+    }
 };
 using At8 = AtDepth<Pixel8, PixelDepth::bits8, 255>;
 using At16 = AtDepth<Pixel16, PixelDepth::bits16, 32768>;
@@ -30,6 +44,8 @@ struct ChannelSamples : Depth {
 
     [[nodiscard]] static Channel toChannel(Sample sample) { return sample; }
     [[nodiscard]] static Sample toSample(Channel channel) { return channel; }
+    [[nodiscard]] static double toUnit(Sample sample) { return Depth::channelToUnit(sample); }
+    [[nodiscard]] static Sample fromUnit(double unit) { return Depth::channelFromUnit(unit); }
 };
 using Samples8 = ChannelSamples<At8>;
 using Samples32768 = ChannelSamples<At16>;
@@ -46,6 +62,8 @@ struct Samples65535 : At16 {
     [[nodiscard]] static Sample toSample(Channel channel) {
         return static_cast<Sample>(std::min(2 * channel - (channel > 16384 ? 1 : 0), 65535));
     }
+    [[nodiscard]] static double toUnit(Sample sample) { return sample / 65535.0; }
+    [[nodiscard]] static Sample fromUnit(double unit) { return WholeFromUnit<Sample>(unit, 65535); }
 };
 
 struct SamplesHalf : AtFloat {
@@ -54,4 +72,6 @@ struct SamplesHalf : AtFloat {
 
     [[nodiscard]] static Channel toChannel(Sample sample) { return FloatOfHalf(sample); }
     [[nodiscard]] static Sample toSample(Channel channel) { return HalfOfFloat(channel); }
+    [[nodiscard]] static double toUnit(Sample sample) { return FloatOfHalf(sample); }
+    [[nodiscard]] static Sample fromUnit(double unit) { return toSample(channelFromUnit(unit)); }
 };

@@ -113,13 +113,15 @@ NEVREL_API const nevrel_control* nevrel_control_at(size_t index);
 
 /* ---- Images ------------------------------------------------------------------------------ */
 
-/* The order of the channels of a pixel in memory. Colour is straight (not premultiplied). RGB is
- * smoothed as an opaque image. */
+/* The order of the channels of a pixel in memory. Colour is straight but for the last order, in
+ * which it is multiplied by alpha: it is divided, smoothed and multiplied again, and stands as it
+ * is where alpha is 0. RGB is smoothed as an opaque image. */
 typedef enum nevrel_order NEVREL_ENUM {
     NEVREL_RGBA = 0,
     NEVREL_ARGB = 1,
     NEVREL_BGRA = 2,
-    NEVREL_RGB = 3
+    NEVREL_RGB = 3,
+    NEVREL_RGBA_PREMULTIPLIED = 4
 } nevrel_order;
 
 /* The samples of every channel, in the byte order of the machine. */
@@ -166,8 +168,8 @@ typedef struct nevrel_callbacks {
  * `settings` null means the defaults, `callbacks` null none. Samples that the effect leaves alone
  * are in the output bit for bit as in the input. Allocates about half a byte a pixel, and
  * besides for
- *   - NEVREL_RGB, NEVREL_UINT16 and NEVREL_HALF two copies of the image with four channels, of
- *     float samples for NEVREL_HALF;
+ *   - NEVREL_RGB, NEVREL_RGBA_PREMULTIPLIED, NEVREL_UINT16 and NEVREL_HALF two copies of the image
+ *     with four channels, of float samples for NEVREL_HALF;
  *   - anything else, unless it is NEVREL_ARGB and the output is not the input, one copy.
  *
  * Any status may come back; whatever is wrong is found before anything is written. */

@@ -123,9 +123,6 @@ std::array<int, 3> Colors(const ColorChannels& channels) {
     return {channels.red, channels.green, channels.blue};
 }
 
-/// Straight colour of a sample that was multiplied by alpha; where alpha is 0 the sample itself.
-double Straighten(double color, double alpha) { return alpha == 0 ? color : color / alpha; }
-
 template <typename View>
 void LoadChannel(const Part& part, int channel, const Stretch& stretch, View view, int place) {
     WithChannel(part, channel, [stretch, view, place](auto samples, auto) {
@@ -169,10 +166,8 @@ void StoreAssociatedColor(const View& before, const View& after, int place, cons
             const auto alpha = after.get(i, alphaPlace);
             const auto value = after.get(i, place);
             if (SameBits(before.get(i, place), value) && SameBits(oldAlpha, alpha)) continue;
-            const bool stayedClear =
-                ToUnit(oldAlpha) == 0 && ToUnit(alpha) == 0;  // then colour is stored as it is
-            const double factor = stayedClear ? 1.0 : ToUnit(alpha);
-            samples.set(i, FromUnit<decltype(sample)>(ToUnit(value) * factor));
+            samples.set(i, FromUnit<decltype(sample)>(
+                               Multiply(ToUnit(value), ToUnit(oldAlpha), ToUnit(alpha))));
         }
     });
 }

@@ -4,12 +4,11 @@
 #include <OpenImageIO/half.h>
 #include <OpenImageIO/typedesc.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 
+#include "capi/half.h"
+#include "capi/unit_scale.h"
 #include "sdk/effect_api.h"
 
 namespace nevrel {
@@ -22,19 +21,19 @@ struct Channel16 {
 
 /// Full intensity of each kind of sample.
 template <typename T>
-inline constexpr double full = 1.0;
+inline constexpr int full = 1;
 template <>
-inline constexpr double full<std::uint8_t> = 255.0;
+inline constexpr int full<std::uint8_t> = 255;
 template <>
-inline constexpr double full<std::uint16_t> = 65535.0;
+inline constexpr int full<std::uint16_t> = 65535;
 template <>
-inline constexpr double full<Channel16> = 32768.0;
+inline constexpr int full<Channel16> = 32768;
 
 /// The sample on the scale where full intensity is 1.
 template <typename T>
 [[nodiscard]] double ToUnit(T sample) {
     if constexpr (std::is_same_v<T, Channel16>) {
-        return sample.value / full<T>;
+        return static_cast<double>(sample.value) / full<T>;
     } else {
         return static_cast<double>(sample) / full<T>;
     }
@@ -45,17 +44,15 @@ template <typename T>
 template <typename T>
 [[nodiscard]] T FromUnit(double unit) {
     if constexpr (std::is_same_v<T, Channel16>) {
-        return {static_cast<A_u_short>(
-            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * full<T>))};
+        return {WholeFromUnit<A_u_short>(unit, full<T>)};
     } else if constexpr (std::is_integral_v<T>) {
-        return static_cast<T>(
-            std::lround(std::isnan(unit) ? 0 : std::clamp(unit, 0.0, 1.0) * full<T>));
+        return WholeFromUnit<T>(unit, full<T>);
+    } else if constexpr (std::is_same_v<T, half>) {
+        half sample;
+        sample.setBits(HalfOfFloat(FloatFromUnit<float>(unit)));
+        return sample;
     } else {
-        using Single =
-            std::conditional_t<std::is_same_v<T, half>, float, T>;  // half has no way from double
-        const auto largest = static_cast<double>(std::numeric_limits<T>::max());
-        return static_cast<T>(
-            static_cast<Single>(std::isfinite(unit) ? std::clamp(unit, -largest, largest) : unit));
+        return FloatFromUnit<T>(unit);
     }
 }
 

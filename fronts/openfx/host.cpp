@@ -7,65 +7,73 @@ Suites suites;
 namespace {
 
 template <typename Value>
-void Set(Properties& to, ofx::Status (*setter)(ofx::PropertySet, const char*, int, Value),
+void Set(ofx::Status (*setter)(ofx::PropertySet, const char*, int, Value), ofx::PropertySet set,
          const char* name, int index, Value value) {
-    if (to.status != ofx::ok) return;
-    const ofx::Status status = setter(to.handle, name, index, value);
-    if (status != ofx::unknown && status != ofx::badValue) to.status = status;
+    const ofx::Status status = setter(set, name, index, value);
+    if (status != ofx::unknown && status != ofx::badValue) Require(status);
 }
 
 template <typename Value>
-Value Get(Properties& from, ofx::Status (*getter)(ofx::PropertySet, const char*, int, Value*),
+Value Get(ofx::Status (*getter)(ofx::PropertySet, const char*, int, Value*), ofx::PropertySet set,
           const char* name, int index = 0) {
     Value value{};
-    if (from.status == ofx::ok) from.status = getter(from.handle, name, index, &value);
-    return from.status == ofx::ok ? value : Value{};
+    Require(getter(set, name, index, &value));
+    return value;
 }
 
 }  // namespace
 
-void Properties::set(const char* name, int value, int index) {
-    Set(*this, suites.properties->propSetInt, name, index, value);
+void Require(ofx::Status status) {
+    if (status != ofx::ok) throw status;
 }
 
-void Properties::set(const char* name, double value, int index) {
-    Set(*this, suites.properties->propSetDouble, name, index, value);
+void Refuse(ofx::Effect effect, ofx::Status status, const char* why) {
+    if (suites.messages != nullptr)
+        suites.messages->message(effect, "OfxMessageError", nullptr, "%s", why);
+    throw status;
 }
 
-void Properties::set(const char* name, const char* value, int index) {
-    Set(*this, suites.properties->propSetString, name, index, value);
+void Properties::set(const char* name, int value, int index) const {
+    Set(suites.properties->propSetInt, handle, name, index, value);
 }
 
-int Properties::integer(const char* name, int index) {
-    return Get(*this, suites.properties->propGetInt, name, index);
+void Properties::set(const char* name, double value, int index) const {
+    Set(suites.properties->propSetDouble, handle, name, index, value);
 }
 
-double Properties::real(const char* name) {
-    return Get(*this, suites.properties->propGetDouble, name);
+void Properties::set(const char* name, const char* value, int index) const {
+    Set(suites.properties->propSetString, handle, name, index, value);
 }
 
-std::byte* Properties::pointer(const char* name) {
-    return static_cast<std::byte*>(Get(*this, suites.properties->propGetPointer, name));
+int Properties::integer(const char* name, int index) const {
+    return Get(suites.properties->propGetInt, handle, name, index);
 }
 
-ofx::RectI Properties::rect(const char* name) {
+double Properties::real(const char* name) const {
+    return Get(suites.properties->propGetDouble, handle, name);
+}
+
+std::byte* Properties::pointer(const char* name) const {
+    return static_cast<std::byte*>(Get(suites.properties->propGetPointer, handle, name));
+}
+
+ofx::RectI Properties::rect(const char* name) const {
     return {integer(name, 0), integer(name, 1), integer(name, 2), integer(name, 3)};
 }
 
-bool Properties::is(const char* name, const char* value) {
-    const char* text = Get(*this, suites.properties->propGetString, name);
+bool Properties::is(const char* name, const char* value) const {
+    const char* text = Get(suites.properties->propGetString, handle, name);
     return text != nullptr && std::strcmp(text, value) == 0;
 }
 
-// Constructors go on from another one, so that the destructor runs if a host's function throws.
+// Constructors go on from another one, so that the destructor runs if they end with a failure.
 
 Image::Image(ofx::Effect effect, const char* clip, double time) : Image() {
     ofx::Clip handle = nullptr;
-    status = suites.effects->clipGetHandle(effect, clip, &handle, nullptr);
-    if (status != ofx::ok) return;
-    status = suites.effects->clipGetImage(handle, time, nullptr, &handle_);
+    Require(suites.effects->clipGetHandle(effect, clip, &handle, nullptr));
+    const ofx::Status status = suites.effects->clipGetImage(handle, time, nullptr, &handle_);
     if (status != ofx::ok) handle_ = nullptr;
-    if (status == ofx::failed) status = ofx::ok;  // there is no picture at that time
+    if (status != ofx::failed) Require(status);  // failed: there is no picture at that time
     if (handle_ != nullptr) read();
 }
 
@@ -74,7 +82,7 @@ Image::~Image() {
 }
 
 void Image::read() {
-    Properties properties{handle_};
+    const Properties properties{handle_};
     data = properties.pointer("OfxImagePropData");
     bounds = properties.rect("OfxImagePropBounds");
     rowBytes = properties.integer("OfxImagePropRowBytes");
@@ -84,11 +92,11 @@ void Image::read() {
     for (const Components& known : componentKinds) {
         if (properties.is("OfxImageEffectPropComponents", known.name)) components = &known;
     }
-    isPremultiplied =
+    if (depth == nullptr || components == nullptr) throw ofx::badImageFormat;
+    const bool isPremultiplied =
         properties.is("OfxImageEffectPropPreMultiplication", "OfxImageAlphaPremultiplied");
-    status = properties.status;
-    if (status == ofx::ok && (depth == nullptr || components == nullptr))
-        status = ofx::badImageFormat;
+    const bool multiplies = isPremultiplied && components->order == NEVREL_RGBA;
+    order = multiplies ? NEVREL_RGBA_PREMULTIPLIED : components->order;
 }
 
 std::byte* Image::at(int x, int y) const {
@@ -105,10 +113,4 @@ Memory::Memory(ofx::Effect effect, std::size_t bytes) : Memory() {
 Memory::~Memory() {
     if (bytes_ != nullptr) suites.effects->imageMemoryUnlock(handle_);
     if (handle_ != nullptr) suites.effects->imageMemoryFree(handle_);
-}
-
-ofx::Status Refuse(ofx::Effect effect, ofx::Status status, const char* why) {
-    if (suites.messages != nullptr)
-        suites.messages->message(effect, "OfxMessageError", nullptr, "%s", why);
-    return status;
 }

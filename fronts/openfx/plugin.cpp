@@ -1,5 +1,6 @@
 // The entry points of the bundle, and the actions that take no picture.
 #include <cstring>
+#include <initializer_list>
 
 #include "fronts/openfx/controls.h"
 #include "fronts/openfx/host.h"
@@ -34,10 +35,12 @@ ofx::Status Load() {
     return ofx::failed;
 }
 
+// Actions throw the status of a host that fails.
+
 ofx::Status Describe(ofx::Effect effect, ofx::PropertySet /*inArgs*/,
                      ofx::PropertySet /*outArgs*/) {
     Properties properties;
-    properties.status = suites.effects->getPropertySet(effect, &properties.handle);
+    Require(suites.effects->getPropertySet(effect, &properties.handle));
     properties.set("OfxPropLabel", "nevrel");
     properties.set("OfxImageEffectPluginPropGrouping", "KOVRA");
     properties.set("OfxPropPluginDescription",
@@ -49,53 +52,42 @@ ofx::Status Describe(ofx::Effect effect, ofx::PropertySet /*inArgs*/,
     // Frames are smoothed whole: what a pixel becomes depends on pixels far away.
     properties.set("OfxImageEffectPluginPropHostFrameThreading", 0);
     properties.set("OfxImageEffectPropSupportsTiles", 0);
-    for (std::size_t i = 0; i < depths.size(); ++i) {
-        properties.set("OfxImageEffectPropSupportedPixelDepths", depths[i].name,
-                       static_cast<int>(i));
-    }
-    return properties.status;
-}
-
-ofx::Status DefineClip(ofx::Effect effect, const char* name) {
-    Properties properties;
-    properties.status = suites.effects->clipDefine(effect, name, &properties.handle);
-    for (std::size_t i = 0; i < componentKinds.size(); ++i) {
-        properties.set("OfxImageEffectPropSupportedComponents", componentKinds[i].name,
-                       static_cast<int>(i));
-    }
-    properties.set("OfxImageEffectPropSupportsTiles", 0);
-    return properties.status;
+    int index = 0;
+    for (const Depth& depth : depths)
+        properties.set("OfxImageEffectPropSupportedPixelDepths", depth.name, index++);
+    return ofx::ok;
 }
 
 ofx::Status DescribeInContext(ofx::Effect effect, ofx::PropertySet inArgs,
                               ofx::PropertySet /*outArgs*/) {
-    Properties arguments{inArgs};
-    const bool isKnown = arguments.is("OfxImageEffectPropContext", filterContext) ||
-                         arguments.is("OfxImageEffectPropContext", generalContext);
-    if (arguments.status != ofx::ok) return arguments.status;
-    if (!isKnown) return ofx::unsupported;
-    for (const char* clip : {"Source", "Output"}) {
-        const ofx::Status status = DefineClip(effect, clip);
-        if (status != ofx::ok) return status;
+    const Properties arguments{inArgs};
+    if (!arguments.is("OfxImageEffectPropContext", filterContext) &&
+        !arguments.is("OfxImageEffectPropContext", generalContext))
+        return ofx::unsupported;
+    for (const char* name : {"Source", "Output"}) {
+        Properties clip;
+        Require(suites.effects->clipDefine(effect, name, &clip.handle));
+        int index = 0;
+        for (const Components& components : componentKinds)
+            clip.set("OfxImageEffectPropSupportedComponents", components.name, index++);
+        clip.set("OfxImageEffectPropSupportsTiles", 0);
     }
-    return DefineControls(effect);
+    DefineControls(effect);
+    return ofx::ok;
 }
 
 /// Answers with the extent of the whole source.
 template <const char* name>
 ofx::Status GetSourceRegion(ofx::Effect effect, ofx::PropertySet inArgs, ofx::PropertySet outArgs) {
-    Properties arguments{inArgs};
-    const double time = arguments.real("OfxPropTime");
-    if (arguments.status != ofx::ok) return arguments.status;
+    const double time = Properties{inArgs}.real("OfxPropTime");
     ofx::Clip clip = nullptr;
     ofx::RectD region{};
-    ofx::Status status = suites.effects->clipGetHandle(effect, "Source", &clip, nullptr);
-    if (status == ofx::ok) status = suites.effects->clipGetRegionOfDefinition(clip, time, &region);
-    Properties answer{outArgs, status};
+    Require(suites.effects->clipGetHandle(effect, "Source", &clip, nullptr));
+    Require(suites.effects->clipGetRegionOfDefinition(clip, time, &region));
     int index = 0;
     for (const double side : {region.x1, region.y1, region.x2, region.y2})
-        answer.set(name, side, index++);
-    return answer.status;
+        Properties{outArgs}.set(name, side, index++);
+    return ofx::ok;
 }
 
 constexpr char definition[] = "OfxImageEffectPropRegionOfDefinition";
@@ -106,29 +98,23 @@ ofx::Status GetClipPreferences(ofx::Effect effect, ofx::PropertySet /*inArgs*/,
                                ofx::PropertySet outArgs) {
     ofx::Clip clip = nullptr;
     Properties source;
-    source.status = suites.effects->clipGetHandle(effect, "Source", &clip, &source.handle);
-    const bool hasAlpha = source.is("OfxImageEffectPropComponents", "OfxImageComponentRGBA");
+    Require(suites.effects->clipGetHandle(effect, "Source", &clip, &source.handle));
+    if (!source.is("OfxImageEffectPropComponents", "OfxImageComponentRGBA"))
+        return ofx::replyDefault;
     const bool isPremultiplied =
         source.is("OfxImageEffectPropPreMultiplication", "OfxImageAlphaPremultiplied");
-    if (source.status != ofx::ok) return source.status;
-    if (!hasAlpha) return ofx::replyDefault;
-    Properties answer{outArgs};
-    answer.set("OfxImageEffectPropPreMultiplication",
-               isPremultiplied ? "OfxImageAlphaPremultiplied" : "OfxImageAlphaUnPremultiplied");
-    return answer.status;
+    Properties{outArgs}.set(
+        "OfxImageEffectPropPreMultiplication",
+        isPremultiplied ? "OfxImageAlphaPremultiplied" : "OfxImageAlphaUnPremultiplied");
+    return ofx::ok;
 }
 
 ofx::Status IsIdentity(ofx::Effect effect, ofx::PropertySet inArgs, ofx::PropertySet outArgs) {
-    Properties arguments{inArgs};
-    const double time = arguments.real("OfxPropTime");
-    nevrel_settings settings;
-    ofx::Status status = arguments.status;
-    if (status == ofx::ok) status = ReadControls(effect, time, settings);
-    if (status != ofx::ok) return status;
+    const double time = Properties{inArgs}.real("OfxPropTime");
+    const nevrel_settings settings = ReadControls(effect, time);
     if (settings.softness != 0 || settings.color_key_enable != 0) return ofx::replyDefault;
-    Properties answer{outArgs};
-    answer.set("OfxPropName", "Source");
-    return answer.status;
+    Properties{outArgs}.set("OfxPropName", "Source");
+    return ofx::ok;
 }
 
 struct Action {
@@ -163,12 +149,13 @@ ofx::Status Answer(const char* name, const void* handle, ofx::PropertySet inArgs
 
 void SetHost(ofx::Host* newHost) { host = newHost; }
 
-/// Nothing of ours throws, but a host's function might.
 ofx::Status MainEntry(const char* action, const void* handle, ofx::PropertySet inArgs,
                       ofx::PropertySet outArgs) {
     try {
         return Answer(action, handle, inArgs, outArgs);
-    } catch (...) {
+    } catch (ofx::Status status) {
+        return status;
+    } catch (...) {  // a host's function might
         return ofx::failed;
     }
 }

@@ -21,14 +21,14 @@ inline double HalfValue(Bits half) {
     return (half & 0x8000) != 0 ? -size : size;
 }
 
-/// The finite half that is nearest to a finite value, of two the even one.
+/// The finite half that is nearest to a value of single precision, of two the even one.
 inline Bits NearestHalf(double value) {
     static const std::vector<double> sizes = [] {
         std::vector<double> all;
         for (Bits half = 0; half < 0x7c00; ++half) all.push_back(HalfValue(half));
         return all;
     }();
-    const double size = std::min(std::fabs(value), sizes.back());
+    const double size = std::min<double>(std::fabs(static_cast<float>(value)), sizes.back());
     auto half =
         static_cast<Bits>(std::lower_bound(sizes.begin(), sizes.end(), size) - sizes.begin());
     if (half > 0) {
@@ -38,32 +38,31 @@ inline Bits NearestHalf(double value) {
     return half | (std::signbit(value) ? 0x8000U : 0U);
 }
 
-/// A type of samples, and the nearest channels of the depth at which they are smoothed. Those of 16
-/// bits that `fromByte` gives would not survive the way there and back.
+template <int full>
+double WholeValue(Bits bits) {
+    return bits / double{full};
+}
+template <int full>
+Bits NearestWhole(double value) {
+    return static_cast<Bits>(std::lround(std::clamp(value, 0.0, 1.0) * full));
+}
+
+inline double FloatValue(Bits bits) { return std::bit_cast<float>(bits); }
+inline Bits NearestFloat(double value) { return std::bit_cast<Bits>(static_cast<float>(value)); }
+
+/// A type of samples: their values, 1 being full intensity, and the samples nearest to values.
 struct SampleKind {
     nevrel_sample sample;
+    nevrel_sample channel;  ///< what the channels are in which it is smoothed
     int bytes;
-    int depthBytes;  ///< of a channel of the depth: 1, 2 or 4
-    Bits full;
-    Bits (*fromByte)(int byte);
-    Bits (*toChannel)(Bits sample);
-    Bits (*toSample)(Bits channel);
+    double (*value)(Bits bits);
+    Bits (*nearest)(double value);
 };
 
-inline Bits Same(Bits bits) { return bits; }
-inline Bits Round(double value) { return static_cast<Bits>(std::lround(value)); }
-inline Bits FloatBits(double value) { return std::bit_cast<Bits>(static_cast<float>(value)); }
-
 inline constexpr SampleKind sampleKinds[] = {
-    {NEVREL_UINT8, 1, 1, 255, [](int b) { return static_cast<Bits>(b); }, Same, Same},
-    {NEVREL_UINT16, 2, 2, 65535,
-     [](int b) { return static_cast<Bits>(b * 256 + (b < 128 ? 1 : 0)); },
-     [](Bits s) { return Round(s / 65535.0 * 32768); },
-     [](Bits c) { return Round(std::min(c / 32768.0, 1.0) * 65535); }},
-    {NEVREL_UINT16_32768, 2, 2, 32768, [](int b) { return static_cast<Bits>(b * 32768 / 255); },
-     Same, Same},
-    {NEVREL_HALF, 2, 4, 0x3c00, [](int b) { return NearestHalf(b / 255.0); },
-     [](Bits s) { return FloatBits(HalfValue(s)); },
-     [](Bits c) { return NearestHalf(std::bit_cast<float>(c)); }},
-    {NEVREL_FLOAT, 4, 4, 0x3f800000, [](int b) { return FloatBits(b / 255.0); }, Same, Same},
+    {NEVREL_UINT8, NEVREL_UINT8, 1, WholeValue<255>, NearestWhole<255>},
+    {NEVREL_UINT16, NEVREL_UINT16_32768, 2, WholeValue<65535>, NearestWhole<65535>},
+    {NEVREL_UINT16_32768, NEVREL_UINT16_32768, 2, WholeValue<32768>, NearestWhole<32768>},
+    {NEVREL_HALF, NEVREL_FLOAT, 2, HalfValue, NearestHalf},
+    {NEVREL_FLOAT, NEVREL_FLOAT, 4, FloatValue, NearestFloat},
 };

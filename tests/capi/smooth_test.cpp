@@ -1,6 +1,7 @@
 // Pictures through every order and sample type, against the core itself.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
 
 #include "tests/capi/sample_kinds.h"
@@ -13,63 +14,81 @@ struct OrderKind {
     nevrel_order order;
     int channels;
     int places[4];  ///< of alpha, red, green and blue
+    bool isMultiplied;
 };
-constexpr OrderKind orderKinds[] = {{NEVREL_RGBA, 4, {3, 0, 1, 2}},
-                                    {NEVREL_ARGB, 4, {0, 1, 2, 3}},
-                                    {NEVREL_BGRA, 4, {3, 2, 1, 0}},
-                                    {NEVREL_RGB, 3, {-1, 0, 1, 2}}};
+constexpr OrderKind orderKinds[] = {{NEVREL_RGBA, 4, {3, 0, 1, 2}, false},
+                                    {NEVREL_ARGB, 4, {0, 1, 2, 3}, false},
+                                    {NEVREL_BGRA, 4, {3, 2, 1, 0}, false},
+                                    {NEVREL_RGB, 3, {-1, 0, 1, 2}, false},
+                                    {NEVREL_RGBA_PREMULTIPLIED, 4, {3, 0, 1, 2}, true}};
 
-/// Pixels of four samples in the order of the core.
-struct Samples {
-    int width, height;
-    std::vector<Bits> bits;
-};
+/// The bits of alpha, red, green and blue.
+using Pixel = std::array<Bits, 4>;
 
-Samples Draw(const PinnedResult& pin, const SampleKind& kind, bool opaque, int width, int height) {
+template <typename P>
+Pixel BitsOf(const P& p) {
+    Pixel bits{};
+    const auto* channels = reinterpret_cast<const std::byte*>(&p);
+    for (std::size_t c = 0; c < 4; ++c)
+        std::memcpy(&bits[c], channels + c * sizeof p.alpha, sizeof p.alpha);
+    return bits;
+}
+
+std::vector<Pixel> Draw(const PinnedResult& pin, const SampleKind& kind, bool opaque, int width,
+                        int height) {
     const auto picture = PinnedPicture<judge::Pixel8>(pin);
-    Samples samples{width, height, {}};
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const judge::Pixel8& p = picture.at(x, y);
-            samples.bits.push_back(opaque ? kind.full : kind.fromByte(p.alpha));
-            for (const int v : {p.red, p.green, p.blue}) samples.bits.push_back(kind.fromByte(v));
+    std::vector<Pixel> pixels;
+    for (int i = 0; i < width * height; ++i) {
+        Pixel pixel = BitsOf(picture.at(i % width, i / width));
+        if (opaque) pixel[0] = 255;
+        for (Bits& sample : pixel) sample = kind.nearest(sample / 255.0);
+        pixels.push_back(pixel);
+    }
+    return pixels;
+}
+
+/// What the core makes of them; samples that it does not change stay what they are. Colour that is
+/// multiplied by alpha changes with it; behind an alpha of 0 it is not multiplied.
+template <typename P>
+void SmoothByCore(const judge::Values& values, const SampleKind& kind, bool isMultiplied, int width,
+                  int height, std::vector<Pixel>& pixels) {
+    const SampleKind& depth = sampleKinds[kind.channel];
+    judge::Picture<P> before(width, height);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const double alpha = kind.value(pixels[i][0]);
+        auto* channels = reinterpret_cast<std::byte*>(&before.pixels[i]);
+        for (std::size_t c = 0; c < 4; ++c) {
+            const bool divides = isMultiplied && c > 0 && alpha != 0;
+            const Bits channel = depth.nearest(kind.value(pixels[i][c]) / (divides ? alpha : 1));
+            std::memcpy(channels + c * sizeof(P) / 4, &channel, sizeof(P) / 4);
         }
     }
-    return samples;
-}
-
-/// What the core makes of them; those that it does not change stay what they are.
-template <typename P>
-void SmoothByCore(const judge::Values& values, const SampleKind& kind, Samples& samples) {
-    judge::Picture<P> before(samples.width, samples.height);
-    constexpr std::size_t size = sizeof(typename P::Channel);
-    auto* channels = reinterpret_cast<std::byte*>(before.pixels.data());
-    for (std::size_t i = 0; i < samples.bits.size(); ++i) {
-        const Bits bits = kind.toChannel(samples.bits[i]);
-        std::memcpy(channels + i * size, &bits, size);
-    }
     const judge::Picture<P> after = RunKernel(values, before, 1, FastestForms());
-    const auto* made = reinterpret_cast<const std::byte*>(after.pixels.data());
-    for (std::size_t i = 0; i < samples.bits.size(); ++i) {
-        if (std::memcmp(made + i * size, channels + i * size, size) == 0) continue;
-        Bits bits = 0;
-        std::memcpy(&bits, made + i * size, size);
-        samples.bits[i] = kind.toSample(bits);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const Pixel was = BitsOf(before.pixels[i]), is = BitsOf(after.pixels[i]);
+        const double alpha = depth.value(is[0]);
+        const bool staysClear = alpha == 0 && depth.value(was[0]) == 0;
+        for (std::size_t c = 0; c < 4; ++c) {
+            const bool goesWithAlpha = isMultiplied && c > 0;
+            if (is[c] == was[c] && (!goesWithAlpha || is[0] == was[0])) continue;
+            const double factor = goesWithAlpha && !staysClear ? alpha : 1;
+            pixels[i][c] = kind.nearest(depth.value(is[c]) * factor);
+        }
     }
 }
 
-std::vector<std::byte> Pack(const Samples& samples, const SampleKind& kind,
+std::vector<std::byte> Pack(const std::vector<Pixel>& pixels, const SampleKind& kind,
                             const OrderKind& order) {
-    const std::size_t pixels = samples.bits.size() / 4;
-    const auto pixelBytes = static_cast<std::size_t>(order.channels * kind.bytes);
-    std::vector<std::byte> bytes(pixels * pixelBytes);
-    for (std::size_t i = 0; i < pixels * 4; ++i) {
-        const int place = order.places[i % 4];
-        if (place < 0) continue;
-        std::memcpy(bytes.data() + i / 4 * pixelBytes + place * kind.bytes, &samples.bits[i],
-                    static_cast<std::size_t>(kind.bytes));
+    const auto bytes = static_cast<std::size_t>(kind.bytes);
+    std::vector<std::byte> packed(pixels.size() * static_cast<std::size_t>(order.channels) * bytes);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        for (std::size_t c = 0; c < 4; ++c) {
+            const auto sample = static_cast<std::ptrdiff_t>(i) * order.channels + order.places[c];
+            if (order.places[c] >= 0)
+                std::memcpy(packed.data() + sample * kind.bytes, &pixels[i][c], bytes);
+        }
     }
-    return bytes;
+    return packed;
 }
 
 nevrel_settings SettingsOf(const judge::Values& v) {
@@ -83,12 +102,13 @@ void ExpectCoreResult(const PinnedResult& pin, const SampleKind& kind, const Ord
                       int width, int height) {
     SCOPED_TRACE(testing::Message() << pin.what << ", order " << order.order << ", samples "
                                     << kind.sample << ", " << width << " x " << height);
-    Samples samples = Draw(pin, kind, order.channels == 3, width, height);
-    const auto before = Pack(samples, kind, order);
-    (kind.depthBytes == 1   ? SmoothByCore<judge::Pixel8>
-     : kind.depthBytes == 2 ? SmoothByCore<judge::Pixel16>
-                            : SmoothByCore<judge::PixelFloat>)(pin.values, kind, samples);
-    const auto after = Pack(samples, kind, order);
+    std::vector<Pixel> pixels = Draw(pin, kind, order.channels == 3, width, height);
+    const auto before = Pack(pixels, kind, order);
+    const auto smoothByCore = kind.channel == NEVREL_UINT8   ? SmoothByCore<judge::Pixel8>
+                              : kind.channel == NEVREL_FLOAT ? SmoothByCore<judge::PixelFloat>
+                                                             : SmoothByCore<judge::Pixel16>;
+    smoothByCore(pin.values, kind, order.isMultiplied, width, height, pixels);
+    const auto after = Pack(pixels, kind, order);
     const nevrel_settings settings = SettingsOf(pin.values);
     const int rowBytes = width * order.channels * kind.bytes;
     for (int layout = 0; layout < 6; ++layout) {
@@ -98,18 +118,13 @@ void ExpectCoreResult(const PinnedResult& pin, const SampleKind& kind, const Ord
                           Image(rowBytes, height, RandomLayout(kind.bytes, dice))};
         const bool inPlace = layout % 2 == 0;
         Image &input = images[0], &output = images[inPlace ? 0 : 1];
-        const auto rowSize = static_cast<std::size_t>(rowBytes);
-        const auto rowIn = [&](const auto& all, int y) { return all.data() + y * rowBytes; };
-        for (int y = 0; y < height; ++y) std::memcpy(input.row(y), rowIn(before, y), rowSize);
+        input.load(before.data());
         const nevrel_image from{input.row(0), input.pitch()}, to{output.row(0), output.pitch()};
         ASSERT_EQ(
             nevrel_smooth(&settings, order.order, kind.sample, width, height, &from, &to, nullptr),
             NEVREL_OK);
-        for (int y = 0; y < height; ++y) {
-            EXPECT_EQ(std::memcmp(output.row(y), rowIn(after, y), rowSize), 0) << "row " << y;
-            if (inPlace) continue;
-            EXPECT_EQ(std::memcmp(input.row(y), rowIn(before, y), rowSize), 0) << "row " << y;
-        }
+        EXPECT_TRUE(output.holds(after.data()));
+        EXPECT_TRUE(inPlace || input.holds(before.data()));
         EXPECT_TRUE(input.surroundingsIntact() && output.surroundingsIntact());
     }
 }

@@ -53,9 +53,9 @@ Frame InHost(const Row& row, const TestPicture& picture) {
 
     Session session;
     if (row.key) {
-        session.effect.setValue("color_key_enable", {1});
-        session.effect.setValue("key_color", {204 / 255.0, 51 / 255.0, 102 / 255.0});
-        session.effect.setValue("key_color_threshold", {9});
+        session.effect.parameter("color_key_enable").value = {1};
+        session.effect.parameter("key_color").value = {204 / 255.0, 51 / 255.0, 102 / 255.0};
+        session.effect.parameter("key_color_threshold").value = {9};
     }
     Frame output = frame;
     EXPECT_EQ(session.render(frame, output, frame.bounds), ofx::ok);

@@ -37,11 +37,12 @@ class Session {
         plugin->setHost(&testHost);
         loaded = call("OfxActionLoad");
         described = call("OfxActionDescribe", &effect);
-        inArgs.values = {{"OfxImageEffectPropContext", {std::string(context)}}};
+        inArgs.values = {{"OfxImageEffectPropContext", {context}}};
         describedInContext = call("OfxImageEffectActionDescribeInContext", &effect);
-        for (ofx::ParameterRecord& parameter : effect.parameters) parameter.setToDefault();
+        for (ofx::ParameterRecord& parameter : effect.parameters)
+            parameter.value = parameter.properties.values["OfxParamPropDefault"];
         inArgs.values = {{"OfxPropTime", {frameTime}},
-                         {"OfxImageEffectPropFieldToRender", {std::string("OfxFieldNone")}},
+                         {"OfxImageEffectPropFieldToRender", {"OfxFieldNone"}},
                          {"OfxImageEffectPropRenderWindow", {0, 0, 0, 0}}};
     }
     ~Session() { call("OfxActionUnload"); }
@@ -55,7 +56,8 @@ class Session {
     /// The frame as a host asks for it, `window` being what it wants of it.
     ofx::Status render(Frame& source, Frame& output, const ofx::RectI& window,
                        bool negativeRowBytes = false) {
-        LentImage from(source, negativeRowBytes, 16), to(output, negativeRowBytes, 48);
+        LentImage from(source, {.padding = 16, .bottomUp = !negativeRowBytes});
+        LentImage to(output, {.padding = 48, .bottomUp = !negativeRowBytes});
         return render(&from, to, window);
     }
     ofx::Status render(LentImage* from, LentImage& to, const ofx::RectI& window) {

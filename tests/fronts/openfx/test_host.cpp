@@ -3,19 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdarg>
-#include <cstdlib>
-#include <cstring>
 #include <sstream>
+#include <stdexcept>
 
 struct ofx::MemoryRecord {
-    void* bytes;
+    std::vector<std::byte> bytes;
 };
 
 Books books;
 
 namespace {
-
-constexpr std::byte noise{0xa5};
 
 /// A call that may fail does so when it is its turn.
 ofx::Status Turn() {
@@ -24,13 +21,20 @@ ofx::Status Turn() {
     return books.failure;
 }
 
+/// The function as a call that may fail, and then does nothing.
+template <auto function, typename... Arguments>
+ofx::Status MayFail(Arguments... arguments) {
+    const ofx::Status status = Turn();
+    if (status == ofx::ok) function(arguments...);
+    return status;
+}
+
 template <typename Value, typename Given = Value>
-ofx::Status Set(ofx::PropertySet set, const char* name, int index, Given given) {
-    if (const ofx::Status status = Turn(); status != ofx::ok) return status;
-    auto& values = set->values[name];
-    values.resize(std::max(values.size(), static_cast<std::size_t>(index) + 1));
-    values[static_cast<std::size_t>(index)] = Value(given);
-    return ofx::ok;
+void Set(ofx::PropertySet set, const char* name, int index, Given given) {
+    Values& values = set->values[name];
+    const auto at = static_cast<std::size_t>(index);
+    if (values.size() <= at) values.resize(at + 1);
+    values[at] = Value(given);
 }
 
 template <typename Value, typename Taken = Value>
@@ -49,26 +53,78 @@ ofx::Status Get(ofx::PropertySet set, const char* name, int index, Taken* taken)
 
 ofx::EffectRecord& EffectOf(ofx::ParameterSet set) { return *reinterpret_cast<ofx::Effect>(set); }
 
+void GetPropertySet(ofx::Effect effect, ofx::PropertySet* set) { *set = &effect->properties; }
+
+void GetParamSet(ofx::Effect effect, ofx::ParameterSet* set) {
+    *set = reinterpret_cast<ofx::ParameterSet>(effect);
+}
+
+void DefineClip(ofx::Effect effect, const char* name, ofx::PropertySet* set) {
+    *set = &effect->clips[name].properties;
+}
+
+void GetClip(ofx::Effect effect, const char* name, ofx::Clip* clip, ofx::PropertySet* set) {
+    *clip = &effect->clips.at(name);
+    if (set != nullptr) *set = &(*clip)->properties;
+}
+
 ofx::Status GetImage(ofx::Clip clip, double time, const ofx::RectD* region,
                      ofx::PropertySet* image) {
     if (const ofx::Status status = Turn(); status != ofx::ok) return status;
     EXPECT_EQ(region, nullptr);
     if (clip->image == nullptr || time != frameTime) return ofx::failed;
     *image = &clip->image->properties;
-    ++books.images;
+    ++books.lent;
     return ofx::ok;
+}
+
+void GetRegion(ofx::Clip clip, double time, ofx::RectD* region) {
+    if (time == frameTime) *region = clip->region;
+}
+
+template <typename Handle>
+ofx::Status TakeBack(Handle /*lent*/) {
+    --books.lent;
+    return ofx::ok;
+}
+
+int Abort(ofx::Effect /*effect*/) { return books.abort; }
+
+void Allocate(ofx::Effect /*effect*/, std::size_t bytes, ofx::Memory* memory) {
+    *memory = new ofx::MemoryRecord{std::vector<std::byte>(bytes)};
+    ++books.lent;
+}
+
+ofx::Status Free(ofx::Memory memory) {
+    delete memory;
+    return TakeBack(memory);
+}
+
+void Lock(ofx::Memory memory, void** bytes) {
+    *bytes = memory->bytes.data();
+    ++books.lent;
+}
+
+void DefineParameter(ofx::ParameterSet set, const char* type, const char* name,
+                     ofx::PropertySet* properties) {
+    EffectOf(set).parameters.push_back({type, name, {}, {}});
+    *properties = &EffectOf(set).parameters.back().properties;
+}
+
+void GetParameter(ofx::ParameterSet set, const char* name, ofx::Parameter* parameter,
+                  ofx::PropertySet* /*properties*/) {
+    *parameter = &EffectOf(set).parameter(name);
 }
 
 ofx::Status GetValue(ofx::Parameter parameter, double time, ...) {
     if (const ofx::Status status = Turn(); status != ofx::ok) return status;
     std::va_list places;
     va_start(places, time);
-    for (const double value : parameter->value) {
-        const double now = time == frameTime ? value : 1;
-        if (parameter->type == "OfxParamTypeRGB") {
-            *va_arg(places, double*) = now;
+    for (const auto& value : parameter->value) {
+        if (const int* whole = std::get_if<int>(&value)) {
+            *va_arg(places, int*) = time == frameTime ? *whole : 1;
         } else {
-            *va_arg(places, int*) = static_cast<int>(now);
+            *va_arg(places, double*) = time == frameTime ? std::get<double>(value) : 1;
         }
     }
     va_end(places);
@@ -86,9 +142,9 @@ ofx::Status Tell(void*, const char* type, const char*, const char* format, ...) 
 }
 
 const ofx::PropertySuite properties = {nullptr,
-                                       Set<std::string>,
-                                       Set<double>,
-                                       Set<int>,
+                                       MayFail<Set<std::string, const char*>>,
+                                       MayFail<Set<double>>,
+                                       MayFail<Set<int>>,
                                        {},
                                        Get<void*>,
                                        Get<std::string, char*>,
@@ -97,78 +153,21 @@ const ofx::PropertySuite properties = {nullptr,
                                        {},
                                        nullptr,
                                        nullptr};
-
-const ofx::EffectSuite effects = {
-    [](ofx::Effect effect, ofx::PropertySet* set) {
-        *set = &effect->properties;
-        return Turn();
-    },
-    [](ofx::Effect effect, ofx::ParameterSet* set) {
-        *set = reinterpret_cast<ofx::ParameterSet>(effect);
-        return Turn();
-    },
-    [](ofx::Effect effect, const char* clip, ofx::PropertySet* set) {
-        *set = &effect->clips[clip].properties;
-        return Turn();
-    },
-    [](ofx::Effect effect, const char* name, ofx::Clip* clip, ofx::PropertySet* set) {
-        *clip = &effect->clips.at(name);
-        if (set != nullptr) *set = &(*clip)->properties;
-        return Turn();
-    },
-    nullptr,
-    GetImage,
-    [](ofx::PropertySet) {
-        --books.images;
-        return ofx::ok;
-    },
-    [](ofx::Clip clip, double time, ofx::RectD* region) {
-        if (time == frameTime) *region = clip->region;
-        return Turn();
-    },
-    [](ofx::Effect) { return books.abort; },
-    [](ofx::Effect, std::size_t bytes, ofx::Memory* memory) {
-        if (const ofx::Status status = Turn(); status != ofx::ok) return status;
-        *memory = new ofx::MemoryRecord{std::malloc(bytes)};
-        ++books.memory;
-        return ofx::ok;
-    },
-    [](ofx::Memory memory) {
-        std::free(memory->bytes);
-        delete memory;
-        --books.memory;
-        return ofx::ok;
-    },
-    [](ofx::Memory memory, void** bytes) {
-        if (const ofx::Status status = Turn(); status != ofx::ok) return status;
-        *bytes = memory->bytes;
-        ++books.locks;
-        return ofx::ok;
-    },
-    [](ofx::Memory) {
-        --books.locks;
-        return ofx::ok;
-    }};
-
+const ofx::EffectSuite effects = {MayFail<GetPropertySet>,
+                                  MayFail<GetParamSet>,
+                                  MayFail<DefineClip>,
+                                  MayFail<GetClip>,
+                                  nullptr,
+                                  GetImage,
+                                  TakeBack<ofx::PropertySet>,
+                                  MayFail<GetRegion>,
+                                  Abort,
+                                  MayFail<Allocate>,
+                                  Free,
+                                  MayFail<Lock>,
+                                  TakeBack<ofx::Memory>};
 const ofx::ParameterSuite parameters = {
-    [](ofx::ParameterSet set, const char* type, const char* name, ofx::PropertySet* handle) {
-        if (const ofx::Status status = Turn(); status != ofx::ok) return status;
-        EffectOf(set).parameters.push_back({type, name, {}, {}});
-        *handle = &EffectOf(set).parameters.back().properties;
-        return ofx::ok;
-    },
-    [](ofx::ParameterSet set, const char* name, ofx::Parameter* handle, ofx::PropertySet*) {
-        for (ofx::ParameterRecord& parameter : EffectOf(set).parameters) {
-            if (parameter.name == name) *handle = &parameter;
-        }
-        return Turn();
-    },
-    nullptr,
-    nullptr,
-    nullptr,
-    GetValue,
-    {}};
-
+    MayFail<DefineParameter>, MayFail<GetParameter>, nullptr, nullptr, nullptr, GetValue, {}};
 const ofx::MessageSuite messages = {Tell};
 
 const void* FetchSuite(ofx::PropertySet, const char* name, int version) {
@@ -184,63 +183,38 @@ const void* FetchSuite(ofx::PropertySet, const char* name, int version) {
 
 ofx::Host testHost = {nullptr, FetchSuite};
 
-std::string ofx::PropertySetRecord::text() const {
+std::string ofx::PropertySetRecord::text(const std::string& name) const {
+    const auto found = values.find(name);
+    if (found == values.end()) return "";
     std::ostringstream text;
-    for (const auto& [name, all] : values) {
-        if (name == "OfxParamPropHint" || name == "OfxPropPluginDescription") continue;
-        text << name << '=';
-        for (const Value& value : all) {
-            if (&value != all.data()) text << ' ';
-            std::visit([&](const auto& plain) { text << plain; }, value);
-        }
-        text << '\n';
+    for (const auto& value : found->second) {
+        if (&value != found->second.data()) text << ' ';
+        std::visit([&](const auto& plain) { text << plain; }, value);
     }
     return text.str();
 }
 
-LentImage::LentImage(Frame& picture, bool negativeRowBytes, int padding)
-    : picture_(picture),
-      rowsDown_(negativeRowBytes),
-      stride_(picture.rowSize() + static_cast<std::size_t>(padding)),
-      memory_(stride_ * static_cast<std::size_t>(picture.height()), noise) {
-    for (int y = 0; y < picture.height(); ++y)
-        std::memcpy(row(y), picture.pixels.data() + static_cast<std::size_t>(y) * picture.rowSize(),
-                    picture.rowSize());
-    const auto rowBytes = static_cast<int>(stride_);
+LentImage::LentImage(Frame& picture, const Layout& layout)
+    : picture_(picture), image_(picture.rowSize(), picture.height(), layout) {
+    image_.load(picture.pixels.data());
     const ofx::RectI& b = picture.bounds;
-    properties.values = {{"OfxImagePropData", {static_cast<void*>(row(picture.height() - 1))}},
+    void* bottomRow = image_.row(picture.height() - 1);
+    properties.values = {{"OfxImagePropData", {bottomRow}},
                          {"OfxImagePropBounds", {b.x1, b.y1, b.x2, b.y2}},
-                         {"OfxImagePropRowBytes", {rowsDown_ ? -rowBytes : rowBytes}},
+                         {"OfxImagePropRowBytes", {static_cast<int>(-image_.pitch())}},
                          {"OfxImageEffectPropPixelDepth", {picture.depth}},
                          {"OfxImageEffectPropComponents", {picture.components}},
                          {"OfxImageEffectPropPreMultiplication", {picture.premultiplication}}};
 }
 
 LentImage::~LentImage() {
-    for (int y = 0; y < picture_.height(); ++y) {
-        const std::byte* end = row(y) + picture_.rowSize();
-        std::memcpy(picture_.pixels.data() + static_cast<std::size_t>(y) * picture_.rowSize(),
-                    row(y), picture_.rowSize());
-        for (const std::byte* gap = end; gap < row(y) + stride_; ++gap) EXPECT_EQ(*gap, noise);
-    }
+    image_.store(picture_.pixels.data());
+    EXPECT_TRUE(image_.surroundingsIntact());
 }
 
-std::byte* LentImage::row(int fromTop) {
-    const int index = rowsDown_ ? fromTop : picture_.height() - 1 - fromTop;
-    return memory_.data() + static_cast<std::size_t>(index) * stride_;
-}
-
-void ofx::ParameterRecord::setToDefault() {
-    const auto found = properties.values.find("OfxParamPropDefault");
-    if (found == properties.values.end()) return;
-    for (const PropertySetRecord::Value& given : found->second) {
-        const int* whole = std::get_if<int>(&given);
-        value.push_back(whole != nullptr ? *whole : std::get<double>(given));
-    }
-}
-
-void ofx::EffectRecord::setValue(const std::string& name, const std::vector<double>& value) {
+ofx::ParameterRecord& ofx::EffectRecord::parameter(const std::string& name) {
     for (ofx::ParameterRecord& parameter : parameters) {
-        if (parameter.name == name) parameter.value = value;
+        if (parameter.name == name) return parameter;
     }
+    throw std::out_of_range(name);
 }

@@ -8,13 +8,16 @@
 #include <vector>
 
 #include "fronts/openfx/openfx.h"
+#include "tests/kernel/hostile_image.h"
+
+/// The values of a property or a parameter.
+using Values = std::vector<std::variant<int, double, std::string, void*>>;
 
 struct ofx::PropertySetRecord {
-    using Value = std::variant<int, double, std::string, void*>;
-    std::map<std::string, std::vector<Value>> values;
+    std::map<std::string, Values> values;
 
-    /// "name=value value", by name; texts for people are left out.
-    [[nodiscard]] std::string text() const;
+    /// "value value"; nothing for a property that is not there.
+    [[nodiscard]] std::string text(const std::string& name) const;
 };
 
 /// A picture as the host keeps it: pixels tight and top down, the way of the C interface.
@@ -22,20 +25,17 @@ struct Frame {
     std::string depth = "OfxBitDepthByte", components = "OfxImageComponentRGBA";
     std::string premultiplication = "OfxImageAlphaUnPremultiplied";
     ofx::RectI bounds{};
-    std::vector<std::byte> pixels;
+    std::vector<std::byte> pixels{};
 
     [[nodiscard]] int width() const { return bounds.x2 - bounds.x1; }
     [[nodiscard]] int height() const { return bounds.y2 - bounds.y1; }
-    [[nodiscard]] std::size_t rowSize() const {
-        return pixels.size() / static_cast<std::size_t>(height());
-    }
+    [[nodiscard]] int rowSize() const { return static_cast<int>(pixels.size()) / height(); }
 };
 
-/// The image in which it is lent: rows upwards or downwards, with bytes between them.
+/// The image in which it is lent. Its pixels are taken back at the end.
 class LentImage {
   public:
-    LentImage(Frame& picture, bool negativeRowBytes, int padding);
-    /// Takes the pixels back.
+    LentImage(Frame& picture, const Layout& layout);
     ~LentImage();
     LentImage(const LentImage&) = delete;
     LentImage& operator=(const LentImage&) = delete;
@@ -43,12 +43,8 @@ class LentImage {
     ofx::PropertySetRecord properties;
 
   private:
-    std::byte* row(int fromTop);
-
     Frame& picture_;
-    bool rowsDown_;
-    std::size_t stride_;
-    std::vector<std::byte> memory_;
+    HostileImage<std::byte> image_;
 };
 
 struct ofx::ClipRecord {
@@ -60,9 +56,7 @@ struct ofx::ClipRecord {
 struct ofx::ParameterRecord {
     std::string type, name;
     ofx::PropertySetRecord properties;
-    std::vector<double> value;  ///< at the time of the frame; 1 at every other
-
-    void setToDefault();
+    Values value;  ///< at the time of the frame; 1 at every other
 };
 
 /// An effect, as descriptor and as instance.
@@ -71,15 +65,15 @@ struct ofx::EffectRecord {
     std::map<std::string, ofx::ClipRecord> clips;
     std::vector<ofx::ParameterRecord> parameters;
 
-    void setValue(const std::string& name, const std::vector<double>& value);
+    ofx::ParameterRecord& parameter(const std::string& name);
 };
 
 /// What the host has counted and what it does wrong.
 struct Books {
-    int images = 0, memory = 0, locks = 0;  ///< lent and not given back
-    int calls = 0;                          ///< that may fail
-    int failingCall = 0;                    ///< counted from 1
-    ofx::Status failure = ofx::ok;          ///< ok: the call throws instead
+    int lent = 0;                   ///< images, memory and locks, not given back
+    int calls = 0;                  ///< that may fail
+    int failingCall = 0;            ///< counted from 1
+    ofx::Status failure = ofx::ok;  ///< ok: the call throws instead
     int abort = 0;
     std::string missingSuite{};
     std::vector<std::string> messages{};
