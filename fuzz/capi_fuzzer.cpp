@@ -1,22 +1,23 @@
 // The C interface with arguments of any kind: whatever cannot be done is a status and writes
 // nothing, and whatever is done writes the output's pixels only.
 #include <algorithm>
-#include <iterator>
 #include <vector>
 
+#include "fronts/control_fields.h"
 #include "fuzz/fuzz_target.h"
 #include "tests/capi/caller.h"
+#include "tests/kernel/dice.h"
 
 namespace {
 
 /// Memory that holds both images at most; ASan watches its ends.
 using Block = std::vector<std::uint8_t>;
 
-Block ReadBlock(ByteSource& source, std::int64_t size) {
+Block DrawBlock(Dice& dice, std::int64_t size) {
+    std::uint8_t pattern[64];
+    for (std::uint8_t& byte : pattern) byte = static_cast<std::uint8_t>(dice.below(256));
     Block block(static_cast<std::size_t>(size));
-    const std::string text = source.text(64);
-    for (std::size_t i = 0; i < block.size() && !text.empty(); ++i)
-        block[i] = static_cast<std::uint8_t>(text[i / 3 % text.size()]);
+    for (std::size_t i = 0; i < block.size(); ++i) block[i] = pattern[i / 3 % 64];
     return block;
 }
 
@@ -27,57 +28,53 @@ struct Shape {
     std::int64_t pixelBytes;
 };
 
-Shape ReadShape(ByteSource& source) {
+Shape ChooseShape(Dice& dice) {
     constexpr int sampleBytes[] = {1, 2, 2, 2, 4};
-    const int order = source.below(4), sample = source.below(5);
+    const int order = dice.below(5), sample = dice.below(5);
     return {static_cast<nevrel_order>(order), static_cast<nevrel_sample>(sample),
-            1 + source.below(70), 1 + source.below(12),
+            dice.between(1, 70), dice.between(1, 12),
             std::int64_t{order == NEVREL_RGB ? 3 : 4} * sampleBytes[sample]};
 }
 
 /// An image inside the block, if the rest of the arguments stay as they are.
-nevrel_image PlaceImage(ByteSource& source, const Shape& shape, Block& block) {
+nevrel_image PlaceImage(Dice& dice, const Shape& shape, Block& block) {
     const std::int64_t row = shape.width * shape.pixelBytes;
-    const std::int64_t stride = row + source.oneOf({0, 1, 2, 4, 40}) * (shape.pixelBytes / 2);
+    const std::int64_t stride = row + dice.oneOf({0, 1, 2, 4, 40}) * (shape.pixelBytes / 2);
     const std::int64_t extent = stride * (shape.height - 1) + row;
-    const auto size = static_cast<std::int64_t>(block.size());
-    std::int64_t first = source.flag() ? 0 : size - extent;
-    if (source.below(4) == 0) first = source.raw<std::uint16_t>() % (size - extent + 1);
-    const bool upwards = source.flag();
+    const std::int64_t room = static_cast<std::int64_t>(block.size()) - extent;
+    const auto first = dice.oneOf<std::int64_t>({0, room, dice.below(static_cast<int>(room) + 1)});
+    const bool upwards = dice.oneIn(2);
     return {block.data() + first + (upwards ? extent - row : 0),
             static_cast<std::ptrdiff_t>(upwards ? -stride : stride)};
 }
 
-nevrel_settings ReadSettings(ByteSource& source) {
+nevrel_settings ChooseSettings(Dice& dice) {
     nevrel_settings settings;
     nevrel_settings_init(&settings, sizeof settings);
-    settings.color_threshold = 1 + source.below(255);
-    settings.softness = source.below(101);
-    settings.bias = source.below(101);
-    settings.color_key_enable = source.flag() ? 1 : 0;
-    for (int32_t* field :
-         {&settings.key_red, &settings.key_green, &settings.key_blue, &settings.key_threshold})
-        *field = source.byte();
-    settings.key_invert = source.flag() ? 1 : 0;
+    for (std::size_t i = 0; i < nevrel_control_count(); ++i) {
+        const nevrel_control& control = *nevrel_control_at(i);
+        for (int field = 0; field < (control.kind == NEVREL_COLOR ? 3 : 1); ++field)
+            FieldsOf(control, settings)[field] = dice.between(control.minimum, control.maximum);
+    }
     return settings;
 }
 
 /// Makes one argument anything. Never one that would be true of other memory: such a call is wrong
 /// in a way that no library can tell.
-bool SpoilOne(ByteSource& source, Shape& shape, nevrel_settings& settings, nevrel_image& image) {
-    int32_t* fields[] = {&settings.color_threshold,  &settings.softness,      &settings.bias,
-                         &settings.color_key_enable, &settings.key_red,       &settings.key_green,
-                         &settings.key_blue,         &settings.key_threshold, &settings.key_invert};
-    switch (source.below(4)) {
-        case 0:
-            *fields[source.below(9)] = source.raw<int32_t>();
+bool SpoilOne(Dice& dice, Shape& shape, nevrel_settings& settings, nevrel_image& image) {
+    switch (dice.below(4)) {
+        case 0: {
+            const int controls = static_cast<int>(nevrel_control_count());
+            const auto* control = nevrel_control_at(static_cast<std::size_t>(dice.below(controls)));
+            *FieldsOf(*control, settings) = dice.any32Bits();
             return false;
+        }
         case 1:
-            (source.flag() ? shape.width : shape.height) =
-                source.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
+            (dice.oneIn(2) ? shape.width : shape.height) =
+                dice.oneOf({0, -1, INT32_MIN, INT32_MAX, NEVREL_LARGEST_SIDE + 1});
             return true;
         case 2:
-            image.row_bytes = source.oneOf(
+            image.row_bytes = dice.oneOf(
                 {PTRDIFF_MAX, PTRDIFF_MIN, PTRDIFF_MIN + 1, PTRDIFF_MAX / 2, std::ptrdiff_t{0}});
             return shape.height > 1;
         default:
@@ -98,18 +95,17 @@ void Restore(const Shape& shape, const nevrel_image& output, const Block& before
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    ByteSource source(data, size);
-    Shape shape = ReadShape(source);
+    Dice dice(std::span(data, size));
+    Shape shape = ChooseShape(dice);
     const std::int64_t imageBytes = (shape.width + 40) * shape.pixelBytes * shape.height;
-    nevrel_settings settings = ReadSettings(source);
-    Caller caller{.givesMemory = source.below(16) != 0};
-    if (source.below(16) == 0) caller.cancelAt = static_cast<std::size_t>(source.below(3));
-    const int images = 1 + source.below(3);
-    Block block = ReadBlock(source, images * imageBytes);
-    nevrel_image input = PlaceImage(source, shape, block);
-    nevrel_image output = source.flag() ? input : PlaceImage(source, shape, block);
+    nevrel_settings settings = ChooseSettings(dice);
+    Caller caller{.givesMemory = !dice.oneIn(16)};
+    if (dice.oneIn(16)) caller.cancelAt = static_cast<std::size_t>(dice.below(3));
+    Block block = DrawBlock(dice, dice.between(1, 3) * imageBytes);
+    nevrel_image input = PlaceImage(dice, shape, block);
+    nevrel_image output = dice.oneIn(2) ? input : PlaceImage(dice, shape, block);
     const bool wrong =
-        source.below(4) == 0 && SpoilOne(source, shape, settings, source.flag() ? input : output);
+        dice.oneIn(4) && SpoilOne(dice, shape, settings, dice.oneIn(2) ? input : output);
 
     const Block before = block;
     const nevrel_callbacks callbacks = caller.callbacks();

@@ -22,6 +22,13 @@ struct IntegerDepth : IntegerWeights {
 
     std::int32_t threshold, keyRed, keyGreen, keyBlue, keyTolerance;
 
+    IntegerDepth(const Values& v, std::int32_t (*scale)(std::int32_t))
+        : threshold(scale(v.colorThreshold)),
+          keyRed(scale(LowByte(v.keyRed))),
+          keyGreen(scale(LowByte(v.keyGreen))),
+          keyBlue(scale(LowByte(v.keyBlue))),
+          keyTolerance(scale(v.keyThreshold)) {}
+
     bool formEdge(const P& p, const P& q) const {
         if (Identical(p, q) || (p.alpha == 0 && q.alpha == 0)) return false;
         const P a = p.alpha == 0 ? P{} : p;
@@ -68,13 +75,7 @@ struct IntegerDepth : IntegerWeights {
 
 /// Channels 0..255.
 struct Depth8 : IntegerDepth<std::uint8_t> {
-    explicit Depth8(const Values& v)
-        : IntegerDepth{{},
-                       v.colorThreshold,
-                       LowByte(v.keyRed),
-                       LowByte(v.keyGreen),
-                       LowByte(v.keyBlue),
-                       v.keyThreshold} {}
+    explicit Depth8(const Values& v) : IntegerDepth(v, [](std::int32_t value) { return value; }) {}
 
     /// Averages an output pixel with its input neighbours inside the picture, given in the order
     /// left, right, up, down; so do the other depths.
@@ -117,13 +118,7 @@ struct TipSums {
 
 /// Channels 0..32768.
 struct Depth16 : IntegerDepth<std::uint16_t> {
-    explicit Depth16(const Values& v)
-        : IntegerDepth{{},
-                       Scale16(v.colorThreshold),
-                       Scale16(LowByte(v.keyRed)),
-                       Scale16(LowByte(v.keyGreen)),
-                       Scale16(LowByte(v.keyBlue)),
-                       Scale16(v.keyThreshold)} {}
+    explicit Depth16(const Values& v) : IntegerDepth(v, Scale16) {}
 
     static void tipAverage(P& centre, const std::vector<P>& neighbours, Weight tipWeight) {
         TipSums s;

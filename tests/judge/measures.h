@@ -83,40 +83,28 @@ inline int MeasureRun(const RunRule& rule, int start, int step) {
     return std::max(k, j);
 }
 
-/// The measures left and right of a piece with R; lengths in pixels, factors in percent.
+/// The measures left and right of a piece with R; lengths in pixels, factors in percent. Seen from
+/// the right, G stands where A does from the left, and the piece's columns are exchanged.
 struct RowMeasures : EdgeFlags {
-    int leftRun(int x, int y) const {
-        return MeasureRun({.skipFirst = G(x, y - 1) || R(x - 1, y),
+    int run(Side side, int x, int y) const {
+        const bool isLeft = side == left;
+        const int step = isLeft ? -1 : 1, behind = isLeft ? x + 1 : x;
+        return MeasureRun({.skipFirst = (isLeft ? G(x, y - 1) : A(x, y - 1)) || R(x + step, y),
                            .open = [=, this](int c) { return R(c, y - 1) || !D(c, y - 1); },
-                           .closes = [=, this](int c) { return R(c - 1, y); },
-                           .longSurvivesFirst = D(x + 1, y),
-                           .skipSecond = A(x, y),
-                           .nothingSecond = R(x - 1, y),
+                           .closes = [=, this](int c) { return R(c + step, y); },
+                           .longSurvivesFirst = D(behind, y),
+                           .skipSecond = isLeft ? A(x, y) : G(x, y),
+                           .nothingSecond = R(x + step, y),
                            .stop = [=, this](int c) { return R(c, y + 1) || !D(c, y); },
-                           .longSurvivesSecond = D(x + 1, y - 1)},
-                          x, -1);
+                           .longSurvivesSecond = D(behind, y - 1)},
+                          x, step);
     }
-
-    int rightRun(int x, int y) const {
-        return MeasureRun({.skipFirst = A(x, y - 1) || R(x + 1, y),
-                           .open = [=, this](int c) { return R(c, y - 1) || !D(c, y - 1); },
-                           .closes = [=, this](int c) { return R(c + 1, y); },
-                           .longSurvivesFirst = D(x, y),
-                           .skipSecond = G(x, y),
-                           .nothingSecond = R(x + 1, y),
-                           .stop = [=, this](int c) { return R(c, y + 1) || !D(c, y); },
-                           .longSurvivesSecond = D(x, y - 1)},
-                          x, +1);
-    }
-
-    int run(Side side, int x, int y) const { return side == left ? leftRun(x, y) : rightRun(x, y); }
 
     int thinLineLength(Side side, int x, int y) const {
-        const bool none =
-            side == left ? G(x, y - 1) || D(x + 1, y - 1) || R(x + 1, y) || A(x, y) || D(x + 1, y)
-                         : D(x, y - 1) || A(x, y - 1) || R(x - 1, y) || D(x, y) || G(x, y);
-        if (none) return 0;
-        const int step = side == left ? -1 : 1;
+        const bool isLeft = side == left;
+        const int step = isLeft ? -1 : 1, behind = isLeft ? x + 1 : x;
+        if (isLeft ? G(x, y - 1) || A(x, y) : A(x, y - 1) || G(x, y)) return 0;
+        if (D(behind, y - 1) || D(behind, y) || R(x - step, y)) return 0;
         int j = 0;
         for (int c = x + step; !(R(c, y) || R(c, y - 1) || !D(c, y - 1) || R(c, y + 1) || !D(c, y));
              c += step)
@@ -139,8 +127,8 @@ struct RowMeasures : EdgeFlags {
 
     /// The run that comes back from the far end of a run of n.
     int oppositeRun(Side side, int n, int x, int y) const {
-        if (side == left) return x - n - 1 >= 0 ? rightRun(x - n - 1, y) : 0;
-        return x + n + 1 < width() ? leftRun(x + n + 1, y) : 0;
+        if (side == left) return x - n - 1 >= 0 ? run(right, x - n - 1, y) : 0;
+        return x + n + 1 < width() ? run(left, x + n + 1, y) : 0;
     }
 
     /// `n` is the run on that side, not 0.
