@@ -112,13 +112,9 @@ TEST(Misuse, ComesBackAsAStatusWithNothingWritten) {
         EXPECT_EQ(call.run(), misuse.status);
         EXPECT_EQ(call.memory != before, misuse.status == NEVREL_OK);
     }
-}
-
-TEST(Misuse, HasATextForEveryStatus) {
-    for (int status = NEVREL_OK; status <= NEVREL_CANCELLED; ++status) {
-        const char* unknown = nevrel_status_text(static_cast<nevrel_status>(-1));
+    const char* unknown = nevrel_status_text(static_cast<nevrel_status>(-1));
+    for (int status = NEVREL_OK; status <= NEVREL_CANCELLED; ++status)
         EXPECT_STRNE(nevrel_status_text(static_cast<nevrel_status>(status)), unknown);
-    }
 }
 
 TEST(Callbacks, GiveMemoryTellTheProgressAndCancel) {

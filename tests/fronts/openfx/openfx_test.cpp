@@ -29,7 +29,7 @@ constexpr Format formats[] = {
     {"OfxImageComponentRGBA", "OfxImageAlphaUnPremultiplied", NEVREL_RGBA, 4},
     {"OfxImageComponentRGBA", "OfxImageAlphaPremultiplied", NEVREL_RGBA_PREMULTIPLIED, 4},
     {"OfxImageComponentRGB", "OfxImageAlphaPremultiplied", NEVREL_RGB, 3}};
-constexpr Format straight = formats[0], premultiplied = formats[1], rgb = formats[2];
+constexpr Format straight = formats[0], premultiplied = formats[1];
 
 /// Stairs of two colours; alpha is full, less and 0 from left to right.
 Frame Draw(const Depth& depth, const Format& format) {
@@ -222,34 +222,31 @@ TEST(OpenFx, WritesTheWindowAndNothingElse) {
     }
 }
 
-/// A wrong property of the call or of its images; without values one that is missing.
+/// A wrong property of a call with the key, or of its images; without values one that is missing.
+enum class Of { call, source, images };
 struct Refusal {
     ofx::Status status;
-    enum { call, source, both } of;
+    Of of;
     const char* property;
     Values values;
 };
 const Refusal refusals[] = {
-    {ofx::ok, Refusal::call, "OfxImageEffectPropFieldToRender", {"OfxFieldNone"}},
-    {ofx::unsupported, Refusal::call, "OfxImageEffectPropFieldToRender", {"OfxFieldLower"}},
-    {ofx::unsupported, Refusal::call, "OfxImageEffectPropFieldToRender", {"OfxFieldBoth"}},
-    {ofx::unknown, Refusal::call, "OfxPropTime", {}},
-    {ofx::badImageFormat,
-     Refusal::both,
-     "OfxImageEffectPropComponents",
-     {"OfxImageComponentAlpha"}},
-    {ofx::badImageFormat,
-     Refusal::source,
-     "OfxImageEffectPropComponents",
-     {"OfxImageComponentRGB"}},
-    {ofx::badImageFormat, Refusal::source, "OfxImageEffectPropPixelDepth", {"OfxBitDepthShort"}},
-    {ofx::badImageFormat, Refusal::both, "OfxImageEffectPropPixelDepth", {"OfxBitDepthNone"}},
-    {ofx::badImageFormat, Refusal::source, "OfxImagePropRowBytes", {41 * 4 - 1}},
+    {ofx::ok, Of::call, "OfxImageEffectPropFieldToRender", {"OfxFieldNone"}},
+    {ofx::unsupported, Of::call, "OfxImageEffectPropFieldToRender", {"OfxFieldLower"}},
+    {ofx::unsupported, Of::call, "OfxImageEffectPropFieldToRender", {"OfxFieldBoth"}},
+    {ofx::unknown, Of::call, "OfxPropTime", {}},
+    {ofx::unsupported, Of::images, "OfxImageEffectPropComponents", {"OfxImageComponentRGB"}},
+    {ofx::badImageFormat, Of::images, "OfxImageEffectPropComponents", {"OfxImageComponentAlpha"}},
+    {ofx::badImageFormat, Of::source, "OfxImageEffectPropComponents", {"OfxImageComponentRGB"}},
+    {ofx::badImageFormat, Of::source, "OfxImageEffectPropPixelDepth", {"OfxBitDepthShort"}},
+    {ofx::badImageFormat, Of::images, "OfxImageEffectPropPixelDepth", {"OfxBitDepthNone"}},
+    {ofx::badImageFormat, Of::source, "OfxImagePropRowBytes", {41 * 4 - 1}},
 };
 
 TEST(OpenFx, RefusesWhatItCannotSmooth) {
     for (const Refusal& refusal : refusals) {
         Session session;
+        session.effect.parameter("color_key_enable").value = {1};
         Frame source = Draw(depths[0], straight), output = Blank(source);
         {
             LentImage from(source, {.bottomUp = true}), to(output, {.bottomUp = true});
@@ -257,9 +254,8 @@ TEST(OpenFx, RefusesWhatItCannotSmooth) {
                 set.values[refusal.property] = refusal.values;
                 if (refusal.values.empty()) set.values.erase(refusal.property);
             };
-            if (refusal.of == Refusal::call) spoil(session.inArgs);
-            if (refusal.of != Refusal::call) spoil(from.properties);
-            if (refusal.of == Refusal::both) spoil(to.properties);
+            spoil(refusal.of == Of::call ? session.inArgs : from.properties);
+            if (refusal.of == Of::images) spoil(to.properties);
             EXPECT_EQ(session.render(&from, to, source.bounds), refusal.status)
                 << "row " << &refusal - refusals;
         }
@@ -270,14 +266,6 @@ TEST(OpenFx, RefusesWhatItCannotSmooth) {
     EXPECT_EQ(session.describedInContext, ofx::unsupported);
     EXPECT_EQ(session.call(nullptr), ofx::failed);
     EXPECT_EQ(session.call("OfxActionCreateInstance", &session.effect), ofx::replyDefault);
-}
-
-TEST(OpenFx, NeedsAlphaForTheKey) {
-    Session session;
-    Frame source = Draw(depths[0], rgb), output = Blank(source);
-    session.effect.parameter("color_key_enable").value = {1};
-    EXPECT_EQ(session.render(source, output, source.bounds), ofx::unsupported);
-    EXPECT_EQ(output.pixels, Blank(source).pixels);
 }
 
 TEST(OpenFx, AnswersBeforeAFrameIsRendered) {
@@ -320,24 +308,24 @@ TEST(OpenFx, StopsWhenTheHostAborts) {
 }
 
 TEST(OpenFx, NeedsThreeSuites) {
-    for (const char* suite : {"OfxPropertySuite", "OfxImageEffectSuite", "OfxParameterSuite"}) {
+    for (const auto& [missing, loaded, messages] : {std::tuple{"OfxPropertySuite", ofx::failed, 0U},
+                                                    {"OfxImageEffectSuite", ofx::failed, 0U},
+                                                    {"OfxParameterSuite", ofx::failed, 0U},
+                                                    {"OfxMessageSuite", ofx::ok, 0U},
+                                                    {"", ofx::ok, 1U}}) {
         Session session;
+        const auto render = [&] {
+            return session.call("OfxImageEffectActionRender", &session.effect);
+        };
+        session.inArgs.values["OfxImageEffectPropFieldToRender"] = {"OfxFieldUpper"};
         session.call("OfxActionUnload");
-        EXPECT_EQ(session.call("OfxActionDescribe", &session.effect), ofx::failed);
-        books.missingSuite = suite;
-        EXPECT_EQ(session.call("OfxActionLoad"), ofx::failed);
-        EXPECT_EQ(session.call("OfxActionDescribe", &session.effect), ofx::failed);
+        EXPECT_EQ(render(), ofx::failed);
+        books.missingSuite = missing;
+        EXPECT_EQ(session.call("OfxActionLoad"), loaded);
+        EXPECT_EQ(render(), loaded == ofx::ok ? ofx::unsupported : ofx::failed);
+        EXPECT_EQ(books.messages.size(), messages);
         session.plugin->setHost(nullptr);
         EXPECT_EQ(session.call("OfxActionLoad"), ofx::failed);
-    }
-    for (const char* suite : {"", "OfxMessageSuite"}) {
-        Session session;
-        session.call("OfxActionUnload");
-        books.missingSuite = suite;
-        EXPECT_EQ(session.call("OfxActionLoad"), ofx::ok);
-        session.inArgs.values["OfxImageEffectPropFieldToRender"] = {"OfxFieldUpper"};
-        EXPECT_EQ(session.call("OfxImageEffectActionRender", &session.effect), ofx::unsupported);
-        EXPECT_EQ(books.messages.size(), *suite == 0 ? 1U : 0U);
     }
 }
 
