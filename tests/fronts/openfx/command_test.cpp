@@ -13,27 +13,26 @@ struct Row {
     const char* depth;
     int channels;
     Alpha alpha;
-    double inside;  ///< the alpha of the disc
     bool key;
 };
 constexpr Row rows[] = {
-    {"cel.png", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 3, Alpha::Straight, 1, false},
-    {"rgba.png", OIIO::TypeDesc::UINT16, "OfxBitDepthShort", 4, Alpha::Straight, 0.6, true},
-    {"rgb.exr", OIIO::TypeDesc::HALF, "OfxBitDepthHalf", 3, Alpha::Straight, 1, false},
-    {"byte.tif", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 4, Alpha::Associated, 0.7, false},
-    {"short.tif", OIIO::TypeDesc::UINT16, "OfxBitDepthShort", 4, Alpha::Associated, 0.3, false},
-    {"half.exr", OIIO::TypeDesc::HALF, "OfxBitDepthHalf", 4, Alpha::Associated, 0.7, false},
-    {"float.exr", OIIO::TypeDesc::FLOAT, "OfxBitDepthFloat", 4, Alpha::Associated, 0.7, false},
-    {"byte_key.tif", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 4, Alpha::Associated, 0.9, true},
-    {"float_key.exr", OIIO::TypeDesc::FLOAT, "OfxBitDepthFloat", 4, Alpha::Associated, 0.9, true},
+    {"rgb.png", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 3, Alpha::Straight, false},
+    {"rgba.png", OIIO::TypeDesc::UINT16, "OfxBitDepthShort", 4, Alpha::Straight, true},
+    {"rgb.exr", OIIO::TypeDesc::HALF, "OfxBitDepthHalf", 3, Alpha::Straight, false},
+    {"byte.tif", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 4, Alpha::Associated, false},
+    {"short.tif", OIIO::TypeDesc::UINT16, "OfxBitDepthShort", 4, Alpha::Associated, false},
+    {"half.exr", OIIO::TypeDesc::HALF, "OfxBitDepthHalf", 4, Alpha::Associated, false},
+    {"float.exr", OIIO::TypeDesc::FLOAT, "OfxBitDepthFloat", 4, Alpha::Associated, false},
+    {"byte_key.tif", OIIO::TypeDesc::UINT8, "OfxBitDepthByte", 4, Alpha::Associated, true},
+    {"float_key.exr", OIIO::TypeDesc::FLOAT, "OfxBitDepthFloat", 4, Alpha::Associated, true},
 };
 
-/// A disc of the key's colour on flat paint, with noise at the top; or the sample.
+/// A disc of the key's colour on flat paint, with noise at the top.
 TestPicture Draw(const Row& row) {
-    if (row.file == std::string("cel.png")) return ReadTestPicture(SAMPLE_PICTURE);
     TestPicture picture = MakePicture(61, 47, row.channels, row.type, row.alpha);
-    const double share = row.alpha == Alpha::Associated ? row.inside : 1;
-    DrawDisc(picture, {0.8 * share, 0.2 * share, 0.4 * share, row.inside}, {0.1, 0.3, 0.2, 0.5});
+    constexpr double alpha = 0.7;
+    const double share = row.alpha == Alpha::Associated ? alpha : 1;
+    DrawDisc(picture, {0.8 * share, 0.2 * share, 0.4 * share, alpha}, {0.1, 0.3, 0.2, 0.5});
     for (int x = 0; x < 61; ++x) {
         for (int c = 0; c < row.channels; ++c) {
             const int noise = (x * 37 + c * 11) % 16;
@@ -70,7 +69,6 @@ TEST_F(FrontsAndCommand, GiveTheSameBytes) {
             smooth(row.file, row.key ? "--color-key '#cc3366' --key-threshold 9" : "");
         ASSERT_EQ(made.status, 0) << made.errors;
         const TestPicture expected = ReadTestPicture(path(std::string("out_") + row.file));
-        ASSERT_EQ(ReadTestPicture(path(row.file)).samples, picture.samples) << row.file;
         EXPECT_NE(expected.samples, picture.samples) << row.file;
         EXPECT_TRUE(InHost(row, picture).pixels == expected.samples) << row.file;
     }
