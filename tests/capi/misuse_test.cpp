@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "fronts/control_fields.h"
 #include "tests/capi/caller.h"
 
 namespace {
@@ -182,8 +183,8 @@ TEST(Controls, AreTheEffectsAndGuardTheirRanges) {
         EXPECT_STREQ(control.name, expected.name);
         EXPECT_EQ(control.kind, expected.kind);
         EXPECT_EQ(control.in_key_group, expected.inKeyGroup);
-        const int fields = control.kind == NEVREL_COLOR ? 3 : 1;
-        for (int field = 0; field < fields; ++field) {
+        const int count = control.kind == NEVREL_COLOR ? 3 : 1;
+        for (int field = 0; field < count; ++field) {
             EXPECT_EQ((&(settings[0].*expected.field))[field], expected.value);
             EXPECT_EQ(control.default_value[field], expected.value);
             for (const auto& [value, status] : {std::pair{expected.minimum, NEVREL_OK},
@@ -191,9 +192,9 @@ TEST(Controls, AreTheEffectsAndGuardTheirRanges) {
                                                 {expected.minimum - 1, NEVREL_BAD_SETTING},
                                                 {expected.maximum + 1, NEVREL_BAD_SETTING}}) {
                 Call call;
-                auto* fieldsAt = reinterpret_cast<std::uint8_t*>(call.settings.data());
-                std::memcpy(fieldsAt + control.offset + 4 * field, &value, sizeof value);
-                EXPECT_EQ((&(call.settings[0].*expected.field))[field], value);
+                std::int32_t* fields = FieldsOf(control, call.settings[0]);
+                EXPECT_EQ(fields, &(call.settings[0].*expected.field));
+                fields[field] = value;
                 EXPECT_EQ(call.run(), status) << value;
             }
         }
