@@ -1,6 +1,8 @@
 // The bundle in the test host: loaded, described, with one instance.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 
 #include "tests/fronts/openfx/test_host.h"
@@ -35,10 +37,10 @@ class Session {
     explicit Session(const char* context = "OfxImageEffectContextFilter") {
         books = {};
         plugin->setHost(&testHost);
-        loaded = call("OfxActionLoad");
-        described = call("OfxActionDescribe", &effect);
         inArgs.values = {{"OfxImageEffectPropContext", {context}}};
-        describedInContext = call("OfxImageEffectActionDescribeInContext", &effect);
+        for (const char* action :
+             {"OfxActionLoad", "OfxActionDescribe", "OfxImageEffectActionDescribeInContext"})
+            EXPECT_EQ(call(action), ofx::ok) << action;
         for (ofx::ParameterRecord& parameter : effect.parameters)
             parameter.value = parameter.properties.values["OfxParamPropDefault"];
         inArgs.values = {{"OfxPropTime", {frameTime}},
@@ -49,8 +51,8 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    ofx::Status call(const char* action, ofx::Effect handle = nullptr) {
-        return plugin->mainEntry(action, handle, &inArgs, &outArgs);
+    ofx::Status call(const char* action) {
+        return plugin->mainEntry(action, &effect, &inArgs, &outArgs);
     }
 
     /// The frame as a host asks for it, `window` being what it wants of it.
@@ -65,11 +67,10 @@ class Session {
                                                            window.y2};
         effect.clips["Source"].image = from;
         effect.clips["Output"].image = &to;
-        return call("OfxImageEffectActionRender", &effect);
+        return call("OfxImageEffectActionRender");
     }
 
     ofx::Plugin* plugin = PluginOfBundle();
-    ofx::Status loaded, described, describedInContext;
     ofx::EffectRecord effect;
     ofx::PropertySetRecord inArgs, outArgs;
 };
