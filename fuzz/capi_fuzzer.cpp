@@ -48,7 +48,7 @@ bool SpoilOne(Dice& dice, Call& call, int rowBytes, int sampleBytes) {
             return true;
         case 2:
             image.row_bytes = dice.oneOf(
-                {PTRDIFF_MAX, PTRDIFF_MIN, PTRDIFF_MIN + 1, PTRDIFF_MAX / 2, std::ptrdiff_t{0}});
+                {PTRDIFF_MAX, PTRDIFF_MAX - 1, PTRDIFF_MIN, PTRDIFF_MIN + 1, std::ptrdiff_t{0}});
             return call.height > 1;
         case 3:  // rows that overlap
             call.output = call.input;
