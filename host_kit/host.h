@@ -16,7 +16,7 @@ struct HostIdentity {
     A_long applId = PF_AppID_AfterEffects;
     PF_SpecVersion version{13, 0};
     bool renderEngine = false;
-    std::string pluginPath;      ///< the module's file, as get_platform_data tells it
+    std::string pluginPath{};    ///< the module's file, as get_platform_data tells it
     void* mainWindow = nullptr;  ///< native handle of the main window
 };
 

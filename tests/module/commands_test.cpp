@@ -110,7 +110,7 @@ TEST(SequenceData, IsFlattenedIntoACopy) {
         const bool rewrites = flatten == &Instance::sequenceFlatten;
         if (!rewrites && !ForMultiFrame()) continue;
         for (const bool renderEngine : {false, true}) {  // which keeps the record as it came
-            const Session session({}, HostNamed(PF_AppID_AfterEffects, {13, 0}, renderEngine));
+            const Session session({}, HostIdentity{PF_AppID_AfterEffects, {13, 0}, renderEngine});
             Instance instance(session.effect);
             std::vector<std::byte> flat;
             EXPECT_EQ((instance.*flatten)(flat).error, PF_Err_INTERNAL_STRUCT_DAMAGED)

@@ -14,9 +14,9 @@ namespace {
 
 constexpr PF_Err faultCode = 1234;
 
-const HostIdentity hosts[] = {HostNamed(PF_AppID_AfterEffects, {13, 0}),
-                              HostNamed(PF_AppID_AfterEffects, {13, 0}, true),
-                              HostNamed(PF_AppID_Premiere, {13, 0})};
+const HostIdentity hosts[] = {{PF_AppID_AfterEffects, {13, 0}},
+                              {PF_AppID_AfterEffects, {13, 0}, true},
+                              {PF_AppID_Premiere, {13, 0}}};
 
 /// What a command has to answer when a call reports an error, and when the call gives null. The
 /// other calls may fail in silence.

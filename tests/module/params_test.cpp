@@ -62,11 +62,11 @@ constexpr char stored[] =
 constexpr char fromFile[] = "300 0 -3 1 255,0,7,255 9 1 ";
 
 TEST(ParamsSetup, DeclaresTheControls) {
-    const HostIdentity old = HostNamed(PF_AppID_AfterEffects, {12, 11});
-    const HostIdentity older = HostNamed(PF_AppID_AfterEffects, {11, 99});
-    const HostIdentity recent = HostNamed(PF_AppID_AfterEffects, {12, 12});
-    const HostIdentity oldPremiere = HostNamed(PF_AppID_Premiere, {12, 11}, true);
-    const HostIdentity engine = HostNamed(PF_AppID_AfterEffects, {13, 0}, true);
+    const HostIdentity old{PF_AppID_AfterEffects, {12, 11}};
+    const HostIdentity older{PF_AppID_AfterEffects, {11, 99}};
+    const HostIdentity recent{PF_AppID_AfterEffects, {12, 12}};
+    const HostIdentity oldPremiere{PF_AppID_Premiere, {12, 11}, true};
+    const HostIdentity engine{PF_AppID_AfterEffects, {13, 0}, true};
     const struct {
         HostIdentity identity;
         std::string ini;

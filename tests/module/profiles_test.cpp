@@ -13,9 +13,9 @@ const struct {
     HostIdentity identity;
     MultiFrameRules rules;
 } profiles[] = {
-    {"older", HostNamed(PF_AppID_AfterEffects, {13, 0}), MultiFrameRules::Unknown},
-    {"2022 and later", HostNamed(PF_AppID_AfterEffects, {13, 25}), MultiFrameRules::Enforced},
-    {"editor", HostNamed(PF_AppID_Premiere, {13, 4}), MultiFrameRules::Unknown},
+    {"older", {PF_AppID_AfterEffects, {13, 0}}, MultiFrameRules::Unknown},
+    {"2022 and later", {PF_AppID_AfterEffects, {13, 25}}, MultiFrameRules::Enforced},
+    {"editor", {PF_AppID_Premiere, {13, 4}}, MultiFrameRules::Unknown},
 };
 
 TEST(Profiles, ServeEveryCommand) {

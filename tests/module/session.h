@@ -35,6 +35,12 @@ inline std::filesystem::path ModuleFile() {
 /// Whether that is the one for hosts that render several frames at once.
 inline bool ForMultiFrame() { return ModuleFile().parent_path().filename() == "mfr"; }
 
+/// Copies it into the folder; returns its path there.
+inline std::filesystem::path CopyModule(const std::filesystem::path& folder) {
+    std::filesystem::copy_file(ModuleFile(), folder / MODULE_FILE);
+    return folder / MODULE_FILE;
+}
+
 /// A host with a copy of the module in a folder of its own: its once-only values are fresh and its
 /// defaults file is `ini`. Set up and with its parameters declared; every loan has to be back in
 /// the end.
@@ -62,24 +68,12 @@ class Session {
     }
 
     TempFolder folder;
-    host_kit::Module module{copyModule()};
+    host_kit::Module module{CopyModule(folder.path())};
     host_kit::MultiFrameHost host;
     host_kit::Effect effect{host, module.entryPoint()};
-
-  private:
-    std::filesystem::path copyModule() {
-        const std::filesystem::path copy = folder.path() / MODULE_FILE;
-        std::filesystem::copy_file(ModuleFile(), copy);
-        return copy;
-    }
 };
 
 inline constexpr char flatLayout[] = "[ui]\nColorkeyGroup=0\n";
-
-inline host_kit::HostIdentity HostNamed(A_long applId, PF_SpecVersion version,
-                                        bool renderEngine = false) {
-    return {applId, version, renderEngine, {}, nullptr};
-}
 
 /// Sets every control; of the key colour's components the low byte counts.
 inline void SetControls(host_kit::Instance& instance, const EffectValues& v) {

@@ -31,7 +31,7 @@ std::string InLines(const std::string& words) {
     return std::regex_replace(words, std::regex(" "), "\n");
 }
 
-const HostIdentity ignoresDefaults = HostNamed(PF_AppID_AfterEffects, {12, 11});
+const HostIdentity ignoresDefaults{PF_AppID_AfterEffects, {12, 11}};
 
 /// A module with one instance in a host that has a user before it.
 class Desk {
@@ -93,8 +93,8 @@ TEST(OptionsDialog, WritesTheFileOnlyWhenTheDefaultsHaveChanged) {
 
 TEST(OptionsDialog, AHostThatIgnoresDefaultsGetsTheCheckboxOnly) {
     for (const auto& [host, buttons] : {std::pair{ignoresDefaults, false},
-                                        {HostNamed(PF_AppID_AfterEffects, {12, 12}), true},
-                                        {HostNamed(PF_AppID_Premiere, {11, 0}), true}}) {
+                                        {HostIdentity{PF_AppID_AfterEffects, {12, 12}}, true},
+                                        {HostIdentity{PF_AppID_Premiere, {11, 0}}, true}}) {
         const auto seen = Desk({}, host).work({escape});
         ASSERT_TRUE(seen);
         EXPECT_EQ(seen->controls.at(store).enabled, buttons);
@@ -164,8 +164,7 @@ TEST(OptionsDialog, OpensAndStoresWhereTheHostsPathLeadsNowhere) {
         Desk desk;
         const std::filesystem::path folder = desk.session.folder.path() / u"\u30D7\u0119\u05D0";
         std::filesystem::create_directory(folder);
-        std::filesystem::copy_file(ModuleFile(), folder / MODULE_FILE);
-        const Module module(folder / MODULE_FILE);
+        const Module module(CopyModule(folder));
         desk.session.host.identity.pluginPath = desk.session.folder.file(told);
         Effect effect(desk.session.host, module.entryPoint());
         ASSERT_TRUE(effect.paramsSetup().ok());
