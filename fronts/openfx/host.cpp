@@ -92,7 +92,7 @@ void Image::read() {
     for (const Components& known : componentKinds) {
         if (properties.is("OfxImageEffectPropComponents", known.name)) components = &known;
     }
-    if (depth == nullptr || components == nullptr) throw ofx::badImageFormat;
+    if (depth == nullptr || components == nullptr) return Require(ofx::badImageFormat);
     const bool isPremultiplied =
         properties.is("OfxImageEffectPropPreMultiplication", "OfxImageAlphaPremultiplied");
     const bool multiplies = isPremultiplied && components->order == NEVREL_RGBA;

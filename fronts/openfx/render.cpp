@@ -89,7 +89,7 @@ void SmoothIfAble(ofx::Effect effect, const nevrel_settings& settings, const Ima
     if (settings.color_key_enable != 0 && source.order == NEVREL_RGB)
         Refuse(effect, ofx::unsupported, "the colour key needs a clip with alpha");
     const nevrel_status status = Smooth(effect, settings, source, output, area);
-    if (status == NEVREL_OUT_OF_MEMORY) throw ofx::outOfMemory;
+    if (status == NEVREL_OUT_OF_MEMORY) Require(ofx::outOfMemory);
     if (status != NEVREL_OK && status != NEVREL_CANCELLED)  // the latter by the host itself
         Refuse(effect, ofx::badImageFormat, nevrel_status_text(status));
 }
