@@ -19,7 +19,7 @@ add_custom_target(nevrel_texts ALL DEPENDS ${texts}/nevrel.1.gz)
 
 set(component COMPONENT command)
 install(TARGETS nevrel_command ${component})
-install(TARGETS nevrel_module LIBRARY DESTINATION ${NEVREL_MODULE_FOLDER} ${component})
+install(TARGETS nevrel_module nevrel_pictures LIBRARY DESTINATION ${NEVREL_MODULE_FOLDER} ${component})
 install(FILES ${texts}/nevrel.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 ${component})
 install(FILES ${texts}/nevrel DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions ${component})
 install(FILES ${texts}/_nevrel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${component})

@@ -49,10 +49,10 @@ std::size_t ReadAll(std::span<std::byte> bytes, const std::string& frame) {
 }  // namespace
 
 RawFormat ParseRawFormat(const std::string& text) {
-    constexpr std::array<std::pair<std::string_view, OIIO::TypeDesc::BASETYPE>, 3> kinds{
-        {{"rgba", OIIO::TypeDesc::UINT8},
-         {"rgba64le", OIIO::TypeDesc::UINT16},
-         {"rgbaf32le", OIIO::TypeDesc::FLOAT}}};
+    constexpr std::array<std::pair<std::string_view, SampleType>, 3> kinds{
+        {{"rgba", SampleType::UInt8},
+         {"rgba64le", SampleType::UInt16},
+         {"rgbaf32le", SampleType::Float}}};
     RawFormat format{};
     std::string_view rest = text;
     const bool hasSize = TakeSide(rest, format.width) && TakeSign(rest, 'x') &&
@@ -69,10 +69,10 @@ RawFormat ParseRawFormat(const std::string& text) {
 
 void SmoothRawFrames(host_kit::Instance& instance, const SmoothSettings& settings,
                      const RawFormat& format, const std::filesystem::path& mask) {
-    const OIIO::ImageSpec spec(format.width, format.height, 4, format.samples);
+    const PartSpec spec = MakeSpec(format.width, format.height, 4, format.samples);
     Picture picture{"raw", {}, {}};
     picture.parts.push_back(MakePart(spec, false));
-    const std::span bytes(picture.parts.front().samples.get(), spec.image_bytes());
+    const std::span bytes(picture.parts.front().samples.get(), spec.bytes());
     for (long number = 1;; ++number) {
         const std::string frame = "frame " + std::to_string(number);
         const std::size_t size = ReadAll(bytes, frame);

@@ -10,7 +10,7 @@ namespace nevrel {
 /// The form of raw frames: rows without gaps from the top, straight RGBA in the order of the name.
 struct RawFormat {
     int width, height;
-    OIIO::TypeDesc samples;
+    SampleType samples;
 };
 
 /// Reads "1920x1080:rgba", and the same with "rgba64le" or "rgbaf32le". Throws UsageError.

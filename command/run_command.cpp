@@ -17,6 +17,7 @@
 #include "command/describe_module.h"
 #include "command/errors.h"
 #include "command/files/ending_signals.h"
+#include "command/files/own_files.h"
 #include "command/manual.h"
 #include "command/raw_frames.h"
 #include "command/session.h"
@@ -218,7 +219,7 @@ void RequirePrinted() {
 
 int Run(int argc, const char* const* argv, const Complain& complain) {
     CommandLine line;
-    line.modulePath = DefaultModulePath().string();
+    line.modulePath = OwnFile("nevrel.so").string();
     const std::unique_ptr<CLI::App> app = MakeParser(line);
     try {
         app->parse(argc, argv);

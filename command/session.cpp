@@ -22,16 +22,6 @@ Session::Session(const std::filesystem::path& modulePath, HWND mainWindow)
     require("parameter set-up", effect_.paramsSetup());
 }
 
-std::filesystem::path DefaultModulePath() {
-    constexpr char name[] = "nevrel.so";
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    std::filesystem::path module = program;
-    module.replace_filename(name);
-    if (std::error_code error; std::filesystem::exists(module, error)) return module;
-    const std::filesystem::path installed = program.parent_path() / NEVREL_MODULE_FOLDER / name;
-    return installed.lexically_normal();
-}
-
 std::string FailureText(const CommandResult& result) {
     const std::string message(result.out.return_msg,
                               strnlen(result.out.return_msg, sizeof result.out.return_msg));

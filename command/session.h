@@ -23,9 +23,6 @@ class Session {
     host_kit::Effect effect_;
 };
 
-/// The module beside the running program, or else in the folder that both are installed with.
-[[nodiscard]] std::filesystem::path DefaultModulePath();
-
 /// "failed with code N", and the effect's own message if it gave one.
 [[nodiscard]] std::string FailureText(const host_kit::CommandResult& result);
 

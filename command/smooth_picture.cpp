@@ -8,6 +8,7 @@
 #include "command/errors.h"
 #include "command/files/ending_signals.h"
 #include "command/pictures/color_channels.h"
+#include "command/pictures/picture_library.h"
 #include "command/pictures/picture_pixels.h"
 #include "command/pictures/sample_types.h"
 #include "command/render_part.h"
@@ -22,17 +23,16 @@ using host_kit::Instance;
 void Adapt(Part& part, const ColorChannels& channels, const Picture& input,
            const std::string& format, const std::filesystem::path& path) {
     const bool associated = StoresAssociated(format, input.format, part);
-    const bool mixedTypes = !part.spec.channelformats.empty() && format != input.format;
+    const bool mixedTypes = !part.spec.type() && format != input.format;
     if (!mixedTypes && (channels.alpha < 0 || associated == part.associated)) {
         part.associated = associated;
         return;
     }
-    for (int channel = 0; channel < part.spec.nchannels; ++channel) {
-        if (WithSampleType(part.channelType(channel), [](auto) {})) continue;
-        throw PictureError(path,
-                           std::string(format)
-                               .append(" cannot hold the samples of channel ")
-                               .append(part.spec.channelnames[static_cast<std::size_t>(channel)]));
+    for (const ChannelSpec& channel : part.spec.channels) {
+        if (WithSampleType(channel.type, [](auto) {})) continue;
+        throw PictureError(path, std::string(format)
+                                     .append(" cannot hold the samples of channel ")
+                                     .append(channel.name));
     }
     part = Recast(part, channels, associated);
 }
@@ -58,8 +58,9 @@ std::vector<ColorChannels> ChannelsToSmooth(const SmoothSettings& settings, cons
 void WarnOfLinearLight(const Part& part, const std::string& from, const PicturePaths& paths,
                        const std::string& format, Remarks& remarks) {
     const bool isForScreens = format == "png" || format == "bmp" || format == "targa";
-    if (!isForScreens || from == format || !part.spec.format.is_floating_point()) return;
-    if (part.spec.get_string_attribute("oiio:ColorSpace") != "Linear") return;
+    const auto isFloat = [](const ChannelSpec& channel) { return IsFloat(channel.type); };
+    if (!isForScreens || from == format || !part.spec.isLinear) return;
+    if (std::none_of(part.spec.channels.begin(), part.spec.channels.end(), isFloat)) return;
     remarks.warnings.push_back(paths.output.string() + ": holds the linear values of " +
                                paths.input.string() + " as they are, which " + format +
                                " viewers show too dark");
@@ -77,13 +78,6 @@ std::string OutputFormat(const SmoothSettings& settings, const PicturePaths& pat
     if (paths.output.empty()) return "";
     if (paths.output != standardStream) return FormatForPath(paths.output);
     return settings.streamFormat.empty() ? "" : FormatForPath("*." + settings.streamFormat);
-}
-
-/// Lets the picture library use so many threads for one picture.
-void SetLibraryThreads(int threads) {
-    OIIO::attribute("threads", threads);
-    OIIO::attribute("exr_threads",
-                    threads > 1 ? threads : -1);  // a pool of one would be one thread too many
 }
 
 }  // namespace
@@ -104,11 +98,11 @@ void SmoothPart(Instance& instance, const SmoothSettings& settings, const Pictur
         Adapt(part, channels, picture, format, paths.output);
         const bool keyed = instance.param(idColorKeyEnable).u.bd.value != 0;
         if (keyed && channels.alpha < 0) AddAlpha(part, channels);
-        if (part.spec.nchannels == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
+        if (part.spec.channels.size() == 2 && channels.alpha >= 0 && !HoldsGreyWithAlpha(format))
             ExpandGrey(part, channels);
         StorePixels(rendered.before(), rendered.after(), channels, part);
-        const int bits = part.spec.get_int_attribute("oiio:BitsPerSample");
-        if (part.spec.format == OIIO::TypeDesc::UINT16 && bits > 8 && bits < 16)
+        const int bits = part.spec.bits;
+        if (part.spec.type() == SampleType::UInt16 && bits > 8 && bits < 16)
             RoundToBits(part, bits);
     });
 }
@@ -117,7 +111,8 @@ void SmoothPicture(Instance& instance, const SmoothSettings& settings, const Pic
                    Remarks& remarks) try {
     std::string format = OutputFormat(settings, paths);
     Picture picture = remarks.times.measure(Stage::Decode, [&] {
-        return paths.input == standardStream ? ReadStandardInput() : ReadPicture(paths.input);
+        return paths.input == standardStream ? ReadStandardInput(format)
+                                             : ReadPicture(paths.input, format);
     });
     if (format.empty()) format = picture.format;
     std::vector<ColorChannels> channels = ChannelsToSmooth(settings, picture, paths.input, remarks);
@@ -154,7 +149,7 @@ Outcome TrySmoothing(Instance& instance, const SmoothSettings& settings, Existin
 
 int SmoothPictures(Instance& instance, const SmoothSettings& settings, const RunSettings& run,
                    const PictureList& pictures, const Complain& complain) {
-    SetLibraryThreads(std::max(1, static_cast<int>(run.jobs / pictures.size())));
+    UseThreads(std::max(1, static_cast<int>(run.jobs / pictures.size())));
     Progress progress(run.progress, pictures.size(), complain);
     const LastWords interrupted([&progress] {
         progress.interrupt("; the same command with --skip-existing does the rest");

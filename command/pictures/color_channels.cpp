@@ -22,13 +22,13 @@ bool SameWord(std::string_view a, std::string_view b) {
 /// holds.
 std::string_view Prefix(std::string_view name) { return name.substr(0, name.rfind('.') + 1); }
 
-int FindChannel(const OIIO::ImageSpec& spec, std::string_view prefix,
+int FindChannel(const PartSpec& spec, std::string_view prefix,
                 std::initializer_list<std::string_view> words) {
-    for (int i = 0; i < spec.nchannels; ++i) {
-        const std::string_view name = spec.channelnames[static_cast<std::size_t>(i)];
+    for (std::size_t i = 0; i < spec.channels.size(); ++i) {
+        const std::string_view name = spec.channels[i].name;
         if (Prefix(name) != prefix) continue;
         for (const std::string_view word : words) {
-            if (SameWord(name.substr(prefix.size()), word)) return i;
+            if (SameWord(name.substr(prefix.size()), word)) return static_cast<int>(i);
         }
     }
     return -1;
@@ -39,7 +39,7 @@ bool IsComplete(const ColorChannels& channels) {
 }
 
 ColorChannels ChannelsByName(const Picture& picture, std::size_t part, const std::string& prefix) {
-    const OIIO::ImageSpec& spec = picture.parts[part].spec;
+    const PartSpec& spec = picture.parts[part].spec;
     ColorChannels channels{part,
                            FindChannel(spec, prefix, {"R", "red"}),
                            FindChannel(spec, prefix, {"G", "green"}),
@@ -55,9 +55,9 @@ ColorChannels ChannelsByName(const Picture& picture, std::size_t part, const std
 
 /// Formats that store no channel names: colour comes first.
 ColorChannels ChannelsByPlace(const Picture& picture, std::size_t part) {
-    const OIIO::ImageSpec& spec = picture.parts[part].spec;
-    if (spec.nchannels < 3) return {part, 0, 0, 0, spec.alpha_channel, ""};
-    return {part, 0, 1, 2, spec.alpha_channel, ""};
+    const PartSpec& spec = picture.parts[part].spec;
+    if (spec.channels.size() < 3) return {part, 0, 0, 0, spec.alphaChannel, ""};
+    return {part, 0, 1, 2, spec.alphaChannel, ""};
 }
 
 struct Layer {
@@ -65,16 +65,16 @@ struct Layer {
     ColorChannels channels;
 };
 
-std::string LayerName(const OIIO::ImageSpec& spec, const std::string& prefix) {
+std::string LayerName(const PartSpec& spec, const std::string& prefix) {
     if (!prefix.empty()) return prefix.substr(0, prefix.size() - 1);
-    return spec.get_string_attribute("oiio:subimagename", spec.get_string_attribute("name"));
+    return spec.name;
 }
 
 /// Every set of colour channels in a part whose format names its channels.
 void AddNamedLayers(const Picture& picture, std::size_t part, std::vector<Layer>& layers) {
-    const OIIO::ImageSpec& spec = picture.parts[part].spec;
+    const PartSpec& spec = picture.parts[part].spec;
     std::vector<std::string> prefixes;
-    for (const std::string& name : spec.channelnames) {
+    for (const std::string& name : spec.channelNames()) {
         const std::string prefix(Prefix(name));
         if (std::find(prefixes.begin(), prefixes.end(), prefix) != prefixes.end()) continue;
         prefixes.push_back(prefix);
@@ -94,7 +94,7 @@ std::vector<Layer> Layers(const Picture& picture, const std::filesystem::path& p
         }
     }
     if (layers.empty()) {
-        const std::string channels = Join(picture.parts.front().spec.channelnames);
+        const std::string channels = Join(picture.parts.front().spec.channelNames());
         throw PictureError(path, "has no color channels; there are " + channels);
     }
     return layers;
@@ -155,14 +155,14 @@ PF_PixelFormat OwnDepth(const Part& part, const ColorChannels& channels,
     PF_PixelFormat depth = PF_PixelFormat_ARGB32;
     for (const int channel : {channels.red, channels.green, channels.blue, channels.alpha}) {
         if (channel < 0) continue;
-        const OIIO::TypeDesc type = part.channelType(channel);
-        if (type == OIIO::TypeDesc::UINT8) continue;
-        if (type == OIIO::TypeDesc::UINT16) {
+        const SampleType type = part.channel(channel).type;
+        if (type == SampleType::UInt8) continue;
+        if (type == SampleType::UInt16) {
             if (depth == PF_PixelFormat_ARGB32) depth = PF_PixelFormat_ARGB64;
-        } else if (type.is_floating_point()) {
+        } else if (IsFloat(type)) {
             depth = PF_PixelFormat_ARGB128;
         } else {
-            throw PictureError(path, std::string("its color channels hold ") + type.c_str() +
+            throw PictureError(path, std::string("its color channels hold ") + SampleName(type) +
                                          " samples, which are not supported");
         }
     }

@@ -135,18 +135,17 @@ void DpxFile::requireAlignedWithin(std::uint64_t actualSize, std::uint64_t rowSi
 }
 
 void DpxFile::read(Part& part) const {
-    part.spec.attribute("oiio:Endian", order_ == ByteOrder::BigEndian ? "big" : "little");
     const DpxRow row = this->row();
-    const OIIO::ImageSpec& spec = part.spec;
+    const PartSpec& spec = part.spec;
     const std::size_t sampleSize = bits_ == 8 ? 1 : 2;
     if (static_cast<std::size_t>(spec.width) != width_ ||
         static_cast<std::size_t>(spec.height) != height_ ||
-        spec.pixel_bytes(true) != channels_ * sampleSize)
+        spec.pixelBytes() != channels_ * sampleSize)
         throw UnreadablePicture(path_, "has a header that contradicts itself");
     std::ifstream file(path_, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(offset_));
     std::vector<std::byte> bytes(rowSize_);
-    const auto stride = static_cast<std::size_t>(spec.scanline_bytes(true));
+    const auto stride = spec.rowBytes();
     for (std::size_t y = 0; y < height_; ++y) {
         if (!file.read(reinterpret_cast<char*>(bytes.data()),
                        static_cast<std::streamsize>(bytes.size())))
@@ -155,7 +154,7 @@ void DpxFile::read(Part& part) const {
     }
 }
 
-void LayDpxRows(const Part& part, MemoryFile& file) {
+void LayDpxRows(const Part& part, const std::string& packingName, MemoryFile& file) {
     std::array<std::byte, headerSize> bytes{};
     std::copy_n(file.bytes().begin(), bytes.size(), bytes.begin());
     const Header header(bytes);
@@ -166,15 +165,14 @@ void LayDpxRows(const Part& part, MemoryFile& file) {
         PutNumber(number, value, order);
         file.set(field.at, value);
     };
-    const std::string name = part.spec.get_string_attribute("dpx:Packing");
-    const DpxPacking packing = name == "Packed"             ? DpxPacking::Packed
-                               : name == "Filled, method B" ? DpxPacking::FilledLow
-                                                            : DpxPacking::FilledHigh;
+    const DpxPacking packing = packingName == "Packed"             ? DpxPacking::Packed
+                               : packingName == "Filled, method B" ? DpxPacking::FilledLow
+                                                                   : DpxPacking::FilledHigh;
     const DpxRow row(order, static_cast<unsigned>(header[fields::bits]), packing,
                      header[fields::width], Channels(header[fields::descriptor]));
     std::vector<std::byte> padded(row.paddedBytes());
     const std::uint64_t offset = header[fields::elementOffset];
-    const auto stride = static_cast<std::size_t>(part.spec.scanline_bytes(true));
+    const auto stride = part.spec.rowBytes();
     const std::uint64_t rows = header[fields::height];
     for (std::size_t y = 0; y < rows; ++y) {
         row.pack(part.samples.get() + y * stride, padded);

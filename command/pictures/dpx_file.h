@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "command/files/memory_file.h"
 #include "command/pictures/dpx_row.h"
@@ -20,8 +21,9 @@ class DpxFile {
 
     /// Whether every sample fills words of its own, as the picture library reads them well.
     [[nodiscard]] bool isWordwise() const { return bits_ >= 32; }
-    /// Fills the part, which has the picture's size and channels, with the file's samples and
-    /// its description with their byte order. Throws UnreadablePicture.
+    [[nodiscard]] ByteOrder order() const { return order_; }
+    /// Fills the part, which has the picture's size and channels, with the file's samples. Throws
+    /// UnreadablePicture.
     void read(Part& part) const;
 
   private:
@@ -39,8 +41,8 @@ class DpxFile {
 };
 
 /// Lays the part's 8-bit or 16-bit samples anew into a DPX that the picture library made of it:
-/// packed or filled as the attribute "dpx:Packing" says, each row padded to 32 bits, and the header
+/// packed or filled as `packingName` says, each row padded to 32 bits, and the header
 /// telling so. Throws std::system_error.
-void LayDpxRows(const Part& part, MemoryFile& file);
+void LayDpxRows(const Part& part, const std::string& packingName, MemoryFile& file);
 
 }  // namespace nevrel

@@ -6,6 +6,7 @@
 #include <cassert>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <numeric>
 #include <type_traits>
 #include <utility>
@@ -93,9 +94,9 @@ bool SameBits(float a, float b) {
 /// Calls `action` with a view of the channel, typed as its samples are.
 template <typename Action>
 void WithChannel(const Part& part, int channel, Action&& action) {
-    [[maybe_unused]] const bool known = WithSampleType(part.channelType(channel), [&](auto sample) {
-        action(ChannelView<decltype(sample)>(part, channel), sample);
-    });
+    [[maybe_unused]] const bool known = WithSampleType(
+        part.channel(channel).type,
+        [&](auto sample) { action(ChannelView<decltype(sample)>(part, channel), sample); });
     assert(known);
 }
 
@@ -103,7 +104,7 @@ void WithChannel(const Part& part, int channel, Action&& action) {
 /// numbers.
 template <typename Action>
 void WithRawChannel(const Part& part, int channel, Action&& action) {
-    switch (part.channelType(channel).size()) {
+    switch (SampleBytes(part.channel(channel).type)) {
         case 1:
             action(ChannelView<std::uint8_t>(part, channel));
             break;
@@ -214,18 +215,13 @@ void MixPixel(const View& before, const View& after, std::size_t pixel, double w
     }
 }
 
-/// A part whose channels are those at `sources` in `part`, or opaque alpha of the type of channel
-/// `like`.
-Part Rearranged(const Part& part, OIIO::ImageSpec spec, const std::vector<int>& sources, int like) {
-    spec.nchannels = static_cast<int>(sources.size());
-    if (!spec.channelformats.empty()) {
-        spec.channelformats.clear();
-        for (const int source : sources) {
-            spec.channelformats.push_back(part.channelType(source == opaqueAlpha ? like : source));
-        }
-    }
+/// A part whose channels, named by `spec`, are those at `sources` in `part`, or opaque alpha of the
+/// type of channel `like`.
+Part Rearranged(const Part& part, PartSpec spec, const std::vector<int>& sources, int like) {
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        spec.channels[i].type = part.channel(sources[i] == opaqueAlpha ? like : sources[i]).type;
     Part arranged = MakePart(spec, part.associated);
-    for (int channel = 0; channel < spec.nchannels; ++channel) {
+    for (int channel = 0; channel < static_cast<int>(sources.size()); ++channel) {
         const int source = sources[static_cast<std::size_t>(channel)];
         if (source == opaqueAlpha) {
             FillOpaque(arranged, channel);
@@ -303,22 +299,22 @@ void ApplyMask(const Part& mask, const ColorChannels& channels, const World& bef
 void AddAlpha(Part& part, ColorChannels& channels) {
     assert(channels.alpha < 0);
     const int place = std::max({channels.red, channels.green, channels.blue}) + 1;
-    OIIO::ImageSpec spec = part.spec;
-    std::vector<int> sources(static_cast<std::size_t>(spec.nchannels));
+    PartSpec spec = part.spec;
+    std::vector<int> sources(spec.channels.size());
     std::iota(sources.begin(), sources.end(), 0);
     sources.insert(sources.begin() + place, opaqueAlpha);
-    spec.channelnames.insert(spec.channelnames.begin() + place, channels.prefix + "A");
-    for (int* named : {&spec.alpha_channel, &spec.z_channel}) *named += *named >= place ? 1 : 0;
-    if (spec.alpha_channel < 0) spec.alpha_channel = place;
+    spec.channels.insert(spec.channels.begin() + place, {channels.prefix + "A", {}});
+    for (int* named : {&spec.alphaChannel, &spec.depthChannel}) *named += *named >= place ? 1 : 0;
+    if (spec.alphaChannel < 0) spec.alphaChannel = place;
     part = Rearranged(part, spec, sources, channels.green);
     channels.alpha = place;
 }
 
 void ExpandGrey(Part& part, ColorChannels& channels) {
     assert(channels.isGrey() && channels.alpha >= 0);
-    OIIO::ImageSpec spec = part.spec;
-    spec.channelnames = {"R", "G", "B", "A"};
-    spec.alpha_channel = 3;
+    PartSpec spec = part.spec;
+    spec.channels = {{"R", {}}, {"G", {}}, {"B", {}}, {"A", {}}};
+    spec.alphaChannel = 3;
     part = Rearranged(part, spec, {channels.red, channels.red, channels.red, channels.alpha},
                       channels.red);
     channels = {channels.part, 0, 1, 2, 3, ""};
@@ -328,7 +324,7 @@ void RoundToBits(Part& part, int bits) {
     assert(bits > 8 && bits <= 16);
     const double largest = (1U << static_cast<unsigned>(bits)) - 1;
     const int rest = 16 - bits;
-    for (int channel = 0; channel < part.spec.nchannels; ++channel) {
+    for (int channel = 0; channel < std::ssize(part.spec.channels); ++channel) {
         const ChannelView<std::uint16_t> samples(part, channel);
         for (std::size_t i = 0; i < part.pixels(); ++i) {
             const long rounded = std::lround(ToUnit(samples.get(i)) * largest);
@@ -338,10 +334,10 @@ void RoundToBits(Part& part, int bits) {
 }
 
 Part ToIntegers(const Part& part) {
-    OIIO::ImageSpec spec = part.spec;
-    spec.set_format(OIIO::TypeDesc::UINT16);
+    PartSpec spec = part.spec;
+    spec.setType(SampleType::UInt16);
     Part integers = MakePart(spec, part.associated);
-    for (int channel = 0; channel < spec.nchannels; ++channel) {
+    for (int channel = 0; channel < std::ssize(spec.channels); ++channel) {
         const ChannelView<std::uint16_t> target(integers, channel);
         WithChannel(part, channel, [&](auto samples, auto) {
             for (std::size_t i = 0; i < part.pixels(); ++i)
@@ -352,11 +348,10 @@ Part ToIntegers(const Part& part) {
 }
 
 Part Recast(const Part& part, const ColorChannels& channels, bool associated) {
-    OIIO::ImageSpec spec = part.spec;
-    spec.set_format(OIIO::TypeDesc::FLOAT);
-    spec.channelformats.clear();
+    PartSpec spec = part.spec;
+    spec.setType(SampleType::Float);
     Part recast = MakePart(spec, associated);
-    for (int channel = 0; channel < spec.nchannels; ++channel) {
+    for (int channel = 0; channel < std::ssize(spec.channels); ++channel) {
         const ChannelView<float> target(recast, channel);
         const bool isColor =
             channel == channels.red || channel == channels.green || channel == channels.blue;

@@ -34,7 +34,7 @@ PngEncoder::PngEncoder(const std::filesystem::path& path, MemoryFile& file, cons
     require(spng_set_option(context_.get(), SPNG_FILTER_CHOICE, effort.filters));
 }
 
-void PngEncoder::setHeader(const OIIO::ImageSpec& spec, PngColorType type, unsigned bits) {
+void PngEncoder::setHeader(const PartSpec& spec, PngColorType type, unsigned bits) {
     spng_ihdr header{};
     header.width = static_cast<std::uint32_t>(spec.width);
     header.height = static_cast<std::uint32_t>(spec.height);
@@ -66,12 +66,12 @@ void PngEncoder::setChunks(std::vector<PngChunk>& chunks) {
                                     static_cast<std::uint32_t>(chunkList_.size())));
 }
 
-void PngEncoder::setMetadata(const OIIO::ImageSpec& spec) {
-    setProfile(spec);
-    setGamma(spec);
-    setResolution(spec);
-    setDate(spec);
-    setTexts(spec);
+void PngEncoder::setMetadata(const Metadata& metadata) {
+    setProfile(metadata);
+    if (metadata.gamma > 0) require(spng_set_gama(context_.get(), 1.0 / metadata.gamma));
+    setResolution(metadata);
+    setDate(metadata.date);
+    setTexts(metadata);
 }
 
 void PngEncoder::writePixels(std::span<const std::byte> pixels) {
@@ -93,37 +93,24 @@ int PngEncoder::Write(spng_ctx*, void* self, void* bytes, std::size_t size) {
     return 0;
 }
 
-void PngEncoder::setProfile(const OIIO::ImageSpec& spec) {
-    const auto* profile = spec.find_attribute("ICCProfile");
-    if (profile == nullptr) return;
-    profile_.resize(static_cast<std::size_t>(profile->datasize()));
-    std::memcpy(profile_.data(), profile->data(), profile_.size());
+void PngEncoder::setProfile(const Metadata& metadata) {
+    if (metadata.profile.empty()) return;
+    profile_ = metadata.profile;
     spng_iccp chunk{"ICC profile", profile_.size(), profile_.data()};
     require(spng_set_iccp(context_.get(), &chunk));
 }
 
-void PngEncoder::setGamma(const OIIO::ImageSpec& spec) {
-    const std::string space = spec.get_string_attribute("oiio:ColorSpace");
-    const bool isTold = space.starts_with("Gamma");
-    const float gamma = spec.get_float_attribute("oiio:Gamma");
-    if (isTold && gamma > 0) require(spng_set_gama(context_.get(), 1.0 / gamma));
-}
-
-void PngEncoder::setResolution(const OIIO::ImageSpec& spec) {
-    const std::string unit = spec.get_string_attribute("ResolutionUnit");
-    const double perMetre = unit == "in" ? 1 / 0.0254 : unit == "cm" ? 100 : 1;
-    const auto dots = [&](const char* name) {
-        const double number = spec.get_float_attribute(name) * perMetre;
+void PngEncoder::setResolution(const Metadata& metadata) {
+    const auto dots = [](double number) {
         return number >= 1 && number < 1e9 ? static_cast<std::uint32_t>(std::lround(number)) : 0;
     };
-    spng_phys chunk{dots("XResolution"), dots("YResolution"),
-                    static_cast<std::uint8_t>(unit == "in" || unit == "cm" ? 1 : 0)};
+    spng_phys chunk{dots(metadata.dotsX), dots(metadata.dotsY),
+                    static_cast<std::uint8_t>(metadata.areDotsPerMetre ? 1 : 0)};
     if (chunk.ppu_x > 0 && chunk.ppu_y > 0) require(spng_set_phys(context_.get(), &chunk));
 }
 
-void PngEncoder::setDate(const OIIO::ImageSpec& spec) {
+void PngEncoder::setDate(const std::string& date) {
     unsigned year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
-    const std::string date = spec.get_string_attribute("DateTime");
     if (std::sscanf(date.c_str(), "%4u:%2u:%2u %2u:%2u:%2u", &year, &month, &day, &hour, &minute,
                     &second) != 6)
         return;
@@ -137,27 +124,19 @@ void PngEncoder::setDate(const OIIO::ImageSpec& spec) {
     static_cast<void>(spng_set_time(context_.get(), &chunk));  // it may be no real date
 }
 
-void PngEncoder::setTexts(const OIIO::ImageSpec& spec) {
-    constexpr std::pair<const char*, const char*> texts[] = {{"ImageDescription", "Description"},
-                                                             {"DocumentName", "Title"},
-                                                             {"Artist", "Author"},
-                                                             {"Copyright", "Copyright"},
-                                                             {"Software", "Software"}};
-    for (const auto& [attribute, keyword] : texts) {
-        const std::string value = spec.get_string_attribute(attribute);
-        if (!value.empty()) addText(keyword, value);
-    }
+void PngEncoder::setTexts(const Metadata& metadata) {
+    for (const auto& [keyword, text] : metadata.texts) addText(keyword, text);
     if (texts_.empty()) return;
     for (std::size_t i = 0; i < texts_.size(); ++i) texts_[i].text = textValues_[i].data();
     require(
         spng_set_text(context_.get(), texts_.data(), static_cast<std::uint32_t>(texts_.size())));
 }
 
-void PngEncoder::addText(const char* keyword, const std::string& value) {
+void PngEncoder::addText(const std::string& keyword, const std::string& value) {
     static char none[] = "";
     const bool isAscii = std::all_of(value.begin(), value.end(), [](char c) { return c > 0; });
     spng_text chunk{};
-    std::snprintf(chunk.keyword, sizeof chunk.keyword, "%s", keyword);
+    std::snprintf(chunk.keyword, sizeof chunk.keyword, "%s", keyword.c_str());
     chunk.type = isAscii ? SPNG_TEXT : SPNG_ITXT;
     chunk.length = value.size();
     chunk.language_tag = chunk.translated_keyword = none;

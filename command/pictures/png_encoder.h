@@ -29,24 +29,23 @@ class PngEncoder {
   public:
     PngEncoder(const std::filesystem::path& path, MemoryFile& file, const PngEffort& effort);
 
-    void setHeader(const OIIO::ImageSpec& spec, PngColorType type, unsigned bits);
+    void setHeader(const PartSpec& spec, PngColorType type, unsigned bits);
     void setPalette(const std::vector<PngColor>& colors);
     /// The chunks must live until the pixels are written.
     void setChunks(std::vector<PngChunk>& chunks);
     /// Profile, gamma, resolution, date and texts of a picture that was no PNG.
-    void setMetadata(const OIIO::ImageSpec& spec);
+    void setMetadata(const Metadata& metadata);
     /// Rows without gaps, 16-bit samples in the machine's own order, and the end of the file.
     void writePixels(std::span<const std::byte> pixels);
 
   private:
     static int Write(spng_ctx* context, void* self, void* bytes, std::size_t size);
 
-    void setProfile(const OIIO::ImageSpec& spec);
-    void setGamma(const OIIO::ImageSpec& spec);
-    void setResolution(const OIIO::ImageSpec& spec);
-    void setDate(const OIIO::ImageSpec& spec);
-    void setTexts(const OIIO::ImageSpec& spec);
-    void addText(const char* keyword, const std::string& value);
+    void setProfile(const Metadata& metadata);
+    void setResolution(const Metadata& metadata);
+    void setDate(const std::string& date);
+    void setTexts(const Metadata& metadata);
+    void addText(const std::string& keyword, const std::string& value);
     void require(int result) const;
 
     const std::filesystem::path& path_;

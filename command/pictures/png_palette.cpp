@@ -35,7 +35,7 @@ class Palette {
 };
 
 PngColor ColorAt(const Part& part, std::size_t pixel) {
-    const auto channels = static_cast<std::size_t>(part.spec.nchannels);
+    const auto channels = part.spec.channels.size();
     PngColor color{0, 0, 0, 255};
     for (std::size_t c = 0; c < channels; ++c)
         color[c] = std::to_integer<std::uint8_t>(part.samples[pixel * channels + c]);
@@ -77,7 +77,7 @@ std::vector<std::byte> PackRows(const std::vector<std::uint8_t>& indices, std::s
 }  // namespace
 
 std::optional<IndexedPixels> IndexPixels(const Part& part, const std::vector<PngColor>& palette) {
-    assert(part.spec.format == OIIO::TypeDesc::UINT8 && part.spec.nchannels >= 3);
+    assert(part.spec.type() == SampleType::UInt8 && part.spec.channels.size() >= 3);
     std::vector<std::uint8_t> places;
     for (const std::vector<PngColor>& start : {palette, std::vector<PngColor>()}) {
         Palette found(start);

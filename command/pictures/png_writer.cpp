@@ -15,10 +15,10 @@
 namespace nevrel {
 namespace {
 
-PngColorType TypeOfChannels(int channels) {
+PngColorType TypeOfChannels(std::size_t channels) {
     constexpr std::array sampleTypes{PngColorType::Grey, PngColorType::GreyAlpha, PngColorType::Rgb,
                                      PngColorType::Rgba};
-    return sampleTypes.at(static_cast<std::size_t>(channels - 1));
+    return sampleTypes.at(channels - 1);
 }
 
 /// Pixels in the form that a PNG holds them.
@@ -83,10 +83,10 @@ std::vector<PngChunk> FittingChunks(const PngDetails& details, const Encoded& fo
 /// A few strips of the picture's rows, together.
 struct RowSample {
     std::vector<std::byte> pixels;
-    OIIO::ImageSpec spec;
+    PartSpec spec;
 };
 
-RowSample TakeSample(const Encoded& form, const OIIO::ImageSpec& spec) {
+RowSample TakeSample(const Encoded& form, const PartSpec& spec) {
     constexpr std::size_t strips = 4, rowsOfStrip = 8;
     const auto rows = static_cast<std::size_t>(spec.height);
     const std::size_t rowSize = form.pixels.size() / rows;
@@ -112,8 +112,8 @@ std::size_t SizeOf(const RowSample& sample, const Encoded& form, const PngEffort
 
 /// Flat paint packs better and much faster as it is, shaded paint and noise after filtering; which
 /// it is a sample of the rows tells.
-PngEffort ChooseEffort(const Encoded& form, const OIIO::ImageSpec& spec,
-                       const WriteSettings& settings, const std::filesystem::path& path) {
+PngEffort ChooseEffort(const Encoded& form, const PartSpec& spec, const WriteSettings& settings,
+                       const std::filesystem::path& path) {
     PngEffort effort;
     if (settings.compression) effort.level = *settings.compression;
     if (form.indexed != nullptr) return effort;
@@ -126,7 +126,7 @@ PngEffort ChooseEffort(const Encoded& form, const OIIO::ImageSpec& spec,
 
 void Encode(const Encoded& form, const Picture& picture, const std::filesystem::path& path,
             const WriteSettings& settings, MemoryFile& file, Remarks& remarks) {
-    const OIIO::ImageSpec& spec = picture.parts.front().spec;
+    const PartSpec& spec = picture.parts.front().spec;
     std::vector<PngChunk> chunks;
     if (picture.png) chunks = FittingChunks(*picture.png, form, path, remarks);
     PngEncoder encoder(path, file, ChooseEffort(form, spec, settings, path));
@@ -135,7 +135,7 @@ void Encode(const Encoded& form, const Picture& picture, const std::filesystem::
     if (picture.png) {
         encoder.setChunks(chunks);
     } else {
-        encoder.setMetadata(spec);
+        encoder.setMetadata(spec.metadata);
     }
     encoder.writePixels(form.pixels);
 }
@@ -155,14 +155,13 @@ void EncodePng(const Picture& picture, const std::filesystem::path& path,
         remarks.details.push_back(path.string() +
                                   ": has more than 256 colors and so no palette any more");
     }
-    const bool isByte = part.spec.format == OIIO::TypeDesc::UINT8;
-    const bool isInteger = isByte || part.spec.format == OIIO::TypeDesc::UINT16;
+    const bool isByte = part.spec.type() == SampleType::UInt8;
+    const bool isInteger = isByte || part.spec.type() == SampleType::UInt16;
     const Part converted = isInteger ? Part{} : ToIntegers(part);
     const Part& whole = isInteger ? part : converted;
-    const auto size = static_cast<std::size_t>(whole.spec.image_bytes(true));
-    Encode({TypeOfChannels(part.spec.nchannels),
+    Encode({TypeOfChannels(part.spec.channels.size()),
             isByte ? 8U : 16U,
-            {whole.samples.get(), size},
+            {whole.samples.get(), whole.spec.bytes()},
             nullptr},
            picture, path, settings, file, remarks);
 }

@@ -1,9 +1,10 @@
 // Conversions between the samples of files and the channels of the effect's pixels.
 #pragma once
 
-#include <OpenImageIO/half.h>
-#include <OpenImageIO/typedesc.h>
+#include <Imath/half.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
 
@@ -12,6 +13,34 @@
 #include "sdk/effect_api.h"
 
 namespace nevrel {
+
+/// What the samples of a file's channel are.
+enum class SampleType {
+    UInt8,
+    Int8,
+    UInt16,
+    Int16,
+    UInt32,
+    Int32,
+    UInt64,
+    Int64,
+    Half,
+    Float,
+    Double
+};
+
+[[nodiscard]] constexpr std::size_t SampleBytes(SampleType type) {
+    constexpr std::array<std::size_t, 11> bytes{1, 1, 2, 2, 4, 4, 8, 8, 2, 4, 8};
+    return bytes[static_cast<std::size_t>(type)];
+}
+
+[[nodiscard]] constexpr const char* SampleName(SampleType type) {
+    constexpr std::array names{"uint8",  "int8",  "uint16", "int16", "uint",  "int",
+                               "uint64", "int64", "half",   "float", "double"};
+    return names[static_cast<std::size_t>(type)];
+}
+
+[[nodiscard]] constexpr bool IsFloat(SampleType type) { return type >= SampleType::Half; }
 
 /// A channel of a 16-bit effect pixel, whose full intensity is 32768; told apart from a 16-bit file
 /// sample.
@@ -73,21 +102,21 @@ template <typename To, typename From>
 /// Calls `action` with a value of the type of a file's samples. False for types that no picture is
 /// smoothed in.
 template <typename Action>
-bool WithSampleType(const OIIO::TypeDesc& type, Action&& action) {
-    switch (type.basetype) {
-        case OIIO::TypeDesc::UINT8:
+bool WithSampleType(SampleType type, Action&& action) {
+    switch (type) {
+        case SampleType::UInt8:
             action(std::uint8_t{});
             return true;
-        case OIIO::TypeDesc::UINT16:
+        case SampleType::UInt16:
             action(std::uint16_t{});
             return true;
-        case OIIO::TypeDesc::HALF:
+        case SampleType::Half:
             action(half{});
             return true;
-        case OIIO::TypeDesc::FLOAT:
+        case SampleType::Float:
             action(float{});
             return true;
-        case OIIO::TypeDesc::DOUBLE:
+        case SampleType::Double:
             action(double{});
             return true;
         default:

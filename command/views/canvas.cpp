@@ -77,7 +77,7 @@ void Canvas::draw(const Canvas& from, const Area& part, int x, int y, int scale)
 Picture Canvas::picture() const {
     Picture picture{"png", {}, {}};
     picture.parts.push_back(
-        MakePart(OIIO::ImageSpec(width_, height_, 3, OIIO::TypeDesc::UINT8), false));
+        MakePart(MakeSpec(width_, height_, 3, SampleType::UInt8), false));
     static_assert(sizeof(Color) == 3);
     std::memcpy(picture.parts.front().samples.get(), pixels_.data(),
                 pixels_.size() * sizeof(Color));
@@ -86,7 +86,7 @@ Picture Canvas::picture() const {
 
 Canvas Show(const World& pixels, const Part& part) {
     Canvas canvas(pixels.width(), pixels.height());
-    const bool isLinear = part.spec.get_string_attribute("oiio:ColorSpace") == "Linear";
+    const bool isLinear = part.spec.isLinear;
     switch (pixels.format()) {
         case PF_PixelFormat_ARGB32:
             ShowRows<PF_Pixel>(pixels, 255, isLinear, canvas);

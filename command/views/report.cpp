@@ -47,7 +47,7 @@ std::string PngText(const Picture& picture, const std::filesystem::path& path) {
 Picture GreyPicture(const EdgeMarks& marks) {
     Picture picture{"png", {}, {}};
     picture.parts.push_back(
-        MakePart(OIIO::ImageSpec(marks.width, marks.height, 1, OIIO::TypeDesc::UINT8), false));
+        MakePart(MakeSpec(marks.width, marks.height, 1, SampleType::UInt8), false));
     std::memcpy(picture.parts.front().samples.get(), marks.bytes.data(), marks.bytes.size());
     return picture;
 }

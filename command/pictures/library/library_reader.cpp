@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "command/errors.h"
+#include "command/files/descriptor.h"
+#include "command/pictures/dpx_file.h"
+#include "command/pictures/library/library_files.h"
+#include "command/pictures/library/library_spec.h"
+#include "command/pictures/tiff_pages.h"
+
+namespace nevrel {
+namespace {
+
+constexpr std::array<const char*, 6> formats{"png", "tiff", "targa", "bmp", "openexr", "dpx"};
+
+bool IsSupported(const std::string& format) {
+    return std::find(formats.begin(), formats.end(), format) != formats.end();
+}
+
+void RequireSupported(const std::filesystem::path& path, const std::string& format) {
+    if (IsSupported(format)) return;
+    throw PictureError(
+        path, format + " pictures are not supported; png, tiff, targa, bmp, openexr and dpx are");
+}
+
+/// The samples of files with straight alpha come as they are only when asked for.
+OIIO::ImageSpec ReadingHints() {
+    OIIO::ImageSpec hints;
+    hints.attribute(straightAttribute, 1);
+    return hints;
+}
+
+bool FileIsAssociated(const std::string& format, const OIIO::ImageSpec& spec) {
+    if (format == "openexr") return true;
+    if (spec.alpha_channel < 0 || format == "bmp" || format == "dpx") return false;
+    return spec.get_int_attribute(straightAttribute) == 0;
+}
+
+void RequireFlat(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
+    if (spec.deep) throw UnreadablePicture(path, "holds deep pixels, which are not supported");
+    if (spec.depth > 1) throw UnreadablePicture(path, "holds a volume, which is not supported");
+}
+
+/// The samples of other colour models would be smoothed and written as if they were red, green and
+/// blue.
+void RequireRgbOrGrey(const std::filesystem::path& path, const OIIO::ImageSpec& spec) {
+    enum Photometric {
+        minIsWhite = 0,
+        minIsBlack = 1,
+        separated = 5,
+        yCbCr = 6,
+        cieLab = 8,
+        ituLab = 10
+    };
+    const int model = spec.get_int_attribute("tiff:PhotometricInterpretation", -1);
+    if (model == separated)
+        throw UnreadablePicture(path, "holds CMYK colors, which are not supported");
+    if (model >= cieLab && model <= ituLab)
+        throw UnreadablePicture(path, "holds L*a*b* colors, which are not supported");
+    if (model == yCbCr && spec.get_string_attribute("compression") != "jpeg")
+        throw UnreadablePicture(path, "holds YCbCr colors, which are not supported");
+    if ((model == minIsWhite || model == minIsBlack) && spec.nchannels > 2) {
+        throw UnreadablePicture(path, "holds grey with " + std::to_string(spec.nchannels - 1) +
+                                          " further channels, which is not supported");
+    }
+}
+
+Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::filesystem::path& path,
+              int subimage) {
+    OIIO::ImageSpec spec = input.spec(subimage);
+    RequireFlat(path, spec);
+    RequireRgbOrGrey(path, spec);
+    const bool associated = FileIsAssociated(format, spec);
+    if (format == "dpx") {
+        const DpxFile dpx(path);
+        if (!dpx.isWordwise()) {
+            spec.attribute("oiio:Endian", dpx.order() == ByteOrder::BigEndian ? "big" : "little");
+            Part part = MakePart(FromLibrary(spec), associated);
+            dpx.read(part);
+            return part;
+        }
+    }
+    Part part = MakePart(FromLibrary(spec), associated);
+    const bool read = input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN,
+                                       part.samples.get());
+    // Some readers report a missing part of a file and succeed all the same.
+    const std::string error = input.geterror();
+    if (!read || !error.empty())
+        throw UnreadablePicture(path, "damaged or truncated: " + OneLine(error));
+    return part;
+}
+
+/// The name under which the library opens the file; it takes a question mark for the start of a
+/// query.
+std::string LibraryName(const std::filesystem::path& path, const Descriptor& file) {
+    return path.string().find('?') == std::string::npos ? path.string() : file.path();
+}
+
+}  // namespace
+
+Picture ReadWithLibrary(const std::filesystem::path& path) {
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const OIIO::ImageSpec hints = ReadingHints();
+    const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
+    if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
+    Picture picture{input->format_name(), {}, {}};
+    RequireSupported(path, picture.format);
+    for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
+        picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
+        if (input->seek_subimage(subimage, 1))
+            throw UnreadablePicture(path, "holds reduced copies (MIP levels)");
+    }
+    static_cast<void>(input->geterror());  // there is one after the last part as well
+    if (picture.format == "tiff" && picture.parts.size() < CountTiffPages(path)) {
+        throw UnreadablePicture(path, "damaged or truncated: cannot find page " +
+                                          std::to_string(picture.parts.size() + 1));
+    }
+    return picture;
+}
+
+std::string FormatByLibrary(const std::filesystem::path& path) {
+    const auto output = OIIO::ImageOutput::create("picture" + path.extension().string());
+    static_cast<void>(OIIO::geterror());
+    if (!output) throw PictureError(path, "its extension names no picture format");
+    RequireSupported(path, output->format_name());
+    return output->format_name();
+}
+
+}  // namespace nevrel
