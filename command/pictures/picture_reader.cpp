@@ -25,21 +25,42 @@ void RequireRegularFile(const std::filesystem::path& path) {
         throw UnreadablePicture(path, "is not a regular file");
 }
 
+/// What the file starts with: so many bytes, or fewer where it ends.
+std::vector<std::byte> ReadStart(const Descriptor& file, std::size_t size,
+                                 const std::filesystem::path& path) {
+    std::vector<std::byte> bytes(size);
+    std::size_t at = 0;
+    while (at < size) {
+        const ssize_t got =
+            pread(file.number(), bytes.data() + at, size - at, static_cast<off_t>(at));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) ThrowSystemError(path, "cannot be read");
+        if (got == 0) break;
+        at += static_cast<std::size_t>(got);
+    }
+    bytes.resize(at);
+    return bytes;
+}
+
 }  // namespace
 
 Picture ReadPicture(const std::filesystem::path& path, const std::string& format) try {
     RequireRegularFile(path);
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen()) ThrowSystemError(path, "cannot be read");
-    auto png = ReadPngDetails(path);  // also keeps what is truncated from the library, which leaks
-    const bool staysPng = png && (format.empty() || format == "png");
+    constexpr std::size_t signature = 8;
+    if (!IsPng(ReadStart(file, signature, path))) return TheLibrary().read(path);
+    const auto bytes = ReadStart(file, std::filesystem::file_size(path), path);
+    const auto chunks =
+        SplitPng(bytes, path);  // also keeps what is truncated from the library, which leaks
+    PngDetails details = PngDetailsOf(chunks, path);
     Picture picture{"png", {}, {}};
-    if (staysPng) {
-        picture.parts.push_back(ReadPngPart(path, *png));
+    if (format.empty() || format == "png") {
+        picture.parts.push_back(ReadPngPart(bytes, chunks, details, path));
     } else {
         picture = TheLibrary().read(path);
     }
-    picture.png = std::move(png);
+    picture.png = std::move(details);
     return picture;
 } catch (const std::bad_alloc&) {
     throw UnreadablePicture(path, "not enough memory for its pixels");

@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <new>
+#include <span>
 #include <system_error>
 
 #include "command/errors.h"
@@ -34,11 +35,18 @@ void Encode(const Picture& picture, const std::filesystem::path& path,
     EncodePng(picture, path, settings, encoded, remarks);
 }
 
+/// Reads the whole file back.
+void RequireSound(std::span<const std::byte> png, const std::filesystem::path& path) {
+    for (const PngChunkView& chunk : SplitPng(png, path)) {
+        if (!chunk.isSound()) throw UnreadablePicture(path, "damaged");
+    }
+}
+
 /// Writers leave out channels that they have no place for, and may not notice that a write failed.
 void RequireWhole(MemoryFile& encoded, const Picture& picture,
                   const std::filesystem::path& path) try {
     if (picture.format == "png") {  // its encoder leaves nothing out and tells of failed writes
-        static_cast<void>(ReadPngDetails(encoded.path()));
+        RequireSound(encoded.bytes(), path);
     } else {
         TheLibrary().requireWhole(encoded, picture, path);
     }

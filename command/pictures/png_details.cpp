@@ -1,9 +1,10 @@
 #include "command/pictures/png_details.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
-#include <fstream>
-#include <span>
-#include <string_view>
+#include <cstring>
+#include <utility>
 
 #include "command/errors.h"
 #include "command/pictures/file_numbers.h"
@@ -11,7 +12,7 @@
 namespace nevrel {
 namespace {
 
-constexpr std::uint64_t signature = 8, checkSum = 4;
+constexpr std::size_t signature = 8;
 
 /// Whether a chunk holds true for changed samples: those known to, and others that say so by the
 /// case of their last letter.
@@ -27,52 +28,36 @@ bool IsAncillary(std::string_view type) {
     return (static_cast<unsigned char>(type[0]) & 0x20U) != 0;
 }
 
-class Reader {
+class Details {
   public:
-    explicit Reader(const std::filesystem::path& path)
-        : path_(path), file_(path, std::ios::binary), left_(std::filesystem::file_size(path)) {
-        file_.seekg(signature);
-        left_ -= std::min(left_, signature);
-    }
+    explicit Details(const std::filesystem::path& path) : path_(path) {}
 
-    [[nodiscard]] PngDetails read() {
-        for (std::string type; type != "IEND";) {
-            const std::uint64_t size = Number(std::span<const std::byte>(bytes(4)), order);
-            const std::vector<std::byte> name = bytes(4);
-            type.assign(reinterpret_cast<const char*>(name.data()), name.size());
-            take(type, size);
-            skip(checkSum);
-        }
-        return std::move(details_);
-    }
-
-  private:
-    static constexpr ByteOrder order = ByteOrder::BigEndian;
-
-    void take(const std::string& type, std::uint64_t size) {
+    void take(const PngChunkView& chunk) {
+        const std::string_view type = chunk.type();
+        const auto data = chunk.data();
         if (type == "IDAT") place_ = PngChunk::Place::AfterPixels;
         if (type == "acTL") details_.isAnimated = true;
         if (type == "IHDR") {
-            takeHeader(bytes(size));
+            takeHeader(data);
         } else if (type == "PLTE") {
-            takePalette(bytes(size));
+            takePalette(data);
             place_ = PngChunk::Place::BeforePixels;
         } else if (type == "tRNS") {
-            takeAlpha(bytes(size));
+            takeAlpha(data);
         } else if (IsAncillary(type) && Outlives(type)) {
-            details_.chunks.push_back({type, bytes(size), place_});
-        } else {
-            skip(size);
+            details_.chunks.push_back({std::string(type), {data.begin(), data.end()}, place_});
         }
     }
+    [[nodiscard]] PngDetails result() { return std::move(details_); }
 
-    void takeHeader(const std::vector<std::byte>& header) {
+  private:
+    void takeHeader(std::span<const std::byte> header) {
         constexpr std::size_t bitsAt = 8, colorTypeAt = 9;
         if (header.size() <= colorTypeAt) throw UnreadablePicture(path_, "damaged: a short header");
         details_.bits = std::to_integer<unsigned>(header[bitsAt]);
         details_.colorType = static_cast<PngColorType>(header[colorTypeAt]);
     }
-    void takePalette(const std::vector<std::byte>& colors) {
+    void takePalette(std::span<const std::byte> colors) {
         constexpr std::size_t mostBytes = std::size_t{256} * 3;
         details_.palette.clear();
         for (std::size_t i = 0; i + 2 < std::min(colors.size(), mostBytes); i += 3) {
@@ -82,42 +67,63 @@ class Reader {
             details_.palette.push_back({value(0), value(1), value(2), 255});
         }
     }
-    void takeAlpha(const std::vector<std::byte>& alphas) {
+    void takeAlpha(std::span<const std::byte> alphas) {
         const std::size_t count = std::min(alphas.size(), details_.palette.size());
         for (std::size_t i = 0; i < count; ++i)
             details_.palette[i][3] = std::to_integer<std::uint8_t>(alphas[i]);
     }
 
-    [[nodiscard]] std::vector<std::byte> bytes(std::uint64_t size) {
-        use(size);
-        std::vector<std::byte> data(size);
-        if (!file_.read(reinterpret_cast<char*>(data.data()), static_cast<std::streamsize>(size)))
-            throw UnreadablePicture(path_, "cannot be read");
-        return data;
-    }
-    void skip(std::uint64_t size) {
-        use(size);
-        file_.seekg(static_cast<std::streamoff>(size), std::ios::cur);
-    }
-    void use(std::uint64_t size) {
-        if (size > left_) throw UnreadablePicture(path_, "is truncated");
-        left_ -= size;
-    }
-
     const std::filesystem::path& path_;
-    std::ifstream file_;
-    std::uint64_t left_;  ///< bytes up to the end of the file
     PngChunk::Place place_ = PngChunk::Place::BeforePalette;
     PngDetails details_;
 };
 
 }  // namespace
 
-std::optional<PngDetails> ReadPngDetails(const std::filesystem::path& path) {
-    std::array<char, 4> start{};
-    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
-    if (std::string_view(start.data(), start.size()) != "\x89PNG") return std::nullopt;
-    return Reader(path).read();
+bool IsPng(std::span<const std::byte> file) {
+    constexpr std::string_view start = "\x89PNG";
+    return file.size() >= start.size() && std::memcmp(file.data(), start.data(), start.size()) == 0;
+}
+
+PngChunkView::PngChunkView(std::span<const std::byte> whole) : whole_(whole) {}
+
+std::string_view PngChunkView::type() const {
+    return {reinterpret_cast<const char*>(whole_.data()) + 4, 4};
+}
+
+std::span<const std::byte> PngChunkView::data() const {
+    return whole_.subspan(head, whole_.size() - head - checkSum);
+}
+
+bool PngChunkView::isNeeded() const { return !IsAncillary(type()) || type() == "tRNS"; }
+
+bool PngChunkView::isSound() const {
+    const auto summed = whole_.subspan(4, whole_.size() - 4 - checkSum);
+    return libdeflate_crc32(0, summed.data(), summed.size()) ==
+           Number(whole_.last(checkSum), ByteOrder::BigEndian);
+}
+
+std::vector<PngChunkView> SplitPng(std::span<const std::byte> file,
+                                   const std::filesystem::path& path) {
+    std::vector<PngChunkView> chunks;
+    auto rest = file.subspan(std::min(file.size(), signature));
+    do {
+        constexpr std::size_t around = PngChunkView::head + PngChunkView::checkSum;
+        const std::uint64_t size =
+            rest.size() < around ? 0 : Number(rest.first(4), ByteOrder::BigEndian);
+        if (rest.size() < around || size > rest.size() - around)
+            throw UnreadablePicture(path, "is truncated");
+        chunks.emplace_back(rest.first(around + size));
+        rest = rest.subspan(around + size);
+    } while (chunks.back().type() != "IEND");
+    return chunks;
+}
+
+PngDetails PngDetailsOf(const std::vector<PngChunkView>& chunks,
+                        const std::filesystem::path& path) {
+    Details details(path);
+    for (const PngChunkView& chunk : chunks) details.take(chunk);
+    return details.result();
 }
 
 }  // namespace nevrel

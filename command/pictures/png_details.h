@@ -5,8 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace nevrel {
@@ -33,9 +34,36 @@ struct PngDetails {
     bool isAnimated = false;  ///< there are further frames; none of their chunks is here
 };
 
-/// Reads all but the samples; nothing when the file is no PNG by its first bytes. Chunks that are
-/// unknown and tied to the samples are left out. Throws UnreadablePicture when the file ends before
-/// its end mark.
-[[nodiscard]] std::optional<PngDetails> ReadPngDetails(const std::filesystem::path& path);
+/// A chunk as it lies in a file.
+class PngChunkView {
+  public:
+    /// What stands before its data, its size and type, and behind them.
+    static constexpr std::size_t head = 8, checkSum = 4;
+
+    explicit PngChunkView(std::span<const std::byte> whole);
+
+    [[nodiscard]] std::span<const std::byte> whole() const { return whole_; }
+    [[nodiscard]] std::string_view type() const;
+    [[nodiscard]] std::span<const std::byte> data() const;
+    /// Whether no decoder can do without it.
+    [[nodiscard]] bool isNeeded() const;
+    /// Whether its check sum is right.
+    [[nodiscard]] bool isSound() const;
+
+  private:
+    std::span<const std::byte> whole_;
+};
+
+/// Whether a file is a PNG by its first bytes.
+[[nodiscard]] bool IsPng(std::span<const std::byte> file);
+
+/// The chunks of a PNG up to its end mark. Throws UnreadablePicture when the file ends before that.
+[[nodiscard]] std::vector<PngChunkView> SplitPng(std::span<const std::byte> file,
+                                                 const std::filesystem::path& path);
+
+/// All but the samples. Chunks that are unknown and tied to the samples are left out. Throws
+/// UnreadablePicture.
+[[nodiscard]] PngDetails PngDetailsOf(const std::vector<PngChunkView>& chunks,
+                                      const std::filesystem::path& path);
 
 }  // namespace nevrel

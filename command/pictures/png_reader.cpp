@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <new>
-#include <span>
+#include <string>
 
 #include "command/errors.h"
 #include "command/pictures/file_numbers.h"
+#include "command/pictures/png_inflate.h"
 
 namespace nevrel {
 namespace {
@@ -54,14 +54,11 @@ bool IsLinear(const std::vector<PngChunk>& chunks) {
 
 class Decoder {
   public:
-    explicit Decoder(const std::filesystem::path& path)
-        : path_(path),
-          file_(std::fopen(path.c_str(), "rb"), &std::fclose),
-          context_(spng_ctx_new(0), &spng_ctx_free) {
-        if (!file_) ThrowSystemError(path, "cannot be read");
+    Decoder(std::span<const std::byte> file, const std::filesystem::path& path)
+        : path_(path), context_(spng_ctx_new(SPNG_CTX_IGNORE_ADLER32), &spng_ctx_free) {
         if (!context_) throw std::bad_alloc();
-        require(spng_set_png_file(context_.get(), file_.get()));
-        require(spng_set_crc_action(context_.get(), SPNG_CRC_ERROR, SPNG_CRC_DISCARD));
+        require(spng_set_png_buffer(context_.get(), file.data(), file.size()));
+        require(spng_set_crc_action(context_.get(), SPNG_CRC_USE, SPNG_CRC_USE));
     }
 
     [[nodiscard]] Part read(const PngDetails& details) {
@@ -78,7 +75,6 @@ class Decoder {
         const int flags = found == 0 ? SPNG_DECODE_TRNS : 0;
         require(spng_decode_image(context_.get(), part.samples.get(), part.spec.bytes(),
                                   form.format, flags));
-        require(spng_decode_chunks(context_.get()));  // the check sum of the last pixels as well
         return part;
     }
 
@@ -92,14 +88,15 @@ class Decoder {
     }
 
     const std::filesystem::path& path_;
-    std::unique_ptr<std::FILE, decltype(&std::fclose)> file_;
     std::unique_ptr<spng_ctx, decltype(&spng_ctx_free)> context_;
 };
 
 }  // namespace
 
-Part ReadPngPart(const std::filesystem::path& path, const PngDetails& details) {
-    return Decoder(path).read(details);
+Part ReadPngPart(std::span<const std::byte> file, const std::vector<PngChunkView>& chunks,
+                 const PngDetails& details, const std::filesystem::path& path) {
+    const auto inflated = InflatePng(file, chunks, path);
+    return Decoder(inflated ? std::span<const std::byte>(*inflated) : file, path).read(details);
 }
 
 }  // namespace nevrel
