@@ -1,153 +1,164 @@
 #include "command/pictures/png_encoder.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
+#include <memory>
 #include <new>
-#include <utility>
+#include <optional>
+#include <string>
+#include <string_view>
 
-#include "command/errors.h"
+#include "command/pictures/file_numbers.h"
 
 namespace nevrel {
 namespace {
 
-spng_location Location(const PngChunk& chunk) {
-    switch (chunk.place) {
-        case PngChunk::Place::BeforePalette:
-            return SPNG_AFTER_IHDR;
-        case PngChunk::Place::BeforePixels:
-            return SPNG_AFTER_PLTE;
-        default:
-            return SPNG_AFTER_IDAT;
+using Bytes = std::vector<std::byte>;
+
+void Append(Bytes& to, std::uint64_t number, std::size_t size) {
+    to.resize(to.size() + size);
+    PutNumber(number, std::span(to).last(size), ByteOrder::BigEndian);
+}
+
+void Append(Bytes& to, std::string_view text) {
+    const auto bytes = std::as_bytes(std::span(text));
+    to.insert(to.end(), bytes.begin(), bytes.end());
+}
+
+Bytes Compress(std::span<const std::byte> bytes, int effort) {
+    // The library's levels at which files are about as large as those of zlib at 0 to 9, or
+    // smaller.
+    constexpr std::array levels{0, 1, 2, 3, 4, 5, 7, 8, 9, 11};
+    const int level = levels.at(static_cast<std::size_t>(effort));
+    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
+        libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
+    if (!compressor) throw std::bad_alloc();
+    const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), bytes.size());
+    Bytes compressed(most);
+    compressed.resize(libdeflate_zlib_compress(compressor.get(), bytes.data(), bytes.size(),
+                                               compressed.data(), most));
+    return compressed;
+}
+
+Bytes Profile(const std::vector<char>& profile) {
+    Bytes data;
+    Append(data, std::string_view("ICC profile\0\0", 13));  // a name, and how it is compressed
+    const Bytes compressed = Compress(std::as_bytes(std::span(profile)), PngEffort().level);
+    data.insert(data.end(), compressed.begin(), compressed.end());
+    return data;
+}
+
+std::optional<Bytes> Resolution(const Metadata& metadata) {
+    const auto dots = [](double number) {
+        return number >= 1 && number < 1e9 ? static_cast<std::uint64_t>(std::lround(number)) : 0;
+    };
+    if (dots(metadata.dotsX) == 0 || dots(metadata.dotsY) == 0) return std::nullopt;
+    Bytes data;
+    Append(data, dots(metadata.dotsX), 4);
+    Append(data, dots(metadata.dotsY), 4);
+    Append(data, metadata.areDotsPerMetre ? 1 : 0, 1);
+    return data;
+}
+
+/// Nothing for what is no date.
+std::optional<Bytes> Time(const std::string& date) {
+    unsigned year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    if (std::sscanf(date.c_str(), "%4u:%2u:%2u %2u:%2u:%2u", &year, &month, &day, &hour, &minute,
+                    &second) != 6)
+        return std::nullopt;
+    const bool isDay = month >= 1 && month <= 12 && day >= 1 && day <= 31;
+    if (!isDay || hour > 23 || minute > 59 || second > 60) return std::nullopt;
+    Bytes data;
+    Append(data, year, 2);
+    for (const unsigned number : {month, day, hour, minute, second}) Append(data, number, 1);
+    return data;
+}
+
+PngChunk TextChunk(const std::string& keyword, const std::string& text) {
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+    Bytes data;
+    Append(data, keyword);
+    Append(data, 0, isAscii ? 1 : 5);  // its end; not compressed, of no language, not translated
+    Append(data, text);
+    return {isAscii ? "tEXt" : "iTXt", data, PngChunk::Place::BeforePixels};
+}
+
+void AppendChunk(Bytes& to, std::string_view type, std::span<const std::byte> data) {
+    Append(to, data.size(), 4);
+    const std::size_t summed = to.size();
+    Append(to, type);
+    to.insert(to.end(), data.begin(), data.end());
+    Append(to, libdeflate_crc32(0, to.data() + summed, to.size() - summed), 4);
+}
+
+void AppendPalette(Bytes& to, std::span<const PngColor> palette) {
+    Bytes colors, alphas;
+    std::size_t translucent = 0;  // up to the last that is
+    for (const auto& [red, green, blue, alpha] : palette) {
+        for (const std::uint8_t value : {red, green, blue}) Append(colors, value, 1);
+        Append(alphas, alpha, 1);
+        if (alpha != 255) translucent = alphas.size();
     }
+    AppendChunk(to, "PLTE", colors);
+    if (translucent > 0) AppendChunk(to, "tRNS", std::span(alphas).first(translucent));
 }
 
 }  // namespace
 
-PngEncoder::PngEncoder(const std::filesystem::path& path, MemoryFile& file, const PngEffort& effort)
-    : path_(path), file_(file), context_(spng_ctx_new(SPNG_CTX_ENCODER), &spng_ctx_free) {
-    if (!context_) throw std::bad_alloc();
-    require(spng_set_png_stream(context_.get(), &PngEncoder::Write, this));
-    require(spng_set_option(context_.get(), SPNG_IMG_COMPRESSION_LEVEL, effort.level));
-    require(spng_set_option(context_.get(), SPNG_FILTER_CHOICE, effort.filters));
+std::vector<std::byte> CompressRows(const PngRows& rows, const PngEffort& effort) {
+    const auto filtered = FilterRows(rows, effort.takesDifferences);
+    return Compress({filtered.get(), rows.filteredSize()}, effort.level);
 }
 
-void PngEncoder::setHeader(const PartSpec& spec, PngColorType type, unsigned bits) {
-    spng_ihdr header{};
-    header.width = static_cast<std::uint32_t>(spec.width);
-    header.height = static_cast<std::uint32_t>(spec.height);
-    header.bit_depth = static_cast<std::uint8_t>(bits);
-    header.color_type = static_cast<std::uint8_t>(type);
-    require(spng_set_ihdr(context_.get(), &header));
-}
-
-void PngEncoder::setPalette(const std::vector<PngColor>& colors) {
-    spng_plte palette{};
-    spng_trns alphas{};
-    for (const auto& [red, green, blue, alpha] : colors) {
-        alphas.type3_alpha[palette.n_entries] = alpha;
-        palette.entries[palette.n_entries++] = {red, green, blue, 0};
-        if (alpha != 255) alphas.n_type3_entries = palette.n_entries;
-    }
-    require(spng_set_plte(context_.get(), &palette));
-    if (alphas.n_type3_entries > 0) require(spng_set_trns(context_.get(), &alphas));
-}
-
-void PngEncoder::setChunks(std::vector<PngChunk>& chunks) {
-    for (PngChunk& chunk : chunks) {
-        spng_unknown_chunk entry{{}, chunk.data.size(), chunk.data.data(), Location(chunk)};
-        std::memcpy(entry.type, chunk.type.data(), sizeof entry.type);
-        chunkList_.push_back(entry);
-    }
-    if (chunkList_.empty()) return;
-    require(spng_set_unknown_chunks(context_.get(), chunkList_.data(),
-                                    static_cast<std::uint32_t>(chunkList_.size())));
-}
-
-void PngEncoder::setMetadata(const Metadata& metadata) {
-    setProfile(metadata);
-    if (metadata.gamma > 0) require(spng_set_gama(context_.get(), 1.0 / metadata.gamma));
-    setResolution(metadata);
-    setDate(metadata.date);
-    setTexts(metadata);
-}
-
-void PngEncoder::writePixels(std::span<const std::byte> pixels) {
-    const int result = spng_encode_image(context_.get(), pixels.data(), pixels.size(), SPNG_FMT_PNG,
-                                         SPNG_ENCODE_FINALIZE);
-    if (failure_) throw std::system_error(failure_);
-    require(result);
-}
-
-int PngEncoder::Write(spng_ctx*, void* self, void* bytes, std::size_t size) {
-    auto& encoder = *static_cast<PngEncoder*>(self);
-    try {
-        encoder.file_.set(encoder.size_, {static_cast<std::byte*>(bytes), size});
-    } catch (const std::system_error& error) {
-        encoder.failure_ = error.code();
-        return SPNG_IO_ERROR;
-    }
-    encoder.size_ += size;
-    return 0;
-}
-
-void PngEncoder::setProfile(const Metadata& metadata) {
-    if (metadata.profile.empty()) return;
-    profile_ = metadata.profile;
-    spng_iccp chunk{"ICC profile", profile_.size(), profile_.data()};
-    require(spng_set_iccp(context_.get(), &chunk));
-}
-
-void PngEncoder::setResolution(const Metadata& metadata) {
-    const auto dots = [](double number) {
-        return number >= 1 && number < 1e9 ? static_cast<std::uint32_t>(std::lround(number)) : 0;
+std::vector<PngChunk> MetadataChunks(const Metadata& metadata) {
+    std::vector<PngChunk> chunks;
+    const auto add = [&](const char* type, std::optional<Bytes> data) {
+        if (data) chunks.push_back({type, std::move(*data), PngChunk::Place::BeforePalette});
     };
-    spng_phys chunk{dots(metadata.dotsX), dots(metadata.dotsY),
-                    static_cast<std::uint8_t>(metadata.areDotsPerMetre ? 1 : 0)};
-    if (chunk.ppu_x > 0 && chunk.ppu_y > 0) require(spng_set_phys(context_.get(), &chunk));
+    if (!metadata.profile.empty()) add("iCCP", Profile(metadata.profile));
+    if (metadata.gamma > 0) {
+        Bytes gamma;
+        Append(gamma, static_cast<std::uint64_t>(std::lround(100000 / metadata.gamma)), 4);
+        add("gAMA", gamma);
+    }
+    add("pHYs", Resolution(metadata));
+    add("tIME", Time(metadata.date));
+    for (const auto& [keyword, text] : metadata.texts) chunks.push_back(TextChunk(keyword, text));
+    return chunks;
 }
 
-void PngEncoder::setDate(const std::string& date) {
-    unsigned year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
-    if (std::sscanf(date.c_str(), "%4u:%2u:%2u %2u:%2u:%2u", &year, &month, &day, &hour, &minute,
-                    &second) != 6)
-        return;
-    const auto byte = [](unsigned number) { return static_cast<std::uint8_t>(number); };
-    spng_time chunk{static_cast<std::uint16_t>(year),
-                    byte(month),
-                    byte(day),
-                    byte(hour),
-                    byte(minute),
-                    byte(second)};
-    static_cast<void>(spng_set_time(context_.get(), &chunk));  // it may be no real date
-}
-
-void PngEncoder::setTexts(const Metadata& metadata) {
-    for (const auto& [keyword, text] : metadata.texts) addText(keyword, text);
-    if (texts_.empty()) return;
-    for (std::size_t i = 0; i < texts_.size(); ++i) texts_[i].text = textValues_[i].data();
-    require(
-        spng_set_text(context_.get(), texts_.data(), static_cast<std::uint32_t>(texts_.size())));
-}
-
-void PngEncoder::addText(const std::string& keyword, const std::string& value) {
-    static char none[] = "";
-    const bool isAscii = std::all_of(value.begin(), value.end(), [](char c) { return c > 0; });
-    spng_text chunk{};
-    std::snprintf(chunk.keyword, sizeof chunk.keyword, "%s", keyword.c_str());
-    chunk.type = isAscii ? SPNG_TEXT : SPNG_ITXT;
-    chunk.length = value.size();
-    chunk.language_tag = chunk.translated_keyword = none;
-    texts_.push_back(chunk);
-    textValues_.push_back(value);
-}
-
-void PngEncoder::require(int result) const {
-    if (result == SPNG_EMEM) throw std::bad_alloc();
-    if (result != 0)
-        throw PictureError(path_, std::string("cannot be encoded: ") + spng_strerror(result));
+void WritePng(const PngPixels& pixels, const std::vector<PngChunk>& chunks, MemoryFile& file) {
+    constexpr std::size_t largestChunk = 1 << 30;
+    Bytes bytes, header;
+    bytes.reserve(pixels.compressed.size() + 4096);
+    const auto appendChunks = [&](PngChunk::Place place) {
+        for (const PngChunk& chunk : chunks) {
+            if (chunk.place == place) AppendChunk(bytes, chunk.type, chunk.data);
+        }
+    };
+    Append(bytes, std::string_view("\x89PNG\r\n\x1a\n"));
+    Append(header, static_cast<std::uint64_t>(pixels.width), 4);
+    Append(header, static_cast<std::uint64_t>(pixels.height), 4);
+    Append(header, pixels.bits, 1);
+    Append(header, static_cast<std::uint64_t>(pixels.type), 1);
+    Append(header, 0, 3);  // compression, filters and passes: there is but one kind, but one, one
+    AppendChunk(bytes, "IHDR", header);
+    appendChunks(PngChunk::Place::BeforePalette);
+    if (!pixels.palette.empty()) AppendPalette(bytes, pixels.palette);
+    appendChunks(PngChunk::Place::BeforePixels);
+    for (auto rest = pixels.compressed; !rest.empty();) {
+        const auto data = rest.first(std::min(rest.size(), largestChunk));
+        AppendChunk(bytes, "IDAT", data);
+        rest = rest.subspan(data.size());
+    }
+    appendChunks(PngChunk::Place::AfterPixels);
+    AppendChunk(bytes, "IEND", {});
+    file.set(0, bytes);
 }
 
 }  // namespace nevrel

@@ -81,63 +81,48 @@ std::vector<PngChunk> FittingChunks(const PngDetails& details, const Encoded& fo
 }
 
 /// A few strips of the picture's rows, together.
-struct RowSample {
-    std::vector<std::byte> pixels;
-    PartSpec spec;
-};
-
-RowSample TakeSample(const Encoded& form, const PartSpec& spec) {
+std::vector<std::byte> TakeSample(const PngRows& rows) {
     constexpr std::size_t strips = 4, rowsOfStrip = 8;
-    const auto rows = static_cast<std::size_t>(spec.height);
-    const std::size_t rowSize = form.pixels.size() / rows;
-    if (rows <= strips * rowsOfStrip) return {{form.pixels.begin(), form.pixels.end()}, spec};
-    RowSample sample{{}, spec};
-    sample.spec.height = strips * rowsOfStrip;
+    if (rows.count <= strips * rowsOfStrip) return {rows.bytes.begin(), rows.bytes.end()};
+    std::vector<std::byte> sample;
     for (std::size_t strip = 0; strip < strips; ++strip) {
-        const std::size_t row = (2 * strip + 1) * (rows - rowsOfStrip) / (2 * strips);
-        const auto pixels = form.pixels.subspan(row * rowSize, rowsOfStrip * rowSize);
-        sample.pixels.insert(sample.pixels.end(), pixels.begin(), pixels.end());
+        const std::size_t row = (2 * strip + 1) * (rows.count - rowsOfStrip) / (2 * strips);
+        const auto taken = rows.bytes.subspan(row * rows.rowBytes(), rowsOfStrip * rows.rowBytes());
+        sample.insert(sample.end(), taken.begin(), taken.end());
     }
     return sample;
 }
 
-std::size_t SizeOf(const RowSample& sample, const Encoded& form, const PngEffort& effort,
-                   const std::filesystem::path& path) {
-    MemoryFile file;
-    PngEncoder encoder(path, file, effort);
-    encoder.setHeader(sample.spec, form.type, form.bits);
-    encoder.writePixels(sample.pixels);
-    return file.bytes().size();
-}
-
-/// Flat paint packs better and much faster as it is, shaded paint and noise after filtering; which
+/// Flat paint packs better and much faster as it is, shaded paint and noise as differences; which
 /// it is a sample of the rows tells.
-PngEffort ChooseEffort(const Encoded& form, const PartSpec& spec, const WriteSettings& settings,
-                       const std::filesystem::path& path) {
+PngEffort ChooseEffort(const PngRows& rows, bool areIndices, const WriteSettings& settings) {
     PngEffort effort;
     if (settings.compression) effort.level = *settings.compression;
-    if (form.indexed != nullptr) return effort;
-    const RowSample sample = TakeSample(form, spec);
-    PngEffort filtered = effort;
-    filtered.filters = SPNG_FILTER_CHOICE_ALL;
-    const bool gains = SizeOf(sample, form, filtered, path) < SizeOf(sample, form, effort, path);
-    return gains ? filtered : effort;
+    if (areIndices) return effort;
+    const std::vector<std::byte> bytes = TakeSample(rows);
+    PngRows sample = rows;
+    sample.bytes = bytes;
+    sample.count = bytes.size() / rows.rowBytes();
+    PngEffort other = effort;
+    other.takesDifferences = true;
+    const bool gains = CompressRows(sample, other).size() < CompressRows(sample, effort).size();
+    return gains ? other : effort;
 }
 
 void Encode(const Encoded& form, const Picture& picture, const std::filesystem::path& path,
             const WriteSettings& settings, MemoryFile& file, Remarks& remarks) {
     const PartSpec& spec = picture.parts.front().spec;
-    std::vector<PngChunk> chunks;
-    if (picture.png) chunks = FittingChunks(*picture.png, form, path, remarks);
-    PngEncoder encoder(path, file, ChooseEffort(form, spec, settings, path));
-    encoder.setHeader(spec, form.type, form.bits);
-    if (form.indexed != nullptr) encoder.setPalette(form.indexed->palette);
-    if (picture.png) {
-        encoder.setChunks(chunks);
-    } else {
-        encoder.setMetadata(spec.metadata);
-    }
-    encoder.writePixels(form.pixels);
+    const bool areIndices = form.indexed != nullptr;
+    const std::size_t pixelBytes = areIndices ? 1 : spec.channels.size() * form.bits / 8;
+    const PngRows rows{form.pixels, static_cast<std::size_t>(spec.height), pixelBytes,
+                       form.bits == 16};
+    const auto compressed = CompressRows(rows, ChooseEffort(rows, areIndices, settings));
+    PngPixels pixels{spec.width, spec.height, form.type, form.bits, {}, compressed};
+    if (areIndices) pixels.palette = form.indexed->palette;
+    WritePng(pixels,
+             picture.png ? FittingChunks(*picture.png, form, path, remarks)
+                         : MetadataChunks(spec.metadata),
+             file);
 }
 
 }  // namespace
