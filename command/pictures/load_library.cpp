@@ -17,7 +17,7 @@ const PictureLibrary& Load() {
     void* const symbol = handle == nullptr ? nullptr : dlsym(handle, librarySymbol);
     if (symbol == nullptr)
         throw std::runtime_error(std::string("the picture library cannot be loaded: ") + dlerror());
-    const PictureLibrary& library = reinterpret_cast<const PictureLibrary& (*)()>(symbol)();
+    const PictureLibrary& library = *reinterpret_cast<const PictureLibrary* (*)()>(symbol)();
     library.useThreads(libraryThreads);
     return library;
 }

@@ -35,7 +35,7 @@ class PictureLibrary {
 /// How many threads the library has for one picture; to be called before it is loaded.
 void UseThreads(int threads);
 
-/// The module's only symbol, of type `const PictureLibrary&()`.
+/// The module's only symbol, of type `const PictureLibrary*()`.
 inline constexpr char librarySymbol[] = "NevrelPictureLibrary";
 
 }  // namespace nevrel

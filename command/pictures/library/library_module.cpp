@@ -33,7 +33,7 @@ class Library : public PictureLibrary {
 }  // namespace
 }  // namespace nevrel
 
-extern "C" [[gnu::visibility("default")]] const nevrel::PictureLibrary& NevrelPictureLibrary() {
+extern "C" [[gnu::visibility("default")]] const nevrel::PictureLibrary* NevrelPictureLibrary() {
     static const nevrel::Library library;
-    return library;
+    return &library;
 }
