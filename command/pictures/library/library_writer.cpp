@@ -146,12 +146,42 @@ class LibraryEncoder {
             const OIIO::TypeDesc type =
                 spec.channelformats.empty() ? spec.format : OIIO::TypeDesc::UNKNOWN;
             require(open(to, i));
-            require(output_->write_image(type, picture_.parts[i].samples.get()));
+            if (picture_.format == "tiff" && spec.tile_width > 0) {
+                writeTiles(spec, picture_.parts[i]);
+            } else {
+                require(output_->write_image(type, picture_.parts[i].samples.get()));
+            }
         }
         require(output_->close());
     }
 
   private:
+    /// TIFF's tiles are whole at the borders too; the library would fill them up with what lies in
+    /// memory.
+    void writeTiles(const OIIO::ImageSpec& spec, const Part& part) const {
+        const std::size_t pixelBytes = part.spec.pixelBytes();
+        const auto tileBytes = static_cast<std::size_t>(spec.tile_width) * pixelBytes;
+        for (int y = 0; y < spec.height; y += spec.tile_height) {
+            for (int x = 0; x < spec.width; x += spec.tile_width) {
+                std::vector<std::byte> tile(static_cast<std::size_t>(spec.tile_height) * tileBytes);
+                const std::size_t bytes =
+                    static_cast<std::size_t>(std::min(spec.tile_width, spec.width - x)) *
+                    pixelBytes;
+                for (int row = 0; row < std::min(spec.tile_height, spec.height - y); ++row) {
+                    const std::byte* const from =
+                        part.samples.get() +
+                        static_cast<std::size_t>(y + row) * part.spec.rowBytes() +
+                        static_cast<std::size_t>(x) * pixelBytes;
+                    std::copy_n(from, bytes,
+                                tile.begin() + static_cast<std::ptrdiff_t>(
+                                                   static_cast<std::size_t>(row) * tileBytes));
+                }
+                require(
+                    output_->write_tile(spec.x + x, spec.y + y, spec.z, spec.format, tile.data()));
+            }
+        }
+    }
+
     [[nodiscard]] bool open(const std::string& to, std::size_t part) {
         if (part > 0) return output_->open(to, specs_[part], OIIO::ImageOutput::AppendSubimage);
         if (specs_.size() == 1 || output_->supports("appendsubimage"))
