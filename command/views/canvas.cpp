@@ -76,8 +76,7 @@ void Canvas::draw(const Canvas& from, const Area& part, int x, int y, int scale)
 
 Picture Canvas::picture() const {
     Picture picture{"png", {}, {}};
-    picture.parts.push_back(
-        MakePart(MakeSpec(width_, height_, 3, SampleType::UInt8), false));
+    picture.parts.push_back(MakePart(MakeSpec(width_, height_, 3, SampleType::UInt8), false));
     static_assert(sizeof(Color) == 3);
     std::memcpy(picture.parts.front().samples.get(), pixels_.data(),
                 pixels_.size() * sizeof(Color));
