@@ -20,7 +20,7 @@ struct Stage {
         : input(PF_PixelFormat_ARGB32, width, 3),
           output(PF_PixelFormat_ARGB32, outputWidth > 0 ? outputWidth : width, outputHeight) {
         std::memset(input.row<char>(0), 255, std::size_t{12} * static_cast<unsigned>(width));
-        std::memset(output.row<char>(0), 128, 4 * sizeof(PF_Pixel));
+        std::memset(output.row<char>(0), 128, sizeof(PF_Pixel));
         host.scratchMemory.guarded = true;
         host.calls.record(true);
     }
