@@ -92,7 +92,8 @@ void SetFileName(const MemoryFile& dpx, const std::string& name) {
 }
 
 /// The parts of a file that is written from front to back, which is whole when its ends are there:
-/// the first and the last row of every part, the later of which was written last.
+/// the first and the last rows of every part, the later of which were written last. In compressed
+/// TIFFs the library goes to a row through all before it, but straight to a strip of them.
 std::vector<OIIO::ImageSpec> ReadEnds(const std::string& encoded, const Picture& picture) {
     std::vector<OIIO::ImageSpec> specs;
     const auto input = OIIO::ImageInput::open(encoded);
@@ -100,10 +101,14 @@ std::vector<OIIO::ImageSpec> ReadEnds(const std::string& encoded, const Picture&
         bool isThere = input && input->seek_subimage(i, 0);
         if (isThere) {
             const OIIO::ImageSpec& spec = specs.emplace_back(input->spec());
-            std::vector<std::byte> row(spec.scanline_bytes(true));
-            for (const int y : {spec.y, spec.y + spec.height - 1}) {
-                isThere =
-                    isThere && input->read_scanline(y, 0, OIIO::TypeDesc::UNKNOWN, row.data());
+            const int most =
+                std::clamp(spec.get_int_attribute("tiff:RowsPerStrip", 1), 1, spec.height);
+            std::vector<std::byte> rows(spec.scanline_bytes(true) * static_cast<std::size_t>(most));
+            for (const int y : {0, (spec.height - 1) / most * most}) {
+                const int end = std::min(y + most, spec.height);
+                isThere = isThere && input->read_scanlines(i, 0, spec.y + y, spec.y + end, 0, 0,
+                                                           spec.nchannels, OIIO::TypeDesc::UNKNOWN,
+                                                           rows.data());
             }
             isThere = isThere && input->geterror().empty();
         }
