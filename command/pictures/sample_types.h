@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "capi/half.h"
+#include "capi/samples.h"
 #include "capi/unit_scale.h"
 #include "sdk/effect_api.h"
 
@@ -73,12 +73,12 @@ template <typename T>
 template <typename T>
 [[nodiscard]] T FromUnit(double unit) {
     if constexpr (std::is_same_v<T, Channel16>) {
-        return {WholeFromUnit<A_u_short>(unit, full<T>)};
+        return {Samples32768::fromUnit(unit)};
     } else if constexpr (std::is_integral_v<T>) {
         return WholeFromUnit<T>(unit, full<T>);
     } else if constexpr (std::is_same_v<T, half>) {
         half sample;
-        sample.setBits(HalfOfFloat(FloatFromUnit<float>(unit)));
+        sample.setBits(SamplesHalf::fromUnit(unit));
         return sample;
     } else {
         return FloatFromUnit<T>(unit);
@@ -92,8 +92,9 @@ template <typename To, typename From>
     if constexpr (std::is_same_v<To, From> || isWider) {
         return sample;
     } else if constexpr (std::is_same_v<From, std::uint16_t> && std::is_same_v<To, Channel16>) {
-        return {
-            static_cast<A_u_short>((sample + 1) / 2)};  // the nearest, as no two are equally near
+        return {Samples65535::toChannel(sample)};
+    } else if constexpr (std::is_same_v<From, Channel16> && std::is_same_v<To, std::uint16_t>) {
+        return Samples65535::toSample(sample.value);
     } else {
         return FromUnit<To>(ToUnit(sample));
     }

@@ -16,6 +16,11 @@ TEST(Conversions, Of16BitsGiveTheNearestValue) {
     }
 }
 
+TEST(Conversions, ToFloatsKeepFiniteValuesFinite) {
+    EXPECT_EQ(SamplesFloat::fromUnit(1e60), std::numeric_limits<float>::max());
+    EXPECT_EQ(SamplesHalf::fromUnit(-1e60), NearestHalf(-65504));
+}
+
 TEST(Conversions, OfHalvesKeepEveryValue) {
     for (Bits half = 0; half <= 0xffff; ++half) {
         const bool isNan = (half & 0x7fff) > 0x7c00, isInfinite = (half & 0x7fff) == 0x7c00;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <set>
 
+#include "nevrel.h"
 #include "tests/command/command_runner.h"
 #include "tests/command/picture_files.h"
 
@@ -62,7 +63,7 @@ class PictureTest : public CommandTest {
     PictureTest() { std::filesystem::create_directory(path("in")); }
 
     void write(const std::string& name, const TestPicture& picture) const {
-        WriteTestPicture(path(name), picture);
+        WriteTestPictures(path(name), {picture});
     }
     [[nodiscard]] TestPicture read(const std::string& name, int part = 0) const {
         return ReadTestPicture(path(name), part);
@@ -211,6 +212,44 @@ TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
                 kind.type == type || (kind.type == TypeDesc::HALF && type == TypeDesc::FLOAT);
             EXPECT_EQ(result.samples == read(std::string("own/") + kind.name).samples, own)
                 << kind.name << ' ' << depth;
+        }
+    }
+}
+
+nevrel_sample SampleOf(const TypeDesc& type) {
+    if (type == TypeDesc::UINT8) return NEVREL_UINT8;
+    if (type == TypeDesc::UINT16) return NEVREL_UINT16;
+    return type == TypeDesc::HALF ? NEVREL_HALF : NEVREL_FLOAT;
+}
+
+/// And so do all fronts, which are held to it.
+TEST_F(PictureTest, TheCInterfaceMakesTheSameBytes) {
+    std::vector<FileKind> kinds;
+    for (const FileKind& kind : fileKinds) {
+        if (kind.channels < 3 || kind.bits > 0) continue;
+        TestPicture picture = MakePictureOf(kinds.emplace_back(kind), 61, 37);
+        FillWithNoise(picture, 3);
+        write(std::string("in/") + kind.name, picture);
+    }
+    smoothAll("plain");
+    smoothAll("keyed", "--color-key white --key-threshold 90");
+    nevrel_settings settings;
+    nevrel_settings_init(&settings, sizeof settings);
+    settings.key_threshold = 90;
+    for (const FileKind& kind : kinds) {
+        const nevrel_order order = kind.channels == 3                ? NEVREL_RGB
+                                   : kind.alpha == Alpha::Associated ? NEVREL_RGBA_PREMULTIPLIED
+                                                                     : NEVREL_RGBA;
+        for (const std::string made : {"plain/", "keyed/"}) {
+            settings.color_key_enable = made == "keyed/";
+            if (order == NEVREL_RGB && settings.color_key_enable != 0) continue;
+            TestPicture picture = read(std::string("in/") + kind.name);
+            const auto rowBytes = static_cast<std::ptrdiff_t>(picture.samples.size() / 37);
+            const nevrel_image image{picture.samples.data(), rowBytes};
+            EXPECT_EQ(nevrel_smooth(&settings, order, SampleOf(kind.type), 61, 37, &image, &image,
+                                    nullptr),
+                      NEVREL_OK);
+            EXPECT_TRUE(read(made + kind.name).samples == picture.samples) << made << kind.name;
         }
     }
 }

@@ -101,7 +101,7 @@ TEST_F(CommandTest, BadInputsAndModulesFailInOneLine) {
     TestPicture odd = MakePictureFor("odd.exr", 8, 8, 2);
     odd.spec.channelnames = {"depth.Z", "u"};
     odd.spec.alpha_channel = -1;
-    WriteTestPicture(path("odd.exr"), odd);
+    WriteTestPictures(path("odd.exr"), {odd});
     WriteRgb(path("photo.jpg"));
     WriteRgb(path("shut.png"));
     std::filesystem::permissions(path("shut.png"), {});

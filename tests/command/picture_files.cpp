@@ -66,10 +66,6 @@ void DrawDisc(TestPicture& picture, const std::vector<double>& inside,
     });
 }
 
-void WriteTestPicture(const std::string& path, const TestPicture& picture) {
-    WriteTestPictures(path, {picture});
-}
-
 TestPicture MakeNoise(const std::string& name, int width, int height, int channels, unsigned seed) {
     TestPicture picture = MakePictureFor(name, width, height, channels);
     FillWithNoise(picture, seed);
@@ -77,7 +73,7 @@ TestPicture MakeNoise(const std::string& name, int width, int height, int channe
 }
 
 void WriteNoise(const std::string& path, int width, int height, int channels, unsigned seed) {
-    WriteTestPicture(path, MakeNoise(path, width, height, channels, seed));
+    WriteTestPictures(path, {MakeNoise(path, width, height, channels, seed)});
 }
 
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts) {

@@ -50,12 +50,11 @@ void ForEachSample(const TestPicture& picture, Visit&& visit) {
             for (int c = 0; c < picture.spec.nchannels; ++c) visit(x, y, c);
 }
 
-void WriteTestPicture(const std::string& path, const TestPicture& picture);
 /// Such a picture as files of this name usually hold, full of noise.
 TestPicture MakeNoise(const std::string& name, int width, int height, int channels = 4,
                       unsigned seed = 9);
 void WriteNoise(const std::string& path, int width, int height, int channels = 4,
                 unsigned seed = 9);
-/// A file of several parts or pages.
+/// A file of one picture, or of several parts or pages.
 void WriteTestPictures(const std::string& path, const std::vector<TestPicture>& parts);
 TestPicture ReadTestPicture(const std::string& path, int part = 0);
