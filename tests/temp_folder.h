@@ -2,19 +2,21 @@
 #pragma once
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
 class TempFolder {
   public:
     TempFolder() {
-        do path_ = std::filesystem::temp_directory_path() / ("nevrel-test-" + uniqueName());
-        while (!std::filesystem::create_directory(path_));  // never somebody else's
+        std::random_device anyNumber;
+        do {
+            path_ = std::filesystem::temp_directory_path() /
+                    ("nevrel-test-" + std::to_string(anyNumber()));
+        } while (!std::filesystem::create_directory(path_));  // never somebody else's
     }
     ~TempFolder() {
         std::error_code ignored;
@@ -29,12 +31,6 @@ class TempFolder {
     }
 
   private:
-    static std::string uniqueName() {
-        static std::atomic<int> count{0};
-        return std::to_string(std::chrono::system_clock::now().time_since_epoch().count()) + "-" +
-               std::to_string(++count);
-    }
-
     std::filesystem::path path_;
 };
 
