@@ -137,5 +137,9 @@ TEST(HostTest, MisuseIsNoted) {
     }
 }
 
+TEST(HostTest, RowPitchBeyond31BitsIsRefused) {
+    EXPECT_THROW(World(PF_PixelFormat_ARGB128, 1 << 27, 1), std::bad_alloc);
+}
+
 }  // namespace
 }  // namespace host_kit
