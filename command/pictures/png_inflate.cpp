@@ -60,6 +60,16 @@ Bytes Deflated(const std::vector<PngChunkView>& chunks) {
     return deflated;
 }
 
+/// A palette without the colours that no index of so many bits reaches: decoders differ on whether
+/// there may be any. Its check sum is wrong.
+void AppendPalette(Bytes& to, std::span<const std::byte> colors, unsigned bits) {
+    const auto reached = colors.first(std::min(colors.size(), std::size_t{3} << bits));
+    AppendNumber(to, reached.size(), 4, ByteOrder::BigEndian);
+    Append(to, std::as_bytes(std::span("PLTE", 4)));
+    Append(to, reached);
+    AppendNumber(to, 0, PngChunkView::checkSum, ByteOrder::BigEndian);
+}
+
 /// A zlib stream of stored blocks, in a chunk.
 void AppendStored(Bytes& to, std::span<const std::byte> data) {
     constexpr std::array start{std::byte{0x78}, std::byte{1}};
@@ -87,14 +97,14 @@ void AppendStored(Bytes& to, std::span<const std::byte> data) {
 std::optional<Bytes> InflatePng(std::span<const std::byte> file,
                                 const std::vector<PngChunkView>& chunks,
                                 const std::filesystem::path& path) {
-    const auto mostInflated = MostInflated(chunks.front().data());
-    if (!mostInflated) return std::nullopt;
     for (const PngChunkView& chunk : chunks) {
         if (chunk.isNeeded() && !chunk.isSound()) {
             throw UnreadablePicture(path, "damaged: the check sum of its " +
                                               std::string(chunk.type()) + " chunk is wrong");
         }
     }
+    const auto mostInflated = MostInflated(chunks.front().data());
+    if (!mostInflated) return std::nullopt;
     const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)>
         decompressor(libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
     if (!decompressor) throw std::bad_alloc();
@@ -108,9 +118,12 @@ std::optional<Bytes> InflatePng(std::span<const std::byte> file,
         throw UnreadablePicture(path, "damaged or truncated: its samples cannot be inflated");
     Bytes stored(file.begin(), chunks.front().whole().data() - file.data() + file.begin());
     stored.reserve(stored.size() + size + size / largestBlock * 5 + 2000);
+    const auto bits = std::to_integer<unsigned>(chunks.front().data()[8]);
     bool hasSamples = false;
     for (const PngChunkView& chunk : chunks) {
-        if (chunk.type() != "IDAT") {
+        if (chunk.type() == "PLTE" && bits < 8) {
+            AppendPalette(stored, chunk.data(), bits);
+        } else if (chunk.type() != "IDAT") {
             if (chunk.isNeeded()) Append(stored, chunk.whole());
         } else if (!std::exchange(hasSamples, true)) {
             AppendStored(stored, {inflated.get(), size});

@@ -54,8 +54,8 @@ bool IsLinear(const std::vector<PngChunk>& chunks) {
 
 class Decoder {
   public:
-    Decoder(std::span<const std::byte> file, const std::filesystem::path& path)
-        : path_(path), context_(spng_ctx_new(SPNG_CTX_IGNORE_ADLER32), &spng_ctx_free) {
+    Decoder(std::span<const std::byte> file, int flags, const std::filesystem::path& path)
+        : path_(path), context_(spng_ctx_new(flags), &spng_ctx_free) {
         if (!context_) throw std::bad_alloc();
         require(spng_set_png_buffer(context_.get(), file.data(), file.size()));
         require(spng_set_crc_action(context_.get(), SPNG_CRC_USE, SPNG_CRC_USE));
@@ -96,7 +96,8 @@ class Decoder {
 Part ReadPngPart(std::span<const std::byte> file, const std::vector<PngChunkView>& chunks,
                  const PngDetails& details, const std::filesystem::path& path) {
     const auto inflated = InflatePng(file, chunks, path);
-    return Decoder(inflated ? std::span<const std::byte>(*inflated) : file, path).read(details);
+    if (!inflated) return Decoder(file, 0, path).read(details);
+    return Decoder(*inflated, SPNG_CTX_IGNORE_ADLER32, path).read(details);
 }
 
 }  // namespace nevrel
