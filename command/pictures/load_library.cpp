@@ -9,6 +9,7 @@ namespace nevrel {
 namespace {
 
 int libraryThreads = 1;
+const PictureLibrary* loaded = nullptr;
 
 const PictureLibrary& Load() {
     const std::string module = OwnFile("nevrel_pictures.so").string();
@@ -19,6 +20,7 @@ const PictureLibrary& Load() {
         throw std::runtime_error(std::string("the picture library cannot be loaded: ") + dlerror());
     const PictureLibrary& library = *reinterpret_cast<const PictureLibrary* (*)()>(symbol)();
     library.useThreads(libraryThreads);
+    loaded = &library;
     return library;
 }
 
@@ -29,6 +31,9 @@ const PictureLibrary& TheLibrary() {
     return library;
 }
 
-void UseThreads(int threads) { libraryThreads = threads; }
+void UseThreads(int threads) {
+    libraryThreads = threads;
+    if (loaded != nullptr) loaded->useThreads(threads);
+}
 
 }  // namespace nevrel

@@ -28,11 +28,11 @@ class PictureLibrary {
                               const std::filesystem::path& path) const = 0;
 };
 
-/// The loaded module, with as many threads as UseThreads says. Throws std::runtime_error when it
-/// cannot be loaded.
+/// The loaded module, with one thread or as many as UseThreads says. Throws std::runtime_error when
+/// it cannot be loaded.
 [[nodiscard]] const PictureLibrary& TheLibrary();
 
-/// How many threads the library has for one picture; to be called before it is loaded.
+/// How many threads the library has for one picture; not to be called while it is in use.
 void UseThreads(int threads);
 
 /// The module's only symbol, of type `const PictureLibrary*()`.
