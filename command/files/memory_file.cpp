@@ -36,9 +36,13 @@ std::span<const std::byte> MemoryFile::bytes() {
 }
 
 void MemoryFile::set(std::size_t offset, std::span<const std::byte> bytes) const {
-    const ssize_t written =
-        pwrite(descriptor_.number(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
-    Require(written == static_cast<ssize_t>(bytes.size()));
+    while (!bytes.empty()) {  // a call writes 2 GB at most, and less before a limit to file size
+        const ssize_t written =
+            pwrite(descriptor_.number(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        Require(written > 0);
+        offset += static_cast<std::size_t>(written);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
 }
 
 void MemoryFile::resize(std::size_t size) const {
