@@ -39,10 +39,10 @@ Bytes Compress(std::span<const std::byte> bytes, int effort) {
         libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
     if (!compressor) throw std::bad_alloc();
     const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), bytes.size());
-    Bytes compressed(most);
-    compressed.resize(libdeflate_zlib_compress(compressor.get(), bytes.data(), bytes.size(),
-                                               compressed.data(), most));
-    return compressed;
+    const auto room = std::make_unique_for_overwrite<std::byte[]>(most);  // only some is touched
+    const std::size_t size =
+        libdeflate_zlib_compress(compressor.get(), bytes.data(), bytes.size(), room.get(), most);
+    return {room.get(), room.get() + size};
 }
 
 Bytes Profile(const std::vector<char>& profile) {
