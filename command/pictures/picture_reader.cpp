@@ -91,7 +91,9 @@ Picture ReadStandardInput(const std::string& format) {
 }
 
 std::string FormatForPath(const std::filesystem::path& path) {
-    return path.extension() == ".png" ? "png" : TheLibrary().formatForPath(path);
+    const std::filesystem::path extension = path.extension();
+    const bool isPng = extension == ".png" || extension == ".PNG";
+    return isPng ? "png" : TheLibrary().formatForPath(path);
 }
 
 }  // namespace nevrel
