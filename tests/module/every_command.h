@@ -18,6 +18,9 @@ struct Stage {
     explicit Stage(Session& theSession, PF_PixelFormat format = PF_PixelFormat_ARGB32,
                    KeyMode key = KeyMode::Off)
         : session(theSession), input(format), output(format, true) {
+        // Otherwise it would be a copy of the input from the start.
+        std::memset(output.row<char>(0), 0x11,
+                    static_cast<std::size_t>(output.width() * host_kit::PixelBytes(format)));
         instance.setCheckbox(idKeyEnable, key != KeyMode::Off);
         instance.setCheckbox(idKeyInvert, key == KeyMode::Inverted);
         EXPECT_TRUE(instance.sequenceSetup().ok());

@@ -88,7 +88,8 @@ class Trial {
         EXPECT_EQ(session_.host.accounts.complaints(), "");
         if (!result.ok()) expectOutRecord(result.out, recorded, decisive);
         const std::vector<char> pixels = stage.output.pixels();
-        EXPECT_TRUE(pixels == untouched || pixels == smoothed_ || pixels == copied_)
+        EXPECT_TRUE(pixels == untouched || pixels == smoothed_ || pixels == copied_ ||
+                    pixels == stage.input.pixels())  // as the editor has it, with a key too
             << "half a picture";
         return recorded.size();
     }
@@ -164,6 +165,9 @@ int FailEveryCall(const ModuleCommand& command, const HostIdentity& host,
 
 TEST(Failures, GiveTheRightCodeAndLeaveNothingBorrowed) {
     int total = 0;
+    std::vector<std::string> callless{"global set-up"};
+    if (!ForMultiFrame()) callless.emplace_back("flattened copy");
+    std::vector<std::string> withoutFailures;
     for (const ModuleCommand& command : everyCommand) {
         int failures = 0;
         for (const HostIdentity& host : hosts) {
@@ -171,9 +175,11 @@ TEST(Failures, GiveTheRightCodeAndLeaveNothingBorrowed) {
             failures += FailEveryCall(command, host, "") + FailEveryCall(command, host, flatLayout);
         }
         std::printf("%5d failures of %s\n", failures, command.name);
+        if (failures == 0) withoutFailures.emplace_back(command.name);
         total += failures;
     }
     std::printf("%5d failures in all\n", total);
+    EXPECT_EQ(withoutFailures, callless);
     EXPECT_GE(total, 2000);
 }
 

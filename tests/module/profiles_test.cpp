@@ -30,6 +30,7 @@ TEST(Profiles, ServeEveryCommand) {
             int calls = 0;
             for (const PF_PixelFormat depth : std::span(everyDepth).first(command.depths)) {
                 Stage stage(session, depth);
+                const std::vector<char> untouched = stage.output.pixels();
                 session.host.meanwhile = [&stage, depth] {
                     Picture output(depth);
                     EXPECT_TRUE(SmartRender(stage.instance, stage.input, output).ok());
@@ -42,6 +43,7 @@ TEST(Profiles, ServeEveryCommand) {
                 calls += session.host.calls.count();
                 EXPECT_EQ(session.host.accounts.complaints(), "") << command.name;
                 if (command.depths > 1) {
+                    EXPECT_NE(stage.output.pixels(), untouched);
                     EXPECT_EQ(stage.output.pixels() == stage.input.pixels(), editor)
                         << "the editor gets a copy";
                 }

@@ -86,6 +86,9 @@ TEST(OptionsDialog, WritesTheFileOnlyWhenTheDefaultsHaveChanged) {
         const auto seen = desk.work(c.actions);
         ASSERT_TRUE(seen);
         EXPECT_EQ(seen->controls.at(box).checked, !c.before.ends_with("ColorkeyGroup=0"));
+        const auto again = desk.work({escape});
+        ASSERT_TRUE(again);
+        EXPECT_EQ(again->controls.at(box).checked, !c.after.ends_with("ColorkeyGroup=0"));
         EXPECT_EQ(Words(ReadText(desk.session.folder.file("nevrel.ini"))), Words(c.after));
         EXPECT_EQ(desk.instance.param(idThreshold).u.sd.value, 42) << "the instance keeps its own";
     }
