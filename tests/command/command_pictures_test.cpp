@@ -6,8 +6,7 @@
 #include <set>
 
 #include "nevrel.h"
-#include "tests/command/command_runner.h"
-#include "tests/command/picture_files.h"
+#include "tests/command/picture_test.h"
 
 namespace {
 
@@ -52,29 +51,12 @@ TestPicture MakePictureOf(const FileKind& kind, int width, int height) {
     return picture;
 }
 
-std::string Bytes(const TestPicture& picture) {
-    return {reinterpret_cast<const char*>(picture.samples.data()), picture.samples.size()};
-}
-
 using Colors = std::vector<double>;
 
-class PictureTest : public CommandTest {
+class PictureKindsTest : public PictureTest {
   protected:
-    PictureTest() { std::filesystem::create_directory(path("in")); }
+    PictureKindsTest() { std::filesystem::create_directory(path("in")); }
 
-    void write(const std::string& name, const TestPicture& picture) const {
-        WriteTestPictures(path(name), {picture});
-    }
-    [[nodiscard]] TestPicture read(const std::string& name, int part = 0) const {
-        return ReadTestPicture(path(name), part);
-    }
-    /// What the command makes of the file.
-    [[nodiscard]] TestPicture smoothed(const std::string& name,
-                                       const std::string& options = "") const {
-        const CommandRun result = smooth(name, options);
-        EXPECT_EQ(result.status, 0) << name << result.errors;
-        return result.status == 0 ? read("out_" + name) : TestPicture{};
-    }
     /// Draws discs of straight colours in "in" in all files with so many channels.
     [[nodiscard]] std::vector<FileKind> drawDiscs(int channels, const Colors& inside,
                                                   const Colors& outside) const {
@@ -112,7 +94,7 @@ class PictureTest : public CommandTest {
     }
 };
 
-TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
+TEST_F(PictureKindsTest, SoftnessZeroKeepsFilesAsTheyAre) {
     const TypeDesc profileType(TypeDesc::UINT8, 160);
     const std::array<std::uint8_t, 160> anyBytes{1, 2, 3};
     unsigned seed = 1;
@@ -151,7 +133,7 @@ TEST_F(PictureTest, SoftnessZeroKeepsFilesAsTheyAre) {
 }
 
 /// Lossy compression and bilevel files give way to what holds the result.
-TEST_F(PictureTest, ResultsAreNotLostInTheFilesOwnEncoding) {
+TEST_F(PictureKindsTest, ResultsAreNotLostInTheFilesOwnEncoding) {
     TestPicture lossy = MakeNoise("lossy.exr", 64, 48);
     lossy.spec.attribute("compression", "dwaa");
     write("lossy.exr", lossy);
@@ -165,7 +147,7 @@ TEST_F(PictureTest, ResultsAreNotLostInTheFilesOwnEncoding) {
     EXPECT_GT(std::set(samples.begin(), samples.end()).size(), 2U);
 }
 
-TEST_F(PictureTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
+TEST_F(PictureKindsTest, UnlikeColorsAndUnnamedChannelsAreRefused) {
     TestPicture cmyk = MakePicture(8, 8, 4, TypeDesc::UINT8);
     cmyk.spec.channelnames = {"C", "M", "Y", "K"};
     cmyk.spec.alpha_channel = -1;
@@ -188,7 +170,7 @@ double StepOf(const TypeDesc& type, int bits = 0) {
 }
 
 /// Samples of any number of bits hold thirds exactly.
-TEST_F(PictureTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
+TEST_F(PictureKindsTest, SmoothsAtAnyDepthAndInThePicturesOwnAlphaConvention) {
     const auto kinds = drawDiscs(4, {1.0 / 3, 2.0 / 3, 0, 2.0 / 3}, {2.0 / 3, 0, 1.0 / 3, 1});
     smoothAll("own");  // each at the depth of its samples
     const TestPicture expected = read("own/straightfloat.tif");
@@ -223,7 +205,7 @@ nevrel_sample SampleOf(const TypeDesc& type) {
 }
 
 /// And so do all fronts, which are held to it.
-TEST_F(PictureTest, TheCInterfaceMakesTheSameBytes) {
+TEST_F(PictureKindsTest, TheCInterfaceMakesTheSameBytes) {
     std::vector<FileKind> kinds;
     for (const FileKind& kind : fileKinds) {
         if (kind.channels < 3 || kind.bits > 0) continue;
@@ -254,7 +236,7 @@ TEST_F(PictureTest, TheCInterfaceMakesTheSameBytes) {
     }
 }
 
-TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
+TEST_F(PictureKindsTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
     std::vector<FileKind> kinds = drawDiscs(3, {0, 0, 0}, {1, 0, 0});
     for (const FileKind& kind : drawDiscs(1, {0}, {1})) kinds.push_back(kind);
     for (const std::string color : {"red", "white"}) {
@@ -277,7 +259,7 @@ TEST_F(PictureTest, ColorKeyAddsAlphaAndKeepsTheColorBehindIt) {
     }
 }
 
-TEST_F(PictureTest, OtherChannelsAreCarriedOver) {
+TEST_F(PictureKindsTest, OtherChannelsAreCarriedOver) {
     TestPicture picture = MakePicture(48, 40, 9, TypeDesc::HALF);
     picture.spec.channelnames = {"R",         "G",         "B",         "Z",        "id",
                                  "diffuse.R", "diffuse.G", "diffuse.B", "diffuse.A"};
@@ -319,7 +301,7 @@ TEST_F(PictureTest, OtherChannelsAreCarriedOver) {
     ExpectError(run("smooth -o out.png in.exr"), 1, {"out.png", "png cannot hold"});
 }
 
-TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
+TEST_F(PictureKindsTest, FilesKeepAllTheirPartsOrAreRefused) {
     for (const std::string name : {"parts.exr", "pages.tif"}) {
         std::vector<TestPicture> parts;
         for (unsigned i = 0; i < 3; ++i) {
@@ -350,7 +332,7 @@ TEST_F(PictureTest, FilesKeepAllTheirPartsOrAreRefused) {
 
 /// Its own alpha convention; and no time of writing, which would make other bytes of the same
 /// picture each time.
-TEST_F(PictureTest, AnotherFormatGetsWhatItIsUsedTo) {
+TEST_F(PictureKindsTest, AnotherFormatGetsWhatItIsUsedTo) {
     TestPicture straight = MakePictureFor("in.png", 48, 40);
     DrawDisc(straight, {1, 0.5, 0, 0.4}, {0, 0.5, 1, 0.8});
     write("in.png", straight);
@@ -369,7 +351,7 @@ TEST_F(PictureTest, AnotherFormatGetsWhatItIsUsedTo) {
     });
 }
 
-TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTheyAre) {
+TEST_F(PictureKindsTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTheyAre) {
     TestPicture picture = MakePicture(48, 40, 4, TypeDesc::FLOAT, Alpha::Associated);
     DrawDisc(picture, {1e30, 1, 1, 1e-30}, {0.5, 0.5, 0.5, 1});
     write("tiny_alpha.exr", picture);
@@ -390,72 +372,6 @@ TEST_F(PictureTest, FiniteFloatPicturesStayFiniteAndOthersKeepTheirFaultsWhereTh
         const bool near = std::hypot(x - 5, y - 5) < 3 || std::hypot(x - 40, y - 30) < 3;
         EXPECT_TRUE(near || Unit(faults, x, y, c) == Unit(clean, x, y, c)) << x << ", " << y;
     });
-}
-
-/// What goes through a pipe is what a file would hold.
-TEST_F(PictureTest, PipesGiveTheSameAsFiles) {
-    WriteNoise(path("a.png"), 48, 40);
-    EXPECT_EQ(smooth("a.png").status, 0);
-    EXPECT_TRUE(run("smooth - -o - <a.png").output == ReadText(path("out_a.png")));
-    EXPECT_TRUE(run("smooth - -o - --format tif <a.png").output.starts_with("II"));
-    ExpectError(run("smooth - -o - </dev/null"), 1, {"-: the standard input is empty"});
-    for (const auto& [type, form] : {std::pair{TypeDesc::UINT8, "rgba"},
-                                     {TypeDesc::UINT16, "rgba64le"},
-                                     {TypeDesc::FLOAT, "rgbaf32le"}}) {
-        TestPicture picture = MakePicture(48, 40, 4, type);
-        FillWithNoise(picture, 7);
-        write("b.tif", picture);
-        const std::string samples = Bytes(smoothed("b.tif")), raw = Bytes(picture);
-        WriteText(path("raw"), raw + raw + raw.substr(1));
-        const CommandRun frames = run(std::string("smooth <raw --raw 48x40:") + form);
-        ExpectError(frames, 1, {"frame 3", "ends within it"});
-        EXPECT_TRUE(frames.output == samples + samples) << form;
-    }
-}
-
-/// White lets all of the effect through, black nothing, grey a part.
-TEST_F(PictureTest, MasksHoldTheEffectBack) {
-    TestPicture mask = MakePictureFor("mask.png", 60, 40, 1);
-    ForEachSample(mask, [&](int x, int y, int) {
-        SetUnit(mask, x, y, 0, x < 20 ? 0 : x < 40 ? 1 : 0.5);
-    });
-    write("mask.png", mask);
-    for (const char* file : {"a.png", "a.exr"}) {
-        WriteNoise(path(file), 60, 40);
-        const TestPicture picture = read(file), all = smoothed(file),
-                          some = smoothed(file, "--mask mask.png");
-        int between = 0;
-        ForEachSample(picture, [&](int x, int y, int c) {
-            const double was = Unit(picture, x, y, c), full = Unit(all, x, y, c);
-            const double is = Unit(some, x, y, c);
-            EXPECT_TRUE(x >= 40 || is == (x < 20 ? was : full)) << file << x << ", " << y;
-            if (x >= 40 && is != was && is != full) ++between;
-        });
-        EXPECT_GT(between, 300) << file;
-    }
-    WriteNoise(path("small.png"), 8, 8, 1);
-    ExpectError(run("smooth a.png -o out.png --mask small.png"), 1, {"small.png", "8 x 8", "60 x"});
-}
-
-/// A look found here is the default where the file lies beside the module.
-TEST_F(PictureTest, SettingsGoThroughFiles) {
-    WriteNoise(path("a.png"), 8, 8);
-    const std::string look =
-        "--softness 33 --bias 4 --color-threshold 5 --color-key '#123' --key-threshold 6 "
-        "--invert";
-    ASSERT_EQ(run("smooth a.png -o b.png --save-settings s.ini " + look).status, 0);
-    EXPECT_EQ(ReadText(path("s.ini")),
-              "[defaults]\nColorThreshold=5\nSoftness=33\nBias=4\nColorkeyEnable=1\n"
-              "KeycolorR=17\nKeycolorG=34\nKeycolorB=51\nColorkeyThreshold=6\nColorkeyInvert=1\n");
-    ExpectWords(
-        run("smooth a.png -o b.png --dry-run --settings s.ini --softness 7 --no-color-key").output,
-        {"Softness=7\nBias=4\nColorkeyEnable=0\nKeycolorR=17\n"});
-    for (const auto& [key, range] : {std::pair{"Bias", "0 to 100"}, {"KeycolorR", "0 to 255"}}) {
-        WriteText(path("bad.ini"),
-                  std::string("[ui]\nColorkeyGroup=9\n[defaults]\n") + key + "=256\n");
-        ExpectError(run("smooth a.png -o b.png --settings bad.ini"), 2,
-                    {std::string("bad.ini:4: ") + key + " is '256'", range});
-    }
 }
 
 }  // namespace
