@@ -2,17 +2,13 @@
 // written.
 #pragma once
 
+#include <cmath>
+
 #include "kernel/effect_values.h"
 #include "kernel/pixels/color_key.h"
 #include "kernel/pixels/pixel.h"
 #include "kernel/pixels/tip_average.h"
 #include "kernel/pixels/weights.h"
-
-/// |p - q| as the comparisons of this depth take it.
-[[nodiscard]] inline float FloatDifference(float p, float q) noexcept {
-    const float d = p - q;
-    return 0.0F > d ? -d : d;
-}
 
 class DepthFloat {
   public:
@@ -33,10 +29,10 @@ class DepthFloat {
             return edgeThreshold_ - (((other.green + other.red) + other.blue) + other.alpha) < 0.0F;
         }
         if (clearP || Identical(p, q)) return false;
-        const float rest = (((edgeThreshold_ - FloatDifference(p.red, q.red)) -
-                             FloatDifference(p.green, q.green)) -
-                            FloatDifference(p.blue, q.blue)) -
-                           FloatDifference(p.alpha, q.alpha);
+        const float rest =
+            (((edgeThreshold_ - std::fabs(p.red - q.red)) - std::fabs(p.green - q.green)) -
+             std::fabs(p.blue - q.blue)) -
+            std::fabs(p.alpha - q.alpha);
         return rest < 0.0F;
     }
 
@@ -80,9 +76,9 @@ class DepthFloat {
         [[nodiscard]] const FloatKey& color() const { return key_; }
 
         [[nodiscard]] bool matches(const Pixel& p) const noexcept {
-            const float rest = ((key_.tolerance - FloatDifference(p.red, key_.red)) -
-                                FloatDifference(p.green, key_.green)) -
-                               FloatDifference(p.blue, key_.blue);
+            const float rest =
+                ((key_.tolerance - std::fabs(p.red - key_.red)) - std::fabs(p.green - key_.green)) -
+                std::fabs(p.blue - key_.blue);
             return !(rest < 0.0F);
         }
 
