@@ -49,8 +49,8 @@ class Parts {
     }
     void scan() { ScanEdges(depth_, ViewOf<const Pixel>(*job_.outputWorld), map_, forms_.scanRow); }
     void pass() {
-        SmoothingPass<Depth, mode>(ImagePair<Depth, mode>(input_, output_, key_), map_, weights_,
-                                   FastestForms().findWindows, forms_.blendAcross)
+        SmoothingPass<Depth, mode>(ImagePair<Depth, mode>(input_, output_, key_, forms_.markPixels),
+                                   map_, weights_, FastestForms().findWindows, forms_.blendAcross)
             .run();
     }
 

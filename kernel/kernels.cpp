@@ -51,7 +51,7 @@ bool Smooth(const EffectValues& values, const Images& images, std::uint8_t* scra
     using Pixel = typename Depth::Pixel;
     const EdgeMap map = ScanOutput<Depth>(values, images, scratch, forms);
     const ImagePair<Depth, mode> pair(InputOf<Pixel>(images), OutputOf<Pixel>(images),
-                                      ColorKey<Depth, mode>(values));
+                                      ColorKey<Depth, mode>(values), forms.of<Pixel>().markPixels);
     const BlendWeights<typename Depth::Weights> weights(values.softness, values.bias);
     WatchedSearch search{progress, forms.findWindows};
     SmoothingPass<Depth, mode>(pair, map, weights, search.asked(), forms.of<Pixel>().blendAcross,

@@ -61,11 +61,8 @@ class SmoothingPass {
     }
     void averageTips(const Windows& windows) noexcept {
         for (int window = 0; window < windows.count; ++window) {
-            std::uint64_t left = windows.found.tip.word[window] & windows.own(window, map_.width());
-            for (; left != 0; left &= left - 1) {
-                const int x = windows.column(window, std::countr_zero(left));
-                steps_.averageTip(x, windows.y[window]);
-            }
+            steps_.averageTips(windows.found.tip.word[window] & windows.own(window, map_.width()),
+                               windows.x[window] - Windows::margin, windows.y[window]);
         }
     }
 

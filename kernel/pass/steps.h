@@ -44,7 +44,10 @@ class PixelSteps {
         }
     }
 
-    void averageTip(int x, int y) noexcept { images_.tipAverage(x, y, weights_.tipWeight); }
+    /// Averages tips of a row: bit i stands for column x + i.
+    void averageTips(std::uint64_t tips, int x, int y) noexcept {
+        images_.averageTips(tips, x, y, weights_.tipWeight);
+    }
 
   private:
     /// How a ramp goes out from a piece.
@@ -172,7 +175,7 @@ class PixelSteps {
     // edge flag of the column on its left.
     void treatTip(const FindingsAt& at, int x, int y) noexcept {
         if (at.isIn(at.findings.tip)) {
-            averageTip(x, y);
+            averageTips(1, x, y);
             return;
         }
         const bool roomForFirst = x <= map_.width() - 4 && y >= 3;

@@ -12,10 +12,10 @@
 /// A key colour and its tolerance in a depth's own range.
 template <typename Channel>
 struct KeyColor {
+    Channel tolerance;  ///< first, so that the colour lies as in a pixel of such channels
     Channel red;
     Channel green;
     Channel blue;
-    Channel tolerance;
 };
 using IntegerKey = KeyColor<std::int32_t>;  ///< of the 8-bit and 16-bit depths
 using FloatKey = KeyColor<float>;

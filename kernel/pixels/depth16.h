@@ -33,8 +33,8 @@ class Depth16 : public IntegerDepth<Pixel16> {
     class Key {
       public:
         explicit Key(const EffectValues& values)
-            : key_{Scale16(LowByte(values.keyRed)), Scale16(LowByte(values.keyGreen)),
-                   Scale16(LowByte(values.keyBlue)), Scale16(values.keyThreshold)} {}
+            : key_{Scale16(values.keyThreshold), Scale16(LowByte(values.keyRed)),
+                   Scale16(LowByte(values.keyGreen)), Scale16(LowByte(values.keyBlue))} {}
 
         [[nodiscard]] const IntegerKey& color() const { return key_; }
 

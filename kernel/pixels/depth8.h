@@ -28,8 +28,8 @@ class Depth8 : public IntegerDepth<Pixel8> {
     class Key {
       public:
         explicit Key(const EffectValues& values)
-            : key_{LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue),
-                   values.keyThreshold},
+            : key_{values.keyThreshold, LowByte(values.keyRed), LowByte(values.keyGreen),
+                   LowByte(values.keyBlue)},
               exact_{0, LowByte(values.keyRed), LowByte(values.keyGreen), LowByte(values.keyBlue)} {
         }
 

@@ -70,8 +70,9 @@ class DepthFloat {
     class Key {
       public:
         explicit Key(const EffectValues& values)
-            : key_{FromByteScale(LowByte(values.keyRed)), FromByteScale(LowByte(values.keyGreen)),
-                   FromByteScale(LowByte(values.keyBlue)), FromByteScale(values.keyThreshold)} {}
+            : key_{FromByteScale(values.keyThreshold), FromByteScale(LowByte(values.keyRed)),
+                   FromByteScale(LowByte(values.keyGreen)),
+                   FromByteScale(LowByte(values.keyBlue))} {}
 
         [[nodiscard]] const FloatKey& color() const { return key_; }
 

@@ -47,6 +47,12 @@ class ImageView {
         return row(y)[x];
     }
 
+    /// These columns and rows as an image.
+    [[nodiscard]] ImageView part(int left, int top, int columns, int rows) const {
+        assert(contains(left, top) && left + columns <= width_ && top + rows <= height_);
+        return {&at(left, top), pitch_, columns, rows};
+    }
+
   private:
     Byte* base_;
     std::ptrdiff_t pitch_;

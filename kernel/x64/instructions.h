@@ -26,6 +26,7 @@ struct Sse2 {
     static Vector zero() { return _mm_setzero_si128(); }
     static Vector fill(std::int32_t v) { return _mm_set1_epi32(v); }
     static Vector fill64(std::uint64_t v) { return _mm_set1_epi64x(static_cast<long long>(v)); }
+    static Vector fill128(const void* p) { return load(p); }
     static bool isZero(Vector v) { return _mm_movemask_epi8(_mm_cmpeq_epi8(v, zero())) == 0xFFFF; }
     static Vector bitAnd(Vector a, Vector b) { return _mm_and_si128(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm_or_si128(a, b); }
@@ -101,6 +102,7 @@ struct Avx2 {
     static Vector zero() { return _mm256_setzero_si256(); }
     static Vector fill(std::int32_t v) { return _mm256_set1_epi32(v); }
     static Vector fill64(std::uint64_t v) { return _mm256_set1_epi64x(static_cast<long long>(v)); }
+    static Vector fill128(const void* p) { return _mm256_broadcastsi128_si256(Sse2::load(p)); }
     static bool isZero(Vector v) { return _mm256_testz_si256(v, v) != 0; }
     static Vector bitAnd(Vector a, Vector b) { return _mm256_and_si256(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm256_or_si256(a, b); }
@@ -187,6 +189,7 @@ struct Avx512 {
     static Vector zero() { return _mm512_setzero_si512(); }
     static Vector fill(std::int32_t v) { return _mm512_set1_epi32(v); }
     static Vector fill64(std::uint64_t v) { return _mm512_set1_epi64(static_cast<long long>(v)); }
+    static Vector fill128(const void* p) { return _mm512_broadcast_i32x4(Sse2::load(p)); }
     static bool isZero(Vector v) { return _mm512_test_epi32_mask(v, v) == 0; }
     static Vector bitAnd(Vector a, Vector b) { return _mm512_and_si512(a, b); }
     static Vector bitOr(Vector a, Vector b) { return _mm512_or_si512(a, b); }

@@ -2,7 +2,10 @@
 // throughout, see there.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <type_traits>
@@ -131,9 +134,13 @@ struct EdgePairsFloat {
 /// A vector full of one pixel.
 template <typename Isa, typename Pixel>
 typename Isa::Vector RepeatPixel(const Pixel& pixel) {
-    Pixel pixels[Isa::bytes / sizeof(Pixel)];
-    for (Pixel& p : pixels) p = pixel;
-    return Isa::load(pixels);
+    if constexpr (sizeof pixel == 4) {
+        return Isa::fill(std::bit_cast<std::int32_t>(pixel));
+    } else if constexpr (sizeof pixel == 8) {
+        return Isa::fill64(std::bit_cast<std::uint64_t>(pixel));
+    } else {
+        return Isa::fill128(&pixel);
+    }
 }
 
 /// Whether any pixels differ at all in the cells at row[0], row[1], ... that are tested at once.
@@ -258,10 +265,10 @@ class KeyMissesFloat {
   public:
     using Pixel = PixelFloat;
     using Key = FloatKey;
+    static_assert(sizeof(Key) == sizeof(Pixel));
 
     explicit KeyMissesFloat(const Key& key)
-        : tolerance_(Isa::fillFloat(key.tolerance)),
-          color_(Isa::floats(RepeatPixel<Isa>(Pixel{0.0F, key.red, key.green, key.blue}))) {}
+        : tolerance_(Isa::fillFloat(key.tolerance)), color_(Isa::floats(Isa::fill128(&key))) {}
 
     [[nodiscard]] Vector operator()(Vector pixels) const {
         const Floats d = Isa::magnitude(Isa::subtract(Isa::floats(pixels), color_));
@@ -280,8 +287,11 @@ template <typename Isa, typename Misses, typename Pixel = typename Misses::Pixel
 int MarkPixelsWith(const Pixel* from, Pixel* to, int count, const typename Misses::Key& key,
                    bool matching) {
     const Misses misses(key);
-    Pixel alphaOnly{};
-    std::memset(&alphaOnly.alpha, 0xFF, sizeof alphaOnly.alpha);
+    static constexpr auto alphaOnly = [] {
+        std::array<std::uint8_t, sizeof(Pixel)> bytes{};
+        std::fill_n(bytes.begin(), sizeof(Pixel::alpha), std::uint8_t{0xFF});
+        return std::bit_cast<Pixel>(bytes);
+    }();
     const auto alpha = RepeatPixel<Isa>(alphaOnly);
     const auto flip = Isa::fill(matching ? -1 : 0);
     constexpr int atOnce = Isa::bytes / int{sizeof(Pixel)};
