@@ -13,6 +13,7 @@
 #include "command/pictures/picture.h"
 #include "command/pictures/picture_library.h"
 #include "command/pictures/png_reader.h"
+#include "command/pictures/zlib_calls.h"
 
 namespace nevrel {
 namespace {
@@ -42,6 +43,15 @@ std::vector<std::byte> ReadStart(const Descriptor& file, std::size_t size,
     return bytes;
 }
 
+/// The library's reader of TIFF passes over strips that cannot be inflated.
+Picture ReadWithLibrary(const std::filesystem::path& path) {
+    const std::size_t before = InflateFailures();
+    Picture picture = TheLibrary().read(path);
+    if (InflateFailures() != before)
+        throw UnreadablePicture(path, "damaged or truncated: its samples cannot be inflated");
+    return picture;
+}
+
 }  // namespace
 
 Picture ReadPicture(const std::filesystem::path& path, const std::string& format) try {
@@ -49,7 +59,7 @@ Picture ReadPicture(const std::filesystem::path& path, const std::string& format
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen()) ThrowSystemError(path, "cannot be read");
     constexpr std::size_t signature = 8;
-    if (!IsPng(ReadStart(file, signature, path))) return TheLibrary().read(path);
+    if (!IsPng(ReadStart(file, signature, path))) return ReadWithLibrary(path);
     const auto bytes = ReadStart(file, std::filesystem::file_size(path), path);
     const auto chunks =
         SplitPng(bytes, path);  // also keeps what is truncated from the library, which leaks
@@ -58,7 +68,7 @@ Picture ReadPicture(const std::filesystem::path& path, const std::string& format
     if (format.empty() || format == "png") {
         picture.parts.push_back(ReadPngPart(bytes, chunks, details, path));
     } else {
-        picture = TheLibrary().read(path);
+        picture = ReadWithLibrary(path);
     }
     picture.png = std::move(details);
     return picture;

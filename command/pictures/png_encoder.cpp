@@ -1,18 +1,16 @@
 #include "command/pictures/png_encoder.h"
 
-#include <libdeflate.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "command/pictures/deflate.h"
 #include "command/pictures/file_numbers.h"
 
 namespace nevrel {
@@ -31,13 +29,7 @@ void Append(Bytes& to, std::string_view text) {
 }
 
 Bytes Compress(std::span<const std::byte> bytes, int effort) {
-    // The library's levels at which files are about as large as those of zlib at 0 to 9, or
-    // smaller.
-    constexpr std::array levels{0, 1, 2, 3, 4, 5, 7, 8, 9, 11};
-    const int level = levels.at(static_cast<std::size_t>(effort));
-    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-        libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
-    if (!compressor) throw std::bad_alloc();
+    const Compressor compressor = NewCompressor(effort);
     const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), bytes.size());
     const auto room = std::make_unique_for_overwrite<std::byte[]>(most);  // only some is touched
     const std::size_t size =

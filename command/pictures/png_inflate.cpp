@@ -1,16 +1,14 @@
 #include "command/pictures/png_inflate.h"
 
-#include <libdeflate.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 
 #include "command/errors.h"
+#include "command/pictures/deflate.h"
 #include "command/pictures/file_numbers.h"
 
 namespace nevrel {
@@ -105,9 +103,7 @@ std::optional<Bytes> InflatePng(std::span<const std::byte> file,
     }
     const auto mostInflated = MostInflated(chunks.front().data());
     if (!mostInflated) return std::nullopt;
-    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)>
-        decompressor(libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    if (!decompressor) throw std::bad_alloc();
+    const Decompressor decompressor = NewDecompressor();
     const Bytes deflated = Deflated(chunks);
     const auto inflated = std::make_unique_for_overwrite<std::byte[]>(*mostInflated);
     std::size_t size = 0;

@@ -143,6 +143,10 @@ TEST_F(CommandTest, BrokenPicturesAreErrors) {
         for (const std::size_t size :
              {end - 1, end * 9 / 10, end / 2, std::size_t{100}, std::size_t{10}})
             broken.push_back(whole.substr(0, size));
+        if (kind == "png" || kind == "tif") {  // a check sum shows what the structure doesn't
+            broken.push_back(whole);
+            broken.back()[end / 2] ^= 1;
+        }
         if (const auto huge = hugeSizes.find(kind); huge != hugeSizes.end()) {
             const auto& [at, size] = huge->second;
             broken.push_back(std::string(whole).replace(at, size.size(), size));

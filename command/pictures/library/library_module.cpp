@@ -1,6 +1,8 @@
 // What the module with the picture library exports.
 #include <OpenImageIO/imageio.h>
 
+#include <algorithm>
+
 #include "command/pictures/library/library_files.h"
 #include "command/pictures/picture_library.h"
 
@@ -10,7 +12,9 @@ namespace {
 class Library : public PictureLibrary {
   public:
     void useThreads(int threads) const override {
-        OIIO::attribute("threads", threads);
+        // Fewer than three would let TIFFs be packed by zlib, row after row, and to other bytes.
+        OIIO::attribute("threads", std::max(threads, 3));
+        OIIO::attribute("tiff:multithread", 0);  // its threads tell nobody of damaged strips
         OIIO::attribute("exr_threads",
                         threads > 1 ? threads : -1);  // a pool of one would be one thread too many
     }

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <mutex>
 #include <utility>
 
 #include "command/errors.h"
@@ -66,8 +67,34 @@ void RequireRgbOrGrey(const std::filesystem::path& path, const OIIO::ImageSpec& 
     }
 }
 
-Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::filesystem::path& path,
-              int subimage) {
+/// The name under which the library opens the file; it takes a question mark for the start of a
+/// query.
+std::string LibraryName(const std::filesystem::path& path, const Descriptor& file) {
+    return path.string().find('?') == std::string::npos ? path.string() : file.path();
+}
+
+bool ReadSamples(OIIO::ImageInput& input, int subimage, const Part& part) {
+    return input.read_image(subimage, 0, 0, static_cast<int>(part.spec.channels.size()),
+                            OIIO::TypeDesc::UNKNOWN, part.samples.get());
+}
+
+/// Whether the quick reader could read the samples of an EXR. It is asked for rows in zip blocks
+/// only: of uncompressed files it takes those for whole that end too early.
+bool ReadQuickly(const std::string& name, int subimage, const Part& part) {
+    const OIIO::ImageSpec& spec = LibraryDetails(part.spec);
+    const std::string compression = spec.get_string_attribute("compression");
+    const bool isZip = compression == "zip" || compression == "zips";
+    if (!isZip || spec.tile_width > 0) return false;
+    const auto quick = OpenWithLibrary(name, nullptr, ExrReader::Quick);
+    const bool read = quick && quick->seek_subimage(subimage, 0) &&
+                      quick->spec().channelnames == spec.channelnames &&
+                      ReadSamples(*quick, subimage, part) && quick->geterror().empty();
+    static_cast<void>(OIIO::geterror());  // what is wrong is told by the complete reader
+    return read;
+}
+
+Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::string& name,
+              const std::filesystem::path& path, int subimage) {
     OIIO::ImageSpec spec = input.spec(subimage);
     RequireFlat(path, spec);
     RequireRgbOrGrey(path, spec);
@@ -82,8 +109,8 @@ Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::fil
         }
     }
     Part part = MakePart(FromLibrary(spec), associated);
-    const bool read = input.read_image(subimage, 0, 0, spec.nchannels, OIIO::TypeDesc::UNKNOWN,
-                                       part.samples.get());
+    const bool isRead = format == "openexr" && ReadQuickly(name, subimage, part);
+    const bool read = isRead || ReadSamples(input, subimage, part);
     // Some readers report a missing part of a file and succeed all the same.
     const std::string error = input.geterror();
     if (!read || !error.empty())
@@ -91,23 +118,27 @@ Part ReadPart(OIIO::ImageInput& input, const std::string& format, const std::fil
     return part;
 }
 
-/// The name under which the library opens the file; it takes a question mark for the start of a
-/// query.
-std::string LibraryName(const std::filesystem::path& path, const Descriptor& file) {
-    return path.string().find('?') == std::string::npos ? path.string() : file.path();
-}
-
 }  // namespace
+
+std::unique_ptr<OIIO::ImageInput> OpenWithLibrary(const std::string& name,
+                                                  const OIIO::ImageSpec* hints,
+                                                  ExrReader exrReader) {
+    static std::mutex opening;
+    const std::lock_guard<std::mutex> lock(opening);
+    OIIO::attribute("openexr:core", exrReader == ExrReader::Quick ? 1 : 0);
+    return OIIO::ImageInput::open(name, hints);
+}
 
 Picture ReadWithLibrary(const std::filesystem::path& path) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const OIIO::ImageSpec hints = ReadingHints();
-    const auto input = OIIO::ImageInput::open(LibraryName(path, file), &hints);
+    const std::string name = LibraryName(path, file);
+    const auto input = OpenWithLibrary(name, &hints);
     if (!input) throw UnreadablePicture(path, "is no picture: " + OneLine(OIIO::geterror()));
     Picture picture{input->format_name(), {}, {}};
     RequireSupported(path, picture.format);
     for (int subimage = 0; input->seek_subimage(subimage, 0); ++subimage) {
-        picture.parts.push_back(ReadPart(*input, picture.format, path, subimage));
+        picture.parts.push_back(ReadPart(*input, picture.format, name, path, subimage));
         if (input->seek_subimage(subimage, 1))
             throw UnreadablePicture(path, "holds reduced copies (MIP levels)");
     }

@@ -63,6 +63,7 @@ OIIO::ImageSpec WritingSpec(const OIIO::ImageOutput& output, const Part& part,
     KeepSamplesWhole(spec);
     if (settings.compression) SetCompression(spec, output.format_name(), *settings.compression);
     KeepOutTimeOfDay(spec, output.format_name());
+    spec.attribute("tiff:multithread", 1);
     // The writer of TGA knows straight alpha only and takes colour as it is when told so; see
     // MarkAssociated.
     const bool asItIs = !part.associated || std::string_view(output.format_name()) == "targa";
@@ -96,7 +97,7 @@ void SetFileName(const MemoryFile& dpx, const std::string& name) {
 /// TIFFs the library goes to a row through all before it, but straight to a strip of them.
 std::vector<OIIO::ImageSpec> ReadEnds(const std::string& encoded, const Picture& picture) {
     std::vector<OIIO::ImageSpec> specs;
-    const auto input = OIIO::ImageInput::open(encoded);
+    const auto input = OpenWithLibrary(encoded);
     for (int i = 0; i < static_cast<int>(picture.parts.size()); ++i) {
         bool isThere = input && input->seek_subimage(i, 0);
         if (isThere) {
