@@ -68,7 +68,8 @@ RawFormat ParseRawFormat(const std::string& text) {
 }
 
 void SmoothRawFrames(host_kit::Instance& instance, const SmoothSettings& settings,
-                     const RawFormat& format, const std::filesystem::path& mask) {
+                     const RawFormat& format, const std::filesystem::path& maskPath) {
+    const Mask mask(maskPath);
     const PartSpec spec = MakeSpec(format.width, format.height, 4, format.samples);
     Picture picture{"raw", {}, {}};
     picture.parts.push_back(MakePart(spec, false));
@@ -80,7 +81,7 @@ void SmoothRawFrames(host_kit::Instance& instance, const SmoothSettings& setting
         if (size < bytes.size()) throw PictureError(frame, "the input ends within it");
         ColorChannels channels{0, 0, 1, 2, 3, ""};
         StageTimes times;
-        SmoothPart(instance, settings, {frame, frame, mask}, picture.format, picture, channels,
+        SmoothPart(instance, settings, {frame, frame}, mask, picture.format, picture, channels,
                    times);
         WriteAll(STDOUT_FILENO, bytes, frame);
     }

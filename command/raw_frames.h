@@ -17,9 +17,9 @@ struct RawFormat {
 [[nodiscard]] RawFormat ParseRawFormat(const std::string& text);
 
 /// Smooths frame after frame from the standard input to the standard output, until the former
-/// ends. `mask` may be empty. Throws PictureError, naming the frame, where the input ends within
-/// one or the output cannot be written.
+/// ends. The mask's path may be empty. Throws PictureError, naming the frame, where the input ends
+/// within one or the output cannot be written.
 void SmoothRawFrames(host_kit::Instance& instance, const SmoothSettings& settings,
-                     const RawFormat& format, const std::filesystem::path& mask);
+                     const RawFormat& format, const std::filesystem::path& maskPath);
 
 }  // namespace nevrel

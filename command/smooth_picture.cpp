@@ -89,10 +89,10 @@ bool IsPictureThere(const std::filesystem::path& output) {
 }
 
 void SmoothPart(Instance& instance, const SmoothSettings& settings, const PicturePaths& paths,
-                const std::string& format, Picture& picture, ColorChannels& channels,
-                StageTimes& times) {
+                const Mask& mask, const std::string& format, Picture& picture,
+                ColorChannels& channels, StageTimes& times) {
     Part& part = picture.parts[channels.part];
-    const RenderedPart rendered(instance, part, channels, settings.depth, paths, times);
+    const RenderedPart rendered(instance, part, channels, settings.depth, paths.input, mask, times);
     settings.look.draw(instance, rendered, part, paths);
     times.measure(Stage::Store, [&] {
         Adapt(part, channels, picture, format, paths.output);
@@ -122,8 +122,9 @@ void SmoothPicture(Instance& instance, const SmoothSettings& settings, const Pic
                                              picture.format);
     }
     WarnOfLinearLight(picture.parts.front(), picture.format, paths, format, remarks);
+    const Mask mask(paths.mask);
     for (ColorChannels& part : channels)
-        SmoothPart(instance, settings, paths, format, picture, part, remarks.times);
+        SmoothPart(instance, settings, paths, mask, format, picture, part, remarks.times);
     if (paths.output.empty()) return;
     picture.format = format;
     WritePicture(picture, paths.output, settings.write, remarks);

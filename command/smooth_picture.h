@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "command/mask.h"
 #include "command/pictures/color_channels.h"
 #include "command/pictures/picture.h"
 #include "command/progress.h"
@@ -38,11 +39,11 @@ struct RunSettings {
 /// is a placeholder of another program, or what a crash of the system left.
 [[nodiscard]] bool IsPictureThere(const std::filesystem::path& output);
 
-/// Smooths the channels of one part of a picture, as `format` stores it. `paths` names the mask,
-/// and the files in errors.
+/// Smooths the channels of one part of a picture, as `format` stores it. `paths` names the files
+/// in errors.
 void SmoothPart(host_kit::Instance& instance, const SmoothSettings& settings,
-                const PicturePaths& paths, const std::string& format, Picture& picture,
-                ColorChannels& channels, StageTimes& times);
+                const PicturePaths& paths, const Mask& mask, const std::string& format,
+                Picture& picture, ColorChannels& channels, StageTimes& times);
 
 /// Several threads may smooth pictures with one instance at once. Without an output the picture is
 /// only looked at. Throws a std::exception, as a rule a PictureError; the output has not been

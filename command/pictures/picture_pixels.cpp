@@ -281,7 +281,7 @@ void StorePixels(const World& before, const World& after, const ColorChannels& c
     });
 }
 
-void ApplyMask(const Part& mask, const ColorChannels& channels, const World& before, World& after) {
+std::vector<double> MaskWeights(const Part& mask, const ColorChannels& channels) {
     std::vector<double> weights(mask.pixels());
     for (const int channel : Colors(channels)) {
         WithChannel(mask, channel, [&](auto samples, auto) {
@@ -289,6 +289,10 @@ void ApplyMask(const Part& mask, const ColorChannels& channels, const World& bef
                 weights[i] += ToUnit(samples.get(i)) / 3;
         });
     }
+    return weights;
+}
+
+void ApplyMask(const std::vector<double>& weights, const World& before, World& after) {
     WithView(before, [&](const auto& beforeView) {
         const std::decay_t<decltype(beforeView)> afterView(after);
         for (std::size_t i = 0; i < weights.size(); ++i)

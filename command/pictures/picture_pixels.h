@@ -1,6 +1,8 @@
 // Between a picture's samples and the images that the effect works on.
 #pragma once
 
+#include <vector>
+
 #include "command/pictures/color_channels.h"
 #include "command/pictures/picture.h"
 #include "host_kit/world.h"
@@ -16,9 +18,11 @@ void LoadPixels(const Part& part, const ColorChannels& channels, host_kit::World
 void StorePixels(const host_kit::World& before, const host_kit::World& after,
                  const ColorChannels& channels, Part& part);
 
-/// Takes back what the effect changed where the mask's grey is black, and in part where it is
-/// between black and white; of a mask in colour the mean counts. All are of one size.
-void ApplyMask(const Part& mask, const ColorChannels& channels, const host_kit::World& before,
+/// A mask's grey at each pixel, from 0, black, to 1, white; of a mask in colour the mean.
+[[nodiscard]] std::vector<double> MaskWeights(const Part& mask, const ColorChannels& channels);
+
+/// Leaves at each pixel the share of what the effect changed that `weights` say; 1 leaves all.
+void ApplyMask(const std::vector<double>& weights, const host_kit::World& before,
                host_kit::World& after);
 
 /// Gives the part an opaque alpha channel behind its last colour channel, and sets it in

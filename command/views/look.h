@@ -6,6 +6,7 @@
 #include <string>
 
 #include "command/render_part.h"
+#include "command/sequences/picture_list.h"
 
 namespace nevrel {
 

@@ -58,7 +58,8 @@ std::string FrameScript(Instance& instance, const SmoothSettings& settings,
     const Picture picture = times.measure(Stage::Decode, [&] { return ReadPicture(paths.input); });
     const ColorChannels channels = FindColorChannels(picture, settings.layer, paths.input);
     const Part& part = picture.parts[channels.part];
-    const RenderedPart rendered(instance, part, channels, settings.depth, paths, times);
+    const RenderedPart rendered(instance, part, channels, settings.depth, paths.input,
+                                Mask(paths.mask), times);
     return times.measure(Stage::Encode, [&] {
         const auto png = [&](const Picture& shown) { return PngText(shown, paths.input); };
         return "<script>pictures.push({name: " + JsonString(paths.input.string()) +
