@@ -72,6 +72,14 @@ std::size_t TerminalWidth() {
     return isKnown ? size.ws_col : 80;
 }
 
+/// The front of a text in UTF-8, without a part of a character at its end. No character has more
+/// columns than bytes.
+std::string Shortened(const std::string& text, std::size_t bytes) {
+    if (text.size() <= bytes) return text;
+    while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0U) == 0x80) --bytes;
+    return text.substr(0, bytes);
+}
+
 }  // namespace
 
 ProgressStyle ParseProgressStyle(const std::string& name) {
@@ -146,7 +154,7 @@ void Progress::showLine(const std::string& text) {
     const auto now = Clock::now();
     if (lastTold_ && now - *lastTold_ < pause && finished() < total_) return;
     lastTold_ = now;
-    const std::string line = "\r\x1B[K" + Printable(text).substr(0, TerminalWidth() - 1);
+    const std::string line = "\r\x1B[K" + Shortened(Printable(text), TerminalWidth() - 1);
     lineShown_ = write(STDERR_FILENO, line.data(), line.size()) > 0;
 }
 
