@@ -18,3 +18,4 @@ ${Text} ForAllUsersMore "Otherwise only administrators can, since the plug-ins f
 ${Text} InUse "nevrel.aex is in use. Quit After Effects, Premiere Pro and Media Encoder, then try again.$\r$\n$\r$\n$Folder" "nevrel.aex は使用中です。After Effects、Premiere Pro、Media Encoder を終了してから再試行してください。$\r$\n$\r$\n$Folder"
 ${Text} CannotWrite "nevrel.aex cannot be written into this folder:$\r$\n$\r$\n$Folder" "このフォルダーに nevrel.aex を書き込めません。$\r$\n$\r$\n$Folder"
 ${Text} NoHost "/BUILD=each: no After Effects was found." "/BUILD=each：After Effects が見つかりません。"
+${Text} NotOneFolder "/BUILD=each is for each version's own plug-ins folder and cannot be combined with /D=." "/BUILD=each はバージョンごとの専用フォルダー用のため、/D= と同時には指定できません。"
