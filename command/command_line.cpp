@@ -85,7 +85,9 @@ void AddInputOptions(CLI::App& command, CommandLine& line, const std::string& in
                     "what to do about frames that are not there; error by default")
         ->type_name("error|skip")
         ->group(group);
-    command.add_flag("--no-pattern", line.withoutPatterns, "takes #, @ and % in names as they are")
+    command
+        .add_flag("--no-pattern", line.withoutPatterns,
+                  "takes #, @ and % in names as they are, as @ is beside # or %")
         ->group(group);
     command
         .add_option("--jobs", line.run.jobs,

@@ -21,15 +21,15 @@ struct Place {
     int digits;
 };
 
-/// The place that begins at `at`, if one does.
-std::optional<Place> PlaceAt(std::string_view name, std::size_t at) {
+/// The place that begins with one of `signs` at `at`, if one does.
+std::optional<Place> PlaceAt(std::string_view name, std::size_t at, std::string_view signs) {
     const char sign = name[at];
+    if (signs.find(sign) == std::string_view::npos) return std::nullopt;
     if (sign == '#' || sign == '@') {
         const std::size_t end = std::min(name.find_first_not_of(sign, at), name.size());
         const auto count = static_cast<int>(end - at);
         return Place{at, end, sign == '#' && count == 1 ? 4 : count};
     }
-    if (sign != '%') return std::nullopt;
     const std::size_t end = std::min(name.find_first_not_of(decimals, at + 1), name.size());
     if (end == name.size() || name[end] != 'd' || end - at > 3) return std::nullopt;
     int digits = 1;
@@ -37,12 +37,12 @@ std::optional<Place> PlaceAt(std::string_view name, std::size_t at) {
     return Place{at, end + 1, std::max(digits, 1)};
 }
 
-std::vector<Place> FindPlaces(std::string_view name) {
+std::vector<Place> FindPlaces(std::string_view name, std::string_view signs) {
     std::vector<Place> places;
     for (std::size_t at = 0; at < name.size(); ++at) {
         if (name.substr(at).starts_with("%%")) {
             ++at;
-        } else if (std::optional<Place> place = PlaceAt(name, at)) {
+        } else if (std::optional<Place> place = PlaceAt(name, at, signs)) {
             const bool bracketed = at > 0 && name[at - 1] == '[' && place->end < name.size() &&
                                    name[place->end] == ']';
             if (bracketed) *place = {place->begin - 1, place->end + 1, place->digits};
@@ -97,7 +97,8 @@ bool NaturallyLess(std::string_view a, std::string_view b) {
 
 std::optional<NamePattern> NamePattern::parse(const fs::path& path) {
     const std::string name = path.filename().string();
-    const std::vector<Place> places = FindPlaces(name);
+    std::vector<Place> places = FindPlaces(name, "#%");
+    if (places.empty()) places = FindPlaces(name, "@");
     if (places.empty()) return std::nullopt;
     if (places.size() > 1) {
         throw UsageError(path.string() +

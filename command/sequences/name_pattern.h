@@ -13,7 +13,8 @@ namespace nevrel {
 
 /// A path whose file name holds the place of a frame number: `shot.####.png` (as many digits as
 /// hashes, four for a single one), `shot.@@.png` (as many as signs), either in brackets, or
-/// `shot.%04d.png`. Numbers with more digits are taken as they are; `%%` is a percent sign.
+/// `shot.%04d.png`. Beside one of the others `@` is an ordinary sign, as in `icon@2x.####.png`.
+/// Numbers with more digits are taken as they are; `%%` is a percent sign.
 class NamePattern {
   public:
     /// Nothing when the name has no such place. Throws UsageError when it has several.

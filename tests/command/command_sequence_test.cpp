@@ -95,9 +95,9 @@ TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
         {"e@2x.png -o f@3x.png", "e@2x.png -> f@3x.png\n"},
         {"100%%.png -o out/", "100%.png -> out/100%.png\n"},
         {"a.#.png -o b.#.png --no-pattern", "a.#.png -> b.#.png\n"},
-        {"in/s.#.png -o o.%0d.png --frames 2,-3 --save-settings dry",
-         "in/s.0002.png -> o.2.png\n"
-         "in/s.-003.png -> o.-3.png\n"},
+        {"in/s.#.png -o o@2x.%0d.png --frames 2,-3 --save-settings dry",
+         "in/s.0002.png -> o@2x.2.png\n"
+         "in/s.-003.png -> o@2x.-3.png\n"},
     };
     for (const auto& [words, printed] : cases) {
         const CommandRun plan = run("smooth --dry-run " + words);
@@ -110,7 +110,7 @@ TEST_F(SequenceTest, PatternsFoldersAndRangesNamePictures) {
         {"in/s.####.png -o out/ --frames 1-5", {"frames 3-5 are missing, 2 are there"}},
         {"in/s.####.png -o out/ --frames 50-60 --missing skip", {"no such frames as 50-60"}},
         {"in/s.##.png -o out/ --frames 1", {"no such frames"}},
-        {"in/s.#.@.png -o out/", {"several places"}},
+        {"in/s.#.%d.png -o out/", {"several places"}},
         {"in/s.####.png -o one.png --frames 1-2", {"--output", "pattern"}},
         {"in/s.####.png -o in/ --frames 1", {"is the input itself"}},
         {"in/s.####.png -o in/ --frames 1-2 --offset 1", {"is another input"}},
