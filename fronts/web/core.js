@@ -1,13 +1,13 @@
 "use strict";
 // The core in WebAssembly: the picture in its memory, and its controls as the C interface tells them.
 
-const coreOk = 0;
+const coreOk = 0, coreOutOfMemory = 6;
 const rgbaOrder = 0;
 const samples8 = 0, samples16 = 1;
 const controlKinds = ["slider", "checkbox", "color"];
 const controlBytes = 44, settingsBytes = 40, imageBytes = 8;
 
-// A failure that has a text of this name on the page.
+// A failure that has a text of this name on the page. Its detail, which is English, goes to the browser's console.
 class Trouble extends Error {
   constructor(name, detail = "") {
     super(detail);
@@ -82,7 +82,9 @@ class Core {
   }
 
   require(status) {
-    if (status !== coreOk) throw new Trouble("failed", this.text(this.exports.nevrel_status_text(status)));
+    if (status === coreOk) return;
+    const name = status === coreOutOfMemory ? "tooLarge" : "failed";
+    throw new Trouble(name, this.text(this.exports.nevrel_status_text(status)));
   }
 
   smooth(settings) {

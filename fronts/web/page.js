@@ -64,8 +64,7 @@ function showState() {
 
 function fail(error) {
   console.warn(error.message);
-  const trouble = error.trouble ?? "failed";
-  say(() => text(trouble) + (trouble === "failed" ? error.message : ""));
+  say(() => text(error.trouble ?? "failed"));
 }
 
 const smooth = latest(async () => {

@@ -36,15 +36,11 @@ const answers = {
 
   // Where it fails, the picture before is still there.
   async open({ blob }) {
-    try {
-      const opened = await readPicture(blob), { width, height, kept, exact, samples } = opened;
-      const before = await bitmapOf(samples, opened);
-      core.open(opened);
-      picture = { width, height, kept };
-      return { width, height, exact, bits: samples.BYTES_PER_ELEMENT * 8, before };
-    } catch (error) {
-      throw error instanceof RangeError ? new Trouble("tooLarge") : error;
-    }
+    const opened = await readPicture(blob), { width, height, kept, exact, samples } = opened;
+    const before = await bitmapOf(samples, opened);
+    core.open(opened);
+    picture = { width, height, kept };
+    return { width, height, exact, bits: samples.BYTES_PER_ELEMENT * 8, before };
   },
 
   // `edges`: their colour where they are wanted, else null.
@@ -75,7 +71,8 @@ onmessage = ({ data: { id, ask, ...rest } }) => {
       const moved = Object.values(answer).filter(value => value instanceof ImageBitmap);
       postMessage({ id, answer }, moved);
     } catch (error) {
-      postMessage({ id, trouble: error instanceof Trouble ? error.name : "failed", detail: error.message });
+      const name = error instanceof RangeError ? "tooLarge" : error instanceof Trouble ? error.name : "failed";
+      postMessage({ id, trouble: name, detail: error.message });
     }
   });
 };
