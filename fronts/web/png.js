@@ -4,8 +4,8 @@
 
 const pngSignature = [137, 80, 78, 71, 13, 10, 26, 10];
 const pngChannels = { 0: 1, 2: 3, 3: 1, 4: 2, 6: 4 };
-// How the samples are to be seen, which smoothing does not change.
-const pngKept = ["cHRM", "cICP", "gAMA", "iCCP", "sRGB", "pHYs"];
+// What smoothing does not change: how the samples are to be seen, and what is told of the picture.
+const pngKept = ["cHRM", "cICP", "gAMA", "iCCP", "sRGB", "pHYs", "oFFs", "eXIf", "tEXt", "zTXt", "iTXt", "tIME"];
 
 const crcTable = Uint32Array.from({ length: 256 }, (_, n) => {
   for (let k = 0; k < 8; ++k) n = n & 1 ? 0xEDB88320 ^ (n >>> 1) : n >>> 1;
