@@ -78,8 +78,15 @@ bool ReadSamples(OIIO::ImageInput& input, int subimage, const Part& part) {
                             OIIO::TypeDesc::UNKNOWN, part.samples.get());
 }
 
+/// Whether samples of both fill the same memory in the same way.
+bool AreLaidOutAlike(const OIIO::ImageSpec& a, const OIIO::ImageSpec& b) {
+    return a.width == b.width && a.height == b.height && a.format == b.format &&
+           a.channelformats == b.channelformats && a.channelnames == b.channelnames;
+}
+
 /// Whether the quick reader could read the samples of an EXR. It is asked for rows in zip blocks
-/// only: of uncompressed files it takes those for whole that end too early.
+/// only: of uncompressed files it takes those for whole that end too early. As it opens the file
+/// anew, another may have taken its place.
 bool ReadQuickly(const std::string& name, int subimage, const Part& part) {
     const OIIO::ImageSpec& spec = LibraryDetails(part.spec);
     const std::string compression = spec.get_string_attribute("compression");
@@ -87,8 +94,8 @@ bool ReadQuickly(const std::string& name, int subimage, const Part& part) {
     if (!isZip || spec.tile_width > 0) return false;
     const auto quick = OpenWithLibrary(name, nullptr, ExrReader::Quick);
     const bool read = quick && quick->seek_subimage(subimage, 0) &&
-                      quick->spec().channelnames == spec.channelnames &&
-                      ReadSamples(*quick, subimage, part) && quick->geterror().empty();
+                      AreLaidOutAlike(quick->spec(), spec) && ReadSamples(*quick, subimage, part) &&
+                      quick->geterror().empty();
     static_cast<void>(OIIO::geterror());  // what is wrong is told by the complete reader
     return read;
 }
