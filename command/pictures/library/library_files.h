@@ -18,8 +18,8 @@ enum class ExrReader {
     Quick,  ///< on OpenEXR's core: reads floats in half of the time, but not all compressions
 };
 
-/// Opens a file with the library, null where it cannot. All files are opened here, as the choice of
-/// the reader is the library's only one for the whole program.
+/// Opens a file with the library, null where it cannot. All files are opened here, as the library
+/// has one choice of the reader for the whole program.
 [[nodiscard]] std::unique_ptr<OIIO::ImageInput> OpenWithLibrary(
     const std::string& name, const OIIO::ImageSpec* hints = nullptr,
     ExrReader exrReader = ExrReader::Complete);
