@@ -5,8 +5,9 @@
 namespace {
 
 /// Adds the library that takes unnamed files away, whatever sanitizer there is.
-const std::string namedFilesOnly = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD='" +
-                                   std::filesystem::absolute(NO_UNNAMED_FILES).string() + "' ";
+const std::string namedFilesOnly =
+    "ASAN_OPTIONS=$ASAN_OPTIONS:verify_asan_link_order=0 LD_PRELOAD='" +
+    std::filesystem::absolute(NO_UNNAMED_FILES).string() + "' ";
 
 class TroubleTest : public CommandTest {
   protected:
